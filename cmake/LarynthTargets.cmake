@@ -1,0 +1,55 @@
+# SPDX-License-Identifier: MIT
+
+# How every target of the project is compiled. Requirements sit on targets; nothing is set globally.
+
+# The same bits from every compiler at every level: no contraction of a·b + c, no reassociation.
+add_library(larynth_options INTERFACE)
+target_compile_features(larynth_options INTERFACE cxx_std_20)
+target_compile_options(larynth_options INTERFACE -ffp-contract=off -fno-fast-math)
+target_include_directories(larynth_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include)
+
+# Warnings are this project's own affair: never exported.
+option(LARYNTH_WERROR "Treat warnings as errors" OFF)
+add_library(larynth_warnings INTERFACE)
+target_compile_options(larynth_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Woverloaded-virtual -Wundef
+  # gcc 12 sees overlapping copies in "text" + std::string, where there are none.
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
+  $<$<BOOL:${LARYNTH_WERROR}>:-Werror>)
+
+function(larynth_configure target)
+  target_link_libraries(${target} PRIVATE larynth_options larynth_warnings)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+endfunction()
+
+# A room: a folder's sources as one static library. Each module links a copy of its own.
+function(larynth_room target)
+  add_library(${target} STATIC ${ARGN})
+  larynth_configure(${target})
+endfunction()
+
+# A component module: a shared object that exports what module.version lists and nothing else.
+function(larynth_module target)
+  add_library(${target} MODULE ${ARGN})
+  larynth_configure(${target})
+  set(version_script ${PROJECT_SOURCE_DIR}/module/module.version)
+  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--version-script=${version_script})
+  set_target_properties(${target} PROPERTIES
+    PREFIX ""
+    LINK_DEPENDS ${version_script}
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}/larynth)
+endfunction()
+
+# The tests of one room. The registration store is one that does not exist: a developer's own must not matter.
+function(larynth_test target)
+  add_executable(${target} ${ARGN})
+  larynth_configure(${target})
+  target_link_libraries(${target} PRIVATE GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${target} PRIVATE LARYNTH_TEST_DIR="${CMAKE_CURRENT_BINARY_DIR}")
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT LARYNTH_REGISTRY=${CMAKE_CURRENT_BINARY_DIR}/none/registry.db)
+endfunction()

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "engine/AntiResonator.h"
+#include "engine/FilterComponent.h"
+#include "engine/Resonator.h"
+
+namespace larynth {
+
+/// The vocal tract as sections in series: nasal zero, nasal pole, F1 … F5. A new tract passes its input on.
+class CascadeTract final : public FilterComponent {
+  public:
+    CascadeTract();
+
+    double Process(double x) override;
+
+    /// Position 0 is the nasal pole, 1 to 5 are the formants.
+    std::span<Resonator> Resonators() { return resonators_; }
+
+    /// Position 0 is the nasal zero.
+    std::span<AntiResonator> AntiResonators() { return antiResonators_; }
+
+  private:
+    std::vector<Resonator> resonators_;
+    std::vector<AntiResonator> antiResonators_;
+};
+
+inline double CascadeTract::Process(double x) {
+    for (AntiResonator& section : antiResonators_) x = section.Process(x);
+    for (Resonator& section : resonators_) x = section.Process(x);
+    return x;
+}
+
+}  // namespace larynth

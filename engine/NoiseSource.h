@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/Component.h"
+#include "engine/NoiseGenerator.h"
+
+namespace larynth {
+
+/// The noise sample of draw r (0 … 32767): uniform over ±(√3/2)·amplitude, standard deviation amplitude/2.
+/// √3 has ten digits, like pi elsewhere, and the factors stand in this order.
+constexpr double NoiseSample(int r, double amplitude) {
+    return (r * 3.051850947599719e-05 - 0.5) * amplitude * 1.732050808;  // the first factor is 1/32767
+}
+
+/// White noise of a linear amplitude. Every computed sample takes one draw, also at amplitude 0.
+class NoiseSource final : public Component {
+  public:
+    NoiseSource(double amplitude, NoiseGenerator generator) : amplitude_(amplitude), generator_(generator) {}
+
+    /// Takes effect with the next computed sample.
+    void SetAmplitude(double amplitude) { amplitude_ = amplitude; }
+
+    /// The cached sample when it is valid and `recompute` is false, else a new one.
+    double Evaluate(bool recompute) override {
+        if (IsValid() && !recompute) return Output();
+        return Store(NoiseSample(generator_.Draw(), amplitude_));
+    }
+
+  private:
+    double amplitude_;
+    NoiseGenerator generator_;
+};
+
+}  // namespace larynth

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "engine/FilterComponent.h"
+#include "engine/Multiplier.h"
+#include "engine/Resonator.h"
+
+namespace larynth {
+
+/// The parallel branch (Klatt 1980): seven resonators and a bypass share one input, their outputs are added.
+/// A new branch has identity sections and bypass gain 1.
+class ParallelTractCore final : public FilterComponent {
+  public:
+    ParallelTractCore();
+
+    double Process(double x) override;
+
+    std::span<Resonator> Resonators() { return resonators_; }
+    Multiplier& Bypass() { return bypass_; }
+
+  private:
+    std::vector<Resonator> resonators_;
+    Multiplier bypass_{1.0};
+};
+
+inline double ParallelTractCore::Process(double x) {
+    double y = bypass_.Process(x);  // bypass first: rounding is part of the result
+    for (Resonator& section : resonators_) y = y + section.Process(x);
+    return y;
+}
+
+}  // namespace larynth
