@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+/// Types, status codes and the two base interfaces of the component model.
+///
+/// Widths are those of the platform of origin on every platform: HRESULT and LONG have 32 bits, GUID has
+/// 16 bytes aligned to 4. Where that platform's own component headers exist, this header is the one that
+/// includes them instead.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using DWORD = std::uint32_t;
+using UINT = std::uint32_t;
+using BOOL = std::int32_t;
+using HRESULT = std::int32_t;  ///< Negative: failure. Zero and above: success.
+using LPSTR = char*;
+using LPCSTR = const char*;
+
+/// Stands where a calling convention is written: every interface method, every override, every entry point.
+#define LARYNTH_CALL
+
+struct GUID {
+    std::uint32_t Data1;
+    std::uint16_t Data2;
+    std::uint16_t Data3;
+    std::uint8_t Data4[8];
+};
+static_assert(sizeof(GUID) == 16 && alignof(GUID) == 4);
+
+using IID = GUID;
+using CLSID = GUID;
+using REFIID = const IID&;
+using REFCLSID = const CLSID&;
+
+/// Identifiers are compared as sixteen bytes.
+inline bool operator==(const GUID& left, const GUID& right) noexcept {
+    return std::memcmp(&left, &right, sizeof(GUID)) == 0;
+}
+
+/// Sixteen zero bytes: "no particular interface".
+inline constexpr GUID GUID_NULL{};
+
+inline constexpr BOOL FALSE = 0;
+inline constexpr BOOL TRUE = 1;
+
+inline constexpr HRESULT S_OK = 0;
+inline constexpr HRESULT S_FALSE = 1;
+inline constexpr HRESULT E_NOTIMPL = static_cast<HRESULT>(0x80004001);
+inline constexpr HRESULT E_NOINTERFACE = static_cast<HRESULT>(0x80004002);
+inline constexpr HRESULT E_POINTER = static_cast<HRESULT>(0x80004003);
+inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
+inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
+inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
+inline constexpr HRESULT CLASS_E_NOAGGREGATION = static_cast<HRESULT>(0x80040110);
+inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = static_cast<HRESULT>(0x80040111);
+inline constexpr HRESULT REGDB_E_READREGDB = static_cast<HRESULT>(0x80040150);
+inline constexpr HRESULT REGDB_E_WRITEREGDB = static_cast<HRESULT>(0x80040151);
+inline constexpr HRESULT REGDB_E_KEYMISSING = static_cast<HRESULT>(0x80040152);
+inline constexpr HRESULT REGDB_E_CLASSNOTREG = static_cast<HRESULT>(0x80040154);
+inline constexpr HRESULT CO_E_DLLNOTFOUND = static_cast<HRESULT>(0x800401F8);
+inline constexpr HRESULT CO_E_ERRORINDLL = static_cast<HRESULT>(0x800401F9);
+inline constexpr HRESULT CO_E_OBJNOTREG = static_cast<HRESULT>(0x800401FB);
+inline constexpr HRESULT DISP_E_EXCEPTION = static_cast<HRESULT>(0x80020009);
+
+constexpr bool SUCCEEDED(HRESULT hr) noexcept { return hr >= 0; }
+constexpr bool FAILED(HRESULT hr) noexcept { return hr < 0; }

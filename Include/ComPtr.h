@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <utility>
+
+#include <larynth/ComException.h>
+#include <larynth/Interface.h>
+#include <larynth/Runtime.h>
+
+/// Holds at most one counted reference of interface T and releases it on every path.
+///
+/// Asking that may fail is TryQuery; asking that must succeed is Query, which raises an exception: the name
+/// shows at the call which one it is.
+template <class T>
+class ComPtr {
+  public:
+    ComPtr() noexcept = default;
+    ComPtr(const ComPtr& other) noexcept : held_(other.held_) {
+        if (held_ != nullptr) held_->AddRef();
+    }
+    ComPtr(ComPtr&& other) noexcept : held_(std::exchange(other.held_, nullptr)) {}
+    ComPtr& operator=(ComPtr other) noexcept {
+        std::swap(held_, other.held_);
+        return *this;
+    }
+    ~ComPtr() { Release(); }
+
+    /// Takes over a reference that the caller owns.
+    static ComPtr Adopt(T* pointer) noexcept {
+        ComPtr adopted;
+        adopted.held_ = pointer;
+        return adopted;
+    }
+
+    /// Releases what is held, if anything.
+    void Release() noexcept {
+        if (T* old = std::exchange(held_, nullptr)) old->Release();
+    }
+
+    /// Holds `source`'s interface T instead of what was held, or nothing when the query fails; the query's
+    /// result.
+    HRESULT QueryFrom(IUnknown* source) noexcept {
+        Release();
+        const HRESULT hr = source->QueryInterface(Id(), PutVoid());
+        if (FAILED(hr)) held_ = nullptr;
+        return hr;
+    }
+
+    /// As QueryFrom, for a query that must succeed: raises Zelvani::Exception for a null source and
+    /// Zelvani::ComException, with nothing held, for a query that failed.
+    void Query(IUnknown* source) {
+        Zelvani::CheckPointer(source);
+        Zelvani::CheckResult(QueryFrom(source), nullptr, nullptr, "ComPtr", 115);
+    }
+
+    /// As QueryFrom, where a missing interface is an answer and not an error: true when one is held.
+    bool TryQuery(IUnknown* source) noexcept {
+        Release();
+        return source != nullptr && SUCCEEDED(QueryFrom(source)) && held_ != nullptr;
+    }
+
+    /// Holds a new object of class `rclsid`; the result is CoCreateInstance's.
+    HRESULT Create(REFCLSID rclsid, IUnknown* pUnkOuter = nullptr) noexcept {
+        return CoCreateInstance(rclsid, pUnkOuter, CLSCTX_INPROC_SERVER, Id(), PutVoid());
+    }
+
+    T* Get() const noexcept { return held_; }
+    T* operator->() const noexcept { return held_; }
+    explicit operator bool() const noexcept { return held_ != nullptr; }
+
+    /// Gives the reference to the caller.
+    [[nodiscard]] T* Detach() noexcept { return std::exchange(held_, nullptr); }
+
+    /// For a call that writes a reference; what was held is released first.
+    T** Put() noexcept {
+        Release();
+        return &held_;
+    }
+    void** PutVoid() noexcept { return reinterpret_cast<void**>(Put()); }
+    IUnknown** PutUnknown() noexcept { return reinterpret_cast<IUnknown**>(Put()); }
+
+    static constexpr REFIID Id() noexcept { return larynth::InterfaceId<T>::value; }
+
+  private:
+    T* held_ = nullptr;
+};
