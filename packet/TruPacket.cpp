@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "packet/TruPacket.h"
+
+#include <bit>
+#include <cstddef>
+
+#include "packet/KlattPacketData.h"
+
+namespace larynth {
+
+namespace {
+
+constexpr int kFrameLen = 110;
+constexpr double kClock = 22050.0;  // Hz
+constexpr double kOpenQuotient = 0.5;
+
+// No word carries AF. This is not the double nearest to 1.21504 but the next one above.
+constexpr double kFrication = 1.2150400000000001;
+static_assert(std::bit_cast<std::uint64_t>(kFrication) == 0x3FF370CDC8754F38);
+
+constexpr double kScaleA = 0x1p-13;
+constexpr double kScaleB = 0x1p-14;
+constexpr double kScaleC = 0x1p-15;
+constexpr double kScaleVoicing = 0x1p-15;
+constexpr double kScaleAspiration = 6.103515625e-6;  // 2^-15 / 5
+
+constexpr std::size_t kAspirationWord = 17, kBypassWord = 29, kVoicingWord = 35;
+constexpr std::size_t kPeriodWords[] = {31, 32};  // the period is their sum
+constexpr std::size_t kZeroWordB = 33, kZeroWordC = 34;
+
+/// The words of one resonator.
+struct PoleRow {
+    std::size_t position, wordA, wordB, wordC;
+    double scaleA;
+};
+
+constexpr PoleRow kCascadeRows[] = {
+    {0, 30, 13, 14, kScaleA}, {1, 37, 15, 16, 0x1p-17}, {2, 28, 11, 12, kScaleA},
+    {3, 26, 9, 10, kScaleA},  {4, 24, 7, 8, kScaleA},   {5, 22, 5, 6, kScaleA},
+};
+
+// Poles that have words; they share B and C with the cascade's. The others become silent.
+constexpr PoleRow kParallelRows[] = {
+    {2, 27, 11, 12, kScaleA},
+    {3, 25, 9, 10, kScaleA},
+    {4, 23, 7, 8, kScaleA},
+    {5, 21, 5, 6, kScaleA},
+};
+
+/// Reads words as numbers.
+class Words {
+  public:
+    explicit Words(const TruWords& words) noexcept : words_(words) {}
+
+    int Signed(std::size_t k) const noexcept { return static_cast<std::int16_t>(words_[k]); }
+
+    /// Negated in 16 bits: −32768 stays what it is.
+    int Negated(std::size_t k) const noexcept { return static_cast<std::int16_t>(-Signed(k)); }
+
+    CoefficientForm Pole(const PoleRow& row) const noexcept {
+        return {Signed(row.wordA) * row.scaleA, Signed(row.wordB) * kScaleB, Negated(row.wordC) * kScaleC};
+    }
+
+    /// The nasal zero; its C is the only one that is not negated.
+    CoefficientForm Zero() const noexcept {
+        return {1.0, Signed(kZeroWordB) * kScaleB, Signed(kZeroWordC) * kScaleC};
+    }
+
+    /// Hz; 0 for a period below one.
+    double F0() const noexcept {
+        const int period = Signed(kPeriodWords[0]) + Signed(kPeriodWords[1]);
+        return period >= 1 ? kClock / period : 0.0;
+    }
+
+  private:
+    const TruWords& words_;
+};
+
+}  // namespace
+
+void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept {
+    using enum ScalarItem;
+    const Words w(words);
+
+    packet.frameLen = kFrameLen;
+    packet.Scalar(F0) = w.F0();
+    packet.Scalar(OQ) = kOpenQuotient;
+    for (const ScalarItem item : {FL, FLT, DI, TL}) packet.Scalar(item) = 0.0;
+    packet.Scalar(AV) = w.Signed(kVoicingWord) * kScaleVoicing;
+    packet.Scalar(AH) = w.Signed(kAspirationWord) * kScaleAspiration;
+    packet.Scalar(AF) = kFrication;
+    packet.Scalar(AB) = w.Signed(kBypassWord) * kScaleA;
+
+    packet.cascadeZeros[0].SetABC(w.Zero());
+    for (const PoleRow& row : kCascadeRows) packet.cascadePoles[row.position].SetABC(w.Pole(row));
+    for (ResonatorEntry& entry : packet.parallelPoles) entry.SetABC({});
+    for (const PoleRow& row : kParallelRows) packet.parallelPoles[row.position].SetABC(w.Pole(row));
+}
+
+}  // namespace larynth
