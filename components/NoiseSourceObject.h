@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <larynth/ComPtr.h>
+#include <larynth/Runtime.h>
+
+#include "com/ComObject.h"
+#include "components/ElementOutput.h"
+#include "engine/NoiseSource.h"
+
+namespace larynth {
+
+/// A noise source as a component. Aspiration and frication differ in their interface, in the packet's
+/// interface and in the getter of the amplitude, nothing else. Silent until the first SetParams.
+///
+/// All sources of a process draw from one generator, also while silent, so the order of calls decides who
+/// gets which value.
+template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>
+class NoiseSourceObject : public ComObject<Interface> {
+  public:
+    using ComObject<Interface>::ComObject;
+
+    HRESULT LARYNTH_CALL CalculateNext(double* pdValue) noexcept final {
+        return WriteSample(core_.Evaluate(true), pdValue);
+    }
+    HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept final { return PutOutput(core_, pdValue); }
+
+    /// The getter's code is not examined; an amplitude that it does not deliver is 0.
+    HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept final;
+
+  private:
+    NoiseSource core_{0.0, NoiseGenerator(*LarynthNoiseState())};
+};
+
+template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>
+HRESULT LARYNTH_CALL NoiseSourceObject<Interface, Params, GetAmplitude>::SetParams(IUnknown* pIParams,
+                                                                                   REFIID /*riid*/) noexcept {
+    ComPtr<Params> params;
+    if (!params.TryQuery(pIParams)) return E_FAIL;
+    double amplitude = 0.0;
+    (params.Get()->*GetAmplitude)(&amplitude);
+    core_.SetAmplitude(amplitude);
+    return S_OK;
+}
+
+}  // namespace larynth

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "components/TTSParallelTract.h"
+
+#include <larynth/ComPtr.h>
+#include <larynth/Packet.h>
+#include <larynth/Resonators.h>
+
+#include "com/Boundary.h"
+#include "components/SectionCoefficients.h"
+
+namespace larynth {
+
+HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    return Guarded([&]() -> HRESULT {
+        ComPtr<ILarynthParallelTractParams> params;
+        if (!params.TryQuery(pIParams)) return E_FAIL;
+        const HRESULT last = SetSections<ITTSResonatorABCParams>(
+            core_.Resonators(),
+            [&](int i, IUnknown** view, REFIID id) { return params->GetResonator(i, view, id); });
+        double AB = 0.0;
+        params->GetAB(&AB);
+        core_.Bypass().SetGain(AB);
+        return last;
+    });
+}
+
+}  // namespace larynth

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <larynth/Tracts.h>
+
+#include "com/ComObject.h"
+#include "components/ElementOutput.h"
+#include "components/SectionCoefficients.h"
+#include "engine/CascadeTract.h"
+
+namespace larynth {
+
+/// The cascade tract as a chain of sections: nasal zero, nasal pole, F1 … F5.
+class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
+  public:
+    using ComObject::ComObject;
+
+    /// E_FAIL for a packet without cascade values; else the first failing call's code, sections before it
+    /// keep their new coefficients. The result is the last GetC's. Poles are read before the zero.
+    HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
+
+    HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override {
+        return WriteSample(core_.Store(core_.Process(dInputValue)), pdValue);
+    }
+    HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
+        return PutOutput(core_, pdValue);
+    }
+
+    HRESULT LARYNTH_CALL GetResonatorsCount(int* pnCount) noexcept override {
+        return Put(pnCount, static_cast<int>(core_.Resonators().size()));
+    }
+    HRESULT LARYNTH_CALL GetAntiResonatorsCount(int* pnCount) noexcept override {
+        return Put(pnCount, static_cast<int>(core_.AntiResonators().size()));
+    }
+    HRESULT LARYNTH_CALL SetResonator(int nIndex, double A, double B, double C) noexcept override {
+        return SetSection(core_.Resonators(), nIndex, A, B, C);
+    }
+    HRESULT LARYNTH_CALL SetAntiResonator(int nIndex, double A, double B, double C) noexcept override {
+        return SetSection(core_.AntiResonators(), nIndex, A, B, C);
+    }
+
+  private:
+    CascadeTract core_;
+};
+
+}  // namespace larynth

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "components/TTSVoicingSourceWave.h"
+
+#include <cstring>
+#include <fstream>
+
+#include <larynth/Classes.h>
+
+#include "com/Create.h"
+#include "components/PropertyIndex.h"
+
+namespace larynth {
+namespace {
+
+constexpr char kWaveProperty[] = "Wave";
+constexpr char kProgID[] = "Larynth.TTSVoicingSourceWave";
+constexpr double kDefaultPitch = 110.0;  // Hz
+constexpr double kMostOQ = 0.95;
+
+bool IsWave(LPCSTR name) { return std::strcmp(name, kWaveProperty) == 0; }
+
+ComPtr<IACLPropertyIndex> IndexOf(IUnknown* object) {
+    ComPtr<IACLPropertyIndex> index;
+    index.Query(object);
+    Zelvani::CheckPointer(index.Get());
+    return index;
+}
+
+int CurrentIndex(IACLPropertyIndex& index) {
+    int i = 0;
+    Zelvani::CheckResult(index.GetIndex(0, &i));
+    return i;
+}
+
+bool HasElement(int index, std::size_t count) {
+    return index >= 0 && static_cast<std::size_t>(index) < count;
+}
+
+}  // namespace
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::Copy(IUnknown* /*pSource*/) noexcept { return E_FAIL; }
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::Clone(REFIID Id, IUnknown** ppClone) noexcept {
+    if (!CanWrite(ppClone)) return E_POINTER;
+    return Guarded([&]() -> HRESULT {
+        const Created<TTSVoicingSourceWave> clone = MakeObject<TTSVoicingSourceWave>();
+        clone->player_.TakeSettingsOf(player_);
+        return clone->Inner().QueryInterface(Id, reinterpret_cast<void**>(ppClone));
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    ComPtr<ILarynthVoiceParams> voice;
+    if (!voice.TryQuery(pIParams)) return E_FAIL;
+    ComPtr<ILarynthParams> params;
+    const HRESULT result = params.QueryFrom(pIParams);
+    if (!params) return E_FAIL;
+
+    double fs = 0.0, AV = 0.0, F0 = 0.0;
+    const bool complete =
+        params->GetSampleFreq(&fs) == S_OK && voice->GetAV(&AV) == S_OK && voice->GetF0(&F0) == S_OK;
+    if (!complete) return E_FAIL;
+
+    player_.SetF0(F0);
+    player_.SetAmplitude(AV);
+    player_.SetSampleFreq(fs);
+    return result;
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadFromTxt(LPSTR sFileName) noexcept {
+    return Guarded([&] {
+        // The file is opened and closed again; what it could tell has no format.
+        if (sFileName != nullptr) std::ifstream file(sFileName);
+        RebuildAtDefaultPitch();
+        return S_OK;
+    });
+}
+
+/// What it should report is open; a caller's variable keeps its value.
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetDefaultPitch(double* /*pDefaultPitch*/) noexcept {
+    return S_OK;
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetOQ(double dValue) noexcept {
+    return Guarded([&] {
+        player_.Rebuild(wave_, dValue > kMostOQ ? kMostOQ : dValue);
+        return S_OK;
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::DescribeProperties(IACLPropertySink* pSink) noexcept {
+    if (!CanCall(pSink)) return E_POINTER;
+    return Guarded([&] {
+        PropertyIndex index;
+        Zelvani::CheckResult(index.SetDimensionCount(1));
+        Zelvani::CheckResult(index.SetSize(0, static_cast<int>(wave_.size())));
+        pSink->AddProperty(this, kWaveProperty, nullptr, kPropertyTypeDouble, 0, 0, 0, &index);
+        return S_OK;
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadProperties(IACLPropertySource* pSource) noexcept {
+    if (!CanCall(pSource)) return E_POINTER;
+    return Guarded([&] {
+        const HRESULT result = pSource->PushProperties(this);
+        RebuildAtDefaultPitch();
+        return result;
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetPropertyValue(IUnknown* /*pReserved1*/, LPCSTR sName,
+                                                            LONG /*nReserved3*/, const void* pValue,
+                                                            LONG /*nType*/, LONG /*nReserved6*/,
+                                                            LONG /*nReserved7*/, IUnknown* pIndex) noexcept {
+    if (pValue == nullptr || sName == nullptr) return E_FAIL;
+    if (!IsWave(sName)) return S_OK;
+    return Guarded([&] {
+        const ComPtr<IACLPropertyIndex> index = IndexOf(pIndex);
+        int size = 0;
+        Zelvani::CheckResult(index->GetSize(0, &size));
+        double value = 0.0;
+        std::memcpy(&value, pValue, sizeof value);
+        StoreElement(CurrentIndex(*index.Get()), size, value);
+        return S_OK;
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetPropertyValue(IACLValueHolder* pHolder, LPCSTR sName,
+                                                            LONG /*nReserved3*/, IUnknown* pIndex) noexcept {
+    if (pHolder == nullptr || sName == nullptr) return E_FAIL;
+    if (!IsWave(sName)) return S_OK;
+    return Guarded([&]() -> HRESULT {
+        const int i = CurrentIndex(*IndexOf(pIndex).Get());
+        if (!HasElement(i, wave_.size())) return E_FAIL;
+        const double value = wave_[static_cast<std::size_t>(i)];
+        pHolder->SetValue(&value, kPropertyTypeDouble);
+        return S_OK;
+    });
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetClassID(CLSID* pClassID) noexcept {
+    return Put(pClassID, CLSID_TTSVoicingSourceWave);
+}
+
+HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetProgID(LPCSTR* psProgID) noexcept {
+    return Put(psProgID, kProgID);
+}
+
+void TTSVoicingSourceWave::RebuildAtDefaultPitch() {
+    player_.SetDefaultPitch(kDefaultPitch);
+    player_.Rebuild(wave_, player_.OQ());
+}
+
+/// Element 0 fixes the waveform's length; every other one must lie within it.
+void TTSVoicingSourceWave::StoreElement(int index, int size, double value) {
+    const bool first = index == 0;
+    const std::size_t announced = size > 0 ? static_cast<std::size_t>(size) : 0;
+    const std::size_t count = first ? announced : wave_.size();
+    if (!HasElement(index, count) || count > WaveTablePlayer::kMostSamples) Zelvani::CheckResult(E_FAIL);
+    if (first) wave_.resize(count);
+    wave_[static_cast<std::size_t>(index)] = value;
+}
+
+}  // namespace larynth
