@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "synth/Larynth.h"
+
+#include <larynth/Classes.h>
+
+#include "com/Boundary.h"
+#include "com/OutPointer.h"
+#include "synth/StreamRenderer.h"
+
+namespace larynth {
+
+namespace {
+
+/// The fixed numbers of the roles.
+enum RoleId : LONG {
+    kVoicingSource = 1,
+    kAspirationSource = 2,
+    kFricationSource = 3,
+    kVocalTract = 4,
+    kParallelTract = 5,
+    kVoicingFilter = 6
+};
+
+}  // namespace
+
+HRESULT Larynth::SetStructure(IUnknown*, REFIID) noexcept { return S_OK; }
+
+HRESULT Larynth::ResetToDefaults() noexcept { return S_OK; }
+
+HRESULT Larynth::SetVolume(double dValue) noexcept {
+    output_.volume = dValue;
+    return S_OK;
+}
+
+HRESULT Larynth::GetVolume(double* pdValue) noexcept { return Put(pdValue, output_.volume); }
+
+HRESULT Larynth::SetOutputGain(double dValue) noexcept {
+    output_.outputGain = dValue;
+    return S_OK;
+}
+
+HRESULT Larynth::GetOutputGain(double* pdValue) noexcept { return Put(pdValue, output_.outputGain); }
+
+HRESULT Larynth::SetVoice(IUnknown* pIVoice, REFIID) noexcept {
+    return Guarded([&] { return voice_.Set(pIVoice); });
+}
+
+HRESULT Larynth::GetVoice(REFIID riid, IUnknown** ppIVoice) noexcept {
+    if (const HRESULT hr = Put(ppIVoice, nullptr); FAILED(hr)) return hr;
+    ITTSVoice* voice = voice_.Get();
+    return voice != nullptr ? voice->QueryInterface(riid, reinterpret_cast<void**>(ppIVoice)) : S_FALSE;
+}
+
+HRESULT Larynth::SetPacketSyncPointState(LONG bOnOff) noexcept {
+    packetSyncPoints_ = bOnOff != 0;
+    return S_OK;
+}
+
+HRESULT Larynth::Initialize(IUnknown*, REFIID) noexcept {
+    if (const HRESULT hr = roles_.FillEmpty(); FAILED(hr)) return hr;
+    initialized_ = true;
+    return S_OK;
+}
+
+HRESULT Larynth::Uninitialize() noexcept {
+    initialized_ = false;
+    return S_OK;
+}
+
+HRESULT Larynth::Reset() noexcept { return S_OK; }
+
+HRESULT Larynth::Calculate(IUnknown* pInput, REFIID, REFIID IdOut, IUnknown** ppOutput) noexcept {
+    if (!initialized_) return E_FAIL;
+    if (pInput == nullptr || FAILED(Put(ppOutput, nullptr))) return E_POINTER;
+    return Guarded([&] { return CalculateFrom(pInput, IdOut, ppOutput); });
+}
+
+HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutput) {
+    ComPtr<ITTSSyncHolder> holder;
+    ComPtr<ITTSObjectList> list;
+    if (!holder.TryQuery(input) && !list.TryQuery(input)) {
+        ComPtr<ILarynthParams> packet;
+        packet.Query(input);
+        return CalculatePacket(packet.Get(), idOut, ppOutput);
+    }
+    ComPtr<ITTSObjectList> output;
+    Zelvani::CheckResult(output.Create(CLSID_TTSObjectList));
+    StreamRenderer stream(packets_, voice_, packetSyncPoints_, *output.Get());
+    if (holder) {
+        stream.RenderHolder(holder.Get());
+    } else {
+        stream.RenderList(list.Get());
+    }
+    return output->QueryInterface(idOut, reinterpret_cast<void**>(ppOutput));
+}
+
+HRESULT Larynth::CalculatePacket(ILarynthParams* packet, REFIID idOut, IUnknown** ppOutput) {
+    if (!(idOut == GUID_NULL || idOut == IID_ITTSSoundData)) return E_FAIL;
+    *ppOutput = packets_.Render(packet, packetSyncPoints_ ? packet : nullptr).Detach();
+    return S_OK;
+}
+
+HRESULT Larynth::SetVoicingSource(IUnknown* pIVoicingSource, REFIID) noexcept {
+    return Guarded([&] {
+        roles_.PlugVoicingSource(pIVoicingSource);
+        return S_OK;
+    });
+}
+
+HRESULT Larynth::SetVocalTract(IUnknown* pIVocalTract, REFIID) noexcept {
+    return Roles::Plug(roles_.vocalTract, pIVocalTract);
+}
+
+HRESULT Larynth::SetParallelTract(IUnknown* pIParallelTract, REFIID) noexcept {
+    return Roles::Plug(roles_.parallelTract, pIParallelTract);
+}
+
+HRESULT Larynth::SetAspirationSource(IUnknown* pIAspirationSource, REFIID) noexcept {
+    return Roles::Plug(roles_.aspirationSource, pIAspirationSource);
+}
+
+HRESULT Larynth::SetFricationSource(IUnknown* pIFricationSource, REFIID) noexcept {
+    return Roles::Plug(roles_.fricationSource, pIFricationSource);
+}
+
+HRESULT Larynth::AddComponent(IUnknown* pIComponent, REFIID riid, LONG* pnID) noexcept {
+    if (!CanWrite(pnID)) return E_POINTER;
+    const auto added = [pnID](RoleId role, HRESULT hr) {
+        *pnID = role;
+        return hr;
+    };
+    if (riid == IID_ITTSVoicingSource) return added(kVoicingSource, SetVoicingSource(pIComponent, riid));
+    if (riid == IID_ITTSAspirationSource)
+        return added(kAspirationSource, SetAspirationSource(pIComponent, riid));
+    if (riid == IID_ITTSFricationSource)
+        return added(kFricationSource, SetFricationSource(pIComponent, riid));
+    if (riid == IID_ITTSVocalTract) return added(kVocalTract, SetVocalTract(pIComponent, riid));
+    if (riid == IID_ITTSParallelTract) return added(kParallelTract, SetParallelTract(pIComponent, riid));
+    if (riid == IID_ITTSVoicingSourceFilter) {
+        return added(kVoicingFilter, Roles::Plug(roles_.voicingFilter, pIComponent));
+    }
+    return S_OK;
+}
+
+HRESULT Larynth::RemoveComponent(LONG nID) noexcept {
+    if (nID == kVoicingFilter) roles_.voicingFilter.Release();
+    return S_OK;
+}
+
+HRESULT Larynth::GetComponent(LONG nID, REFIID riid, IUnknown** ppIComponent) noexcept {
+    if (!CanWrite(ppIComponent)) return E_POINTER;
+    if (nID != kVoicingFilter || !roles_.voicingFilter) return E_FAIL;
+    return roles_.voicingFilter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent));
+}
+
+}  // namespace larynth

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "engine/LFilter.h"
+
+namespace larynth {
+
+/// One output shelf filter as a voice describes it. The filter runs only while its gain exceeds 1.
+struct ShelfSettings {
+    double G = 1.0;   // linear gain at the shelf's end of the band
+    double F = 0.0;   // corner frequency, Hz
+    double P3 = 0.0;  // shape
+    double P4 = 0.0;  // shape
+};
+
+/// The 16-bit sample of a value: truncated toward zero, of which the low 16 bits are kept. There is no
+/// saturation: 32768.0 becomes −32768. A value that is not finite, or of 2^63 or more, becomes 0.
+std::int16_t ToSample(double value) noexcept;
+
+/// What happens to the sum of the tracts: gain, the two shelf filters, pre-emphasis, volume, 16 bits.
+class OutputStage {
+  public:
+    /// Designs the shelf filters anew when the sample frequency (Hz, above 0) is another one than before.
+    void SetSampleFreq(double fs);
+
+    /// Takes the filter settings of a voice; they are designed at once where the sample frequency is known.
+    void SetShelves(const ShelfSettings& low, const ShelfSettings& high);
+
+    /// One sample; advances the filters and the pre-emphasis.
+    std::int16_t Process(double tractSum) noexcept;
+
+    const ShelfSettings& LowShelf() const noexcept { return lowSettings_; }
+    const ShelfSettings& HighShelf() const noexcept { return highSettings_; }
+
+    double outputGain = 1.0;   // linear
+    double volume = 1.0;       // linear
+    double preEmphasis = 0.0;  // a of y[n] − a·y[n−1]
+
+  private:
+    /// Each design clears the filters' state.
+    void DesignFilters();
+
+    ShelfSettings lowSettings_, highSettings_;
+    LFilter lowFilter_{0, 0}, highFilter_{0, 0};
+    bool lowOn_ = false, highOn_ = false;
+    double designFreq_ = 0.0;     // Hz; 0: never designed
+    double previousInput_ = 0.0;  // of the pre-emphasis
+};
+
+}  // namespace larynth

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <larynth/ComPtr.h>
+#include <larynth/Packet.h>
+#include <larynth/Streams.h>
+
+namespace larynth {
+
+class CurrentVoice;
+class PacketRenderer;
+
+/// Renders lists and holders into one flat output list: for each packet its block, for each holder a sync
+/// element that carries the holder's object, in input order, nested ones in place. A voice that was set
+/// directly is announced in front of the next holder's sync element. Items of other kinds produce nothing.
+///
+/// Every method raises ComException with the first failing code.
+class StreamRenderer {
+  public:
+    /// With `packetSyncPoints` every block carries its packet as attached object.
+    StreamRenderer(PacketRenderer& packets, CurrentVoice& voice, bool packetSyncPoints,
+                   ITTSObjectList& output) noexcept
+        : packets_(packets), voice_(voice), packetSyncPoints_(packetSyncPoints), output_(output) {}
+
+    void RenderList(ITTSObjectList* list);
+    void RenderHolder(ITTSSyncHolder* holder);
+
+  private:
+    void RenderItem(IUnknown* item);
+
+    PacketRenderer& packets_;
+    CurrentVoice& voice_;
+    bool packetSyncPoints_;
+    ITTSObjectList& output_;
+};
+
+}  // namespace larynth

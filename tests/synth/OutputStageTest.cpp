@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "synth/OutputStage.h"
+
+namespace larynth {
+namespace {
+
+TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
+    const struct {
+        double value;
+        std::int16_t sample;
+    } rows[] = {
+        {0.0, 0},
+        {0.999, 0},
+        {-1.9, -1},
+        {32767.9, 32767},
+        {32768.0, -32768},
+        {40000.7, -25536},
+        {-32769.0, 32767},
+        {65536.0, 0},
+        {4294967297.5, 1},
+        {9223372036854774784.0, -1024},
+        {9223372036854775808.0, 0},
+        {-9223372036854775808.0, 0},
+        {1e300, 0},
+        {std::numeric_limits<double>::infinity(), 0},
+        {std::numeric_limits<double>::quiet_NaN(), 0},
+    };
+    for (const auto& row : rows) EXPECT_EQ(ToSample(row.value), row.sample) << row.value;
+}
+
+TEST(OutputStage, ScalesThenEmphasisesThenSetsTheVolume) {
+    OutputStage stage;
+    stage.outputGain = 10.0;
+    stage.preEmphasis = 0.5;
+    stage.volume = 3.0;
+    EXPECT_EQ(stage.Process(1.0), 30);  // 3·(10 − 0.5·0)
+    EXPECT_EQ(stage.Process(2.0), 45);  // 3·(20 − 0.5·10)
+    stage.volume = -1.0;
+    EXPECT_EQ(stage.Process(0.0), 10);  // −(0 − 0.5·20)
+}
+
+ShelfSettings Shelf(double G, double F) { return {.G = G, .F = F, .P3 = (1.0 + 1.0 / G) / 2.0, .P4 = 0.0}; }
+
+/// The level of the tail of a long sine, relative to the input.
+double GainAt(OutputStage& stage, double omega) {
+    double peak = 0.0;
+    for (int n = 0; n < 8000; ++n) {
+        const double y = stage.Process(1000.0 * std::cos(omega * n));
+        if (n > 6000) peak = std::fmax(peak, std::fabs(y));
+    }
+    return peak / 1000.0;
+}
+
+TEST(OutputStage, RunsAShelfOnlyWhileItsGainExceedsOne) {
+    for (double gain : {0.5, 1.0}) {
+        OutputStage stage;
+        stage.SetShelves({.G = gain, .F = 300.0, .P3 = 0.7, .P4 = 0.0}, ShelfSettings{});
+        stage.SetSampleFreq(11025.0);
+        EXPECT_EQ(stage.Process(1000.0), 1000) << gain;
+    }
+    OutputStage stage;
+    stage.SetShelves(Shelf(4.0, 300.0), ShelfSettings{});
+    EXPECT_EQ(stage.Process(1000.0), 1000) << "without a sample frequency nothing is designed";
+    stage.SetSampleFreq(11025.0);
+    const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
+    EXPECT_NEAR(low / high, 4.0, 0.02);
+}
+
+TEST(OutputStage, HighShelfLiftsTheTopOfTheBand) {
+    OutputStage stage;
+    stage.SetSampleFreq(16000.0);
+    stage.SetShelves(ShelfSettings{}, Shelf(3.0, 3000.0));
+    const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
+    EXPECT_NEAR(high / low, 3.0, 0.02);
+}
+
+TEST(OutputStage, ANewDesignClearsTheFilters) {
+    const auto rendered = [](bool excitedBefore) {
+        OutputStage stage;
+        stage.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
+        stage.SetSampleFreq(11025.0);
+        if (excitedBefore) stage.Process(30000.0);
+        stage.SetSampleFreq(22050.0);
+        return stage.Process(0.0) == 0 && stage.Process(0.0) == 0;
+    };
+    EXPECT_TRUE(rendered(false));
+    EXPECT_TRUE(rendered(true));
+
+    OutputStage same;
+    same.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
+    same.SetSampleFreq(11025.0);
+    same.Process(30000.0);
+    same.SetSampleFreq(11025.0);
+    EXPECT_NE(same.Process(0.0), 0) << "the same frequency keeps design and state";
+}
+
+}  // namespace
+}  // namespace larynth
