@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+/// How the companion's classes keep objects that clients give them, and hand them out again.
+#pragma once
+
+#include <larynth/ComPtr.h>
+
+#include "com/OutPointer.h"
+
+namespace larynth {
+
+/// A reference of our own on an object that the caller keeps; null stays null.
+inline ComPtr<IUnknown> Hold(IUnknown* object) noexcept {
+    if (object != nullptr) object->AddRef();
+    return ComPtr<IUnknown>::Adopt(object);
+}
+
+/// Writes `object`'s `riid` interface with a reference for the caller; null and S_OK when there is no object,
+/// null and the query's code when it fails. E_POINTER.
+inline HRESULT HandOut(const ComPtr<IUnknown>& object, REFIID riid, IUnknown** ppAnswer) noexcept {
+    if (!CanWrite(ppAnswer)) return E_POINTER;
+    *ppAnswer = nullptr;
+    if (!object) return S_OK;
+    const HRESULT hr = object->QueryInterface(riid, reinterpret_cast<void**>(ppAnswer));
+    if (FAILED(hr)) *ppAnswer = nullptr;
+    return hr;
+}
+
+}  // namespace larynth

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <string>
+
+#include "module/RegistryScript.h"
+#include "module/ScriptError.h"
+#include "tests/support/Code.h"
+
+namespace larynth {
+
+namespace {
+
+// Quotes, percent signs, braces and words of the format: a path as nasty as the system allows.
+constexpr char kNastyPath[] = "/tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so";
+
+std::string Shown(const ScriptKey& key) {
+    constexpr const char* kFlags[] = {"", "NoRemove ", "ForceRemove ", "Delete "};
+    std::string text = kFlags[static_cast<int>(key.flag)] + ("<" + key.name + ">");
+    if (key.defaultValue) text += "=<" + *key.defaultValue + ">";
+    for (const ScriptValue& value : key.values) text += " val<" + value.name + ">=<" + value.text + ">";
+    for (const ScriptKey& subkey : key.subkeys) text += " [" + Shown(subkey) + "]";
+    return text;
+}
+
+std::string Shown(const RegistryScript& script) {
+    std::string text;
+    for (const ScriptKey& root : script) text += Shown(root) + ";";
+    return text;
+}
+
+}  // namespace
+
+TEST(RegistryScript, BecomesATreeOfKeys) {
+    const struct {
+        const char* script;
+        const char* tree;
+    } rows[] = {
+        {"", ""},
+        {" \r\n\t", ""},
+        {"HKCR{}", "NoRemove <HKEY_CLASSES_ROOT>;"},
+        {"hkcu { } HKLM { } HKU{}HKPD{}HKDD{}HKCC{}",
+         "NoRemove <HKEY_CURRENT_USER>;NoRemove <HKEY_LOCAL_MACHINE>;NoRemove <HKEY_USERS>;"
+         "NoRemove <HKEY_PERFORMANCE_DATA>;NoRemove <HKEY_DYN_DATA>;NoRemove <HKEY_CURRENT_CONFIG>;"},
+        {"HKEY_CLASSES_ROOT{} Hkey_Local_Machine{}",
+         "NoRemove <HKEY_CLASSES_ROOT>;NoRemove <HKEY_LOCAL_MACHINE>;"},
+        {"HKCR { Larynth.Larynth.1 = s 'Larynth Class' { CLSID = s '{7856}' } Empty }",
+         "NoRemove <HKEY_CLASSES_ROOT> [<Larynth.Larynth.1>=<Larynth Class> [<CLSID>=<{7856}>]] [<Empty>];"},
+        {"HKCR{NoRemove A{ForceRemove B=s''}delete C{val D=S'x'val E = s 'y'}}",
+         "NoRemove <HKEY_CLASSES_ROOT> [NoRemove <A> [ForceRemove <B>=<>]]"
+         " [Delete <C> val<D>=<x> val<E>=<y>];"},
+        {"HKCR{ForceRemove {7856881E-0461-4F9D-8693-3030B63798FA}=s'a'{B}"
+         " {00000000-0000-0000-c000-000000000046}}",
+         "NoRemove <HKEY_CLASSES_ROOT> [ForceRemove <{7856881E-0461-4F9D-8693-3030B63798FA}>=<a> [<B>]]"
+         " [<{00000000-0000-0000-c000-000000000046}>];"},
+        {"HKCR{A=s'it''s {=} ''''' val V=s'''' NoRemove Delete}",
+         "NoRemove <HKEY_CLASSES_ROOT> val<V>=<'> [<A>=<it's {=} ''>] [NoRemove <Delete>];"},
+        {"HKCR{Paths=s'<%MODULE%> 100%% %module%%%'}",
+         "NoRemove <HKEY_CLASSES_ROOT> [<Paths>=<</tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so> 100%"
+         " /tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so%>];"},
+        {"HKCR{%MODULE% val 50%%=s''}",
+         "NoRemove <HKEY_CLASSES_ROOT> val<50%>=<> [</tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so>];"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Shown(ParseRegistryScript(row.script, kNastyPath)), row.tree) << row.script;
+    }
+}
+
+TEST(RegistryScript, AMalformedOneIsRefusedWithThePlaceAndWhatWasExpected) {
+    const struct {
+        const char* script;
+        int line;
+        int column;
+        const char* expected;
+    } rows[] = {
+        {"HKXX {}", 1, 1, "a root key such as HKCR"},
+        {"HKCR {}\n  }", 2, 3, "a root key such as HKCR"},
+        {"{}", 1, 1, "a root key such as HKCR"},
+        {"HKCR", 1, 5, "\"{\" after the root key"},
+        {"HKCR\n\tA {}", 2, 2, "\"{\" after the root key"},
+        {"HKCR {", 1, 7, "a key, a value or \"}\""},
+        {"HKCR {\n A {\n}\n", 4, 1, "a key, a value or \"}\""},
+        {"HKCR { 'A' }", 1, 8, "a key, a value or \"}\""},
+        {"HKCR { = s 'a' }", 1, 8, "a key, a value or \"}\""},
+        {"HKCR { NoRemove }", 1, 17, "a key name"},
+        {"HKCR { ForceRemove val A = s 'a' }", 1, 20, "a key name"},
+        {"HKCR { A\\B }", 1, 8, "a key name without backslash"},
+        {"HKCR {\r\n  NoRemove A\\ }", 2, 12, "a key name without backslash"},
+        {"HKCR { val A\n's' }", 2, 1, "\"=\" after the value's name"},
+        {"HKCR { val = s 'a' }", 1, 12, "the value's name"},
+        {"HKCR { A = d '1' }", 1, 12, "the type letter s"},
+        {"HKCR { A = 'a' }", 1, 12, "the type letter s"},
+        {"HKCR { A = s }", 1, 14, "a text in single quotes"},
+        {"HKCR { A = s a }", 1, 14, "a text in single quotes"},
+        {"HKCR { A = s 'a }", 1, 14, "a closing quote on the same line"},
+        {"HKCR { A = s 'a''\n' }", 1, 14, "a closing quote on the same line"},
+        {"HKCR { {7856881E-0461-4F9D-8693-3030B63798F} }", 1, 8, "a class identifier in braces"},
+        {"HKCR { ForceRemove {7856881E-0461-4F9D-8693-3030B63798FG} }", 1, 20,
+         "a class identifier in braces"},
+        {"HKCR { ForceRemove {", 1, 20, "a class identifier in braces"},
+        {"HKCR { A = s 'see %WINDIR%' }", 1, 19, "the variable MODULE"},
+        {"HKCR { A = s 'it''s 5%' }", 1, 22, "a second percent sign"},
+        {"HKCR { %MODULE }", 1, 8, "a second percent sign"},
+    };
+    for (const auto& row : rows) {
+        try {
+            ParseRegistryScript(row.script, kNastyPath);
+            ADD_FAILURE() << row.script << " was accepted";
+        } catch (const ScriptError& error) {
+            EXPECT_EQ(error.Where().line, row.line) << row.script;
+            EXPECT_EQ(error.Where().column, row.column) << row.script;
+            EXPECT_STREQ(error.Expected(), row.expected) << row.script;
+            EXPECT_EQ(Code(error.Code()), "DISP_E_EXCEPTION");
+        }
+    }
+}
+
+TEST(RegistryScript, AModulesPathIsNoKeyNameWhenItHasABackslash) {
+    EXPECT_THROW(ParseRegistryScript("HKCR { %MODULE% }", "/tmp/a\\b.so"), ScriptError);
+    EXPECT_EQ(Shown(ParseRegistryScript("HKCR { A = s '%MODULE%' }", "/tmp/a\\b.so")),
+              "NoRemove <HKEY_CLASSES_ROOT> [<A>=</tmp/a\\b.so>];");
+}
+
+TEST(RegistryScript, EveryBeginningOfAScriptIsRefusedUnlessABlockEndsThere) {
+    const std::string script = "HKCR { NoRemove A = s 'x''%MODULE%' { val B = s '%%' } }";
+    for (std::size_t length = 1; length < script.size(); ++length) {
+        EXPECT_THROW(ParseRegistryScript(script.substr(0, length), kNastyPath), ScriptError) << length;
+    }
+    EXPECT_NO_THROW(ParseRegistryScript(script, kNastyPath));
+}
+
+}  // namespace larynth
