@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "host/Errors.h"
+
+#include <array>
+#include <cstdio>
+
+namespace larynth {
+namespace {
+
+struct StatusName {
+    HRESULT code;
+    const char* name;
+};
+
+constexpr std::array kStatusNames{
+    StatusName{E_NOTIMPL, "E_NOTIMPL"},
+    StatusName{E_NOINTERFACE, "E_NOINTERFACE"},
+    StatusName{E_POINTER, "E_POINTER"},
+    StatusName{E_FAIL, "E_FAIL"},
+    StatusName{E_OUTOFMEMORY, "E_OUTOFMEMORY"},
+    StatusName{E_INVALIDARG, "E_INVALIDARG"},
+    StatusName{REGDB_E_CLASSNOTREG, "no module offers the class"},
+    StatusName{CO_E_DLLNOTFOUND, "the class's module cannot be loaded"},
+    StatusName{CO_E_ERRORINDLL, "not a component module"},
+};
+
+std::string StatusText(HRESULT hr) {
+    char number[sizeof("0x00000000")];
+    std::snprintf(number, sizeof(number), "0x%08X", static_cast<unsigned>(hr));
+    for (const StatusName& row : kStatusNames) {
+        if (row.code == hr) return std::string(row.name) + ", " + number;
+    }
+    return number;
+}
+
+}  // namespace
+
+ComponentFailure::ComponentFailure(HRESULT hr, const std::string& what)
+    : std::runtime_error("cannot " + what + " (" + StatusText(hr) + ")"), hr_(hr) {}
+
+void Require(HRESULT hr, const char* what) {
+    if (FAILED(hr)) throw ComponentFailure(hr, what);
+}
+
+}  // namespace larynth

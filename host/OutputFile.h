@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <csignal>
+#include <span>
+#include <string>
+
+namespace larynth {
+
+/// A file that comes into being as a whole or not at all.
+///
+/// The bytes go to a file with another name in the same folder, which takes the target's place when it is
+/// complete; a target that exists is untouched until then. Signals that would end the program are held back
+/// meanwhile, so that no half-written file stays behind. "-" is standard output; a device or a pipe is
+/// written directly. All failures are std::system_error.
+class OutputFile {
+  public:
+    explicit OutputFile(const std::string& path);
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+    ~OutputFile();  ///< Removes what was written, unless it was committed.
+
+    void Write(std::span<const char> bytes);
+    /// Everything is on the disk: let it take the target's place.
+    void Commit();
+
+  private:
+    void OpenBesides();
+    void TakeMode(bool replaces, unsigned mode);
+    void Close();
+    [[noreturn]] void Fail(const char* what) const;
+
+    std::string name_;       // as the user gave it, for messages
+    std::string target_;     // symbolic links resolved
+    std::string temporary_;  // empty: written directly
+    int descriptor_ = -1;    // -1: closed
+    bool holdsSignals_ = false;
+    sigset_t signalsBefore_;
+};
+
+}  // namespace larynth
