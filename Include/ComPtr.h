@@ -39,7 +39,7 @@ class ComPtr {
 
     /// Holds `source`'s interface T instead of what was held, or nothing when the query fails; the query's
     /// result.
-    HRESULT QueryFrom(IUnknown* source) noexcept {
+    HRESULT QueryFrom(IUnknown* source) {
         Release();
         const HRESULT hr = source->QueryInterface(Id(), PutVoid());
         if (FAILED(hr)) held_ = nullptr;
@@ -54,14 +54,16 @@ class ComPtr {
     }
 
     /// As QueryFrom, where a missing interface is an answer and not an error: true when one is held.
-    bool TryQuery(IUnknown* source) noexcept {
+    bool TryQuery(IUnknown* source) {
         Release();
         return source != nullptr && SUCCEEDED(QueryFrom(source)) && held_ != nullptr;
     }
 
-    /// Holds a new object of class `rclsid`; the result is CoCreateInstance's.
-    HRESULT Create(REFCLSID rclsid, IUnknown* pUnkOuter = nullptr) noexcept {
-        return CoCreateInstance(rclsid, pUnkOuter, CLSCTX_INPROC_SERVER, Id(), PutVoid());
+    /// Holds a new object of class `rclsid`; the result is CoCreateInstance's, E_FAIL for a success without
+    /// object.
+    HRESULT Create(REFCLSID rclsid, IUnknown* pUnkOuter = nullptr) {
+        const HRESULT hr = CoCreateInstance(rclsid, pUnkOuter, CLSCTX_INPROC_SERVER, Id(), PutVoid());
+        return SUCCEEDED(hr) && held_ == nullptr ? E_FAIL : hr;
     }
 
     T* Get() const noexcept { return held_; }

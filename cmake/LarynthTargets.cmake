@@ -32,12 +32,13 @@ function(larynth_room target)
   larynth_configure(${target})
 endfunction()
 
-# A component module: a shared object that exports what module.version lists and nothing else.
+# A component module: a shared object that exports what module.version lists and nothing else, and uses its own resources
+# whatever other modules the process has in its global scope (-Bsymbolic).
 function(larynth_module target)
   add_library(${target} MODULE ${ARGN})
   larynth_configure(${target})
   set(version_script ${PROJECT_SOURCE_DIR}/module/module.version)
-  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--version-script=${version_script})
+  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic -Wl,--version-script=${version_script})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
     LINK_DEPENDS ${version_script}

@@ -12,6 +12,8 @@
 namespace larynth {
 namespace {
 
+constexpr int kNewPacketLength = 0;  // samples
+
 bool IsSkipped(std::string_view line) {
     const std::string_view text = Trimmed(line);
     return text.empty() || text.front() == '#';
@@ -87,8 +89,7 @@ FrameTableParser::Column FrameTableParser::ReadColumn(const Field& field) {
 }
 
 Frame FrameTableParser::NextFrame() const {
-    constexpr int kUnknown = -1;
-    if (table_.frames.empty()) return {defaults_.frameLen.value_or(kUnknown), {}, newPacketValues_};
+    if (table_.frames.empty()) return {defaults_.frameLen.value_or(kNewPacketLength), {}, newPacketValues_};
     const Frame& last = table_.frames.back();
     return {last.length, {}, last.values};
 }
@@ -138,12 +139,12 @@ void FrameTableParser::ReadSampleFreq(const Field& field) {
 }
 
 void FrameTableParser::ReadFrameLen(const Field& field, Frame& frame) const {
+    // A column displaces --frame-len, even where its first field is empty.
+    if (table_.frames.empty()) frame.length = kNewPacketLength;
+    if (field.text.empty()) return;
     const std::optional<std::int64_t> number = ParseInteger(field.text, 0, kMaxFrameLen);
-    const bool repeats = field.text.empty() && frame.length >= 0;
-    if (!number && !repeats) {
-        Fail(field, "a frame length, a whole number from 0 to " + std::to_string(kMaxFrameLen));
-    }
-    if (number) frame.length = static_cast<int>(*number);
+    if (!number) Fail(field, "a frame length, a whole number from 0 to " + std::to_string(kMaxFrameLen));
+    frame.length = static_cast<int>(*number);
 }
 
 void FrameTableParser::ReadMarker(const Field& field, Frame& frame) const {

@@ -85,10 +85,14 @@ void OutputFile::Write(std::span<const char> bytes) {
     }
 }
 
-void OutputFile::Commit() {
-    if (temporary_.empty()) return Close();
-    if (fsync(descriptor_) != 0) Fail("cannot be written");
+void OutputFile::Finish() {
+    if (descriptor_ >= 0 && !temporary_.empty() && fsync(descriptor_) != 0) Fail("cannot be written");
     Close();
+}
+
+void OutputFile::Commit() {
+    Finish();
+    if (temporary_.empty()) return;
     if (rename(temporary_.c_str(), target_.c_str()) != 0) Fail("cannot be created");
     temporary_.clear();
 }

@@ -21,7 +21,10 @@ class OutputFile {
     ~OutputFile();  ///< Removes what was written, unless it was committed.
 
     void Write(std::span<const char> bytes);
-    /// Everything is on the disk: let it take the target's place.
+    /// Brings what was written to the disk. Where several files belong together, all are finished before the
+    /// first is committed, so that a full disk stops them all.
+    void Finish();
+    /// Finishes, and lets the file take the target's place.
     void Commit();
 
   private:

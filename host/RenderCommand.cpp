@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <limits>
 
 #include <larynth/Runtime.h>
@@ -54,6 +55,13 @@ TractForm ParseTract(const std::string& text) {
     if (text == "resonator") return TractForm::Resonator;
     if (text == "filter") return TractForm::Filter;
     Refuse("--tract", "resonator or filter", text);
+}
+
+/// Also by different names of one file.
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(one, ignored) ==
+           std::filesystem::weakly_canonical(other, ignored);
 }
 
 }  // namespace
@@ -144,7 +152,7 @@ void RenderCommand::Run() const {
 }
 
 AudioFormat RenderCommand::ChosenFormat() const {
-    if (!labels_.empty() && labels_ == output_)
+    if (!labels_.empty() && IsSameFile(labels_, output_))
         throw BadInput("--labels: expected another file than the output, found " + labels_);
     const std::optional<AudioFormat> format = AudioFormatOf(output_);
     if (!format) throw BadInput("--output: expected - or a name in .wav, .flac or .raw, found " + output_);
@@ -202,6 +210,8 @@ void RenderCommand::Write(const Sound& sound, double sampleFreq, AudioFormat for
     }
     OutputFile audio(output_);
     audio.Write(EncodeAudio(format, headerRate, sound.samples));
+    audio.Finish();
+    if (labels) labels->Finish();
     audio.Commit();
     if (labels) labels->Commit();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "synth/CurrentVoice.h"
 
+#include "com/Boundary.h"
 #include "synth/OutputStage.h"
 #include "synth/Roles.h"
 #include "synth/SyncElement.h"
@@ -58,11 +59,13 @@ void CurrentVoice::ReadSettings(ITTSVoiceSourceParams* sourceSettings) {
 
 void CurrentVoice::AdoptFrom(IUnknown* object) {
     ComPtr<ITTSVoice> voice;
-    if (voice.TryQuery(object) && SUCCEEDED(Set(voice.Get()))) pending_ = false;
+    if (!voice.TryQuery(object)) return;
+    if (SUCCEEDED(Guarded([&] { return Set(voice.Get()); }))) pending_ = false;
 }
 
 void CurrentVoice::Announce(ITTSObjectList& output) noexcept {
-    if (pending_ && voice_ && SUCCEEDED(AddSyncElement(output, voice_.Get()))) pending_ = false;
+    if (!pending_ || !voice_) return;
+    if (SUCCEEDED(Guarded([&] { return AddSyncElement(output, voice_.Get()); }))) pending_ = false;
 }
 
 }  // namespace larynth

@@ -21,6 +21,11 @@ enum RoleId : LONG {
     kVoicingFilter = 6
 };
 
+template <class Role>
+HRESULT Plug(ComPtr<Role>& role, IUnknown* component) noexcept {
+    return Guarded([&] { return Roles::Plug(role, component); });
+}
+
 }  // namespace
 
 HRESULT Larynth::SetStructure(IUnknown*, REFIID) noexcept { return S_OK; }
@@ -57,7 +62,8 @@ HRESULT Larynth::SetPacketSyncPointState(LONG bOnOff) noexcept {
 }
 
 HRESULT Larynth::Initialize(IUnknown*, REFIID) noexcept {
-    if (const HRESULT hr = roles_.FillEmpty(); FAILED(hr)) return hr;
+    const HRESULT hr = Guarded([&] { return roles_.FillEmpty(); });
+    if (FAILED(hr)) return hr;
     initialized_ = true;
     return S_OK;
 }
@@ -81,6 +87,7 @@ HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutpu
     if (!holder.TryQuery(input) && !list.TryQuery(input)) {
         ComPtr<ILarynthParams> packet;
         packet.Query(input);
+        if (!packet) return E_FAIL;
         return CalculatePacket(packet.Get(), idOut, ppOutput);
     }
     ComPtr<ITTSObjectList> output;
@@ -108,19 +115,19 @@ HRESULT Larynth::SetVoicingSource(IUnknown* pIVoicingSource, REFIID) noexcept {
 }
 
 HRESULT Larynth::SetVocalTract(IUnknown* pIVocalTract, REFIID) noexcept {
-    return Roles::Plug(roles_.vocalTract, pIVocalTract);
+    return Plug(roles_.vocalTract, pIVocalTract);
 }
 
 HRESULT Larynth::SetParallelTract(IUnknown* pIParallelTract, REFIID) noexcept {
-    return Roles::Plug(roles_.parallelTract, pIParallelTract);
+    return Plug(roles_.parallelTract, pIParallelTract);
 }
 
 HRESULT Larynth::SetAspirationSource(IUnknown* pIAspirationSource, REFIID) noexcept {
-    return Roles::Plug(roles_.aspirationSource, pIAspirationSource);
+    return Plug(roles_.aspirationSource, pIAspirationSource);
 }
 
 HRESULT Larynth::SetFricationSource(IUnknown* pIFricationSource, REFIID) noexcept {
-    return Roles::Plug(roles_.fricationSource, pIFricationSource);
+    return Plug(roles_.fricationSource, pIFricationSource);
 }
 
 HRESULT Larynth::AddComponent(IUnknown* pIComponent, REFIID riid, LONG* pnID) noexcept {
@@ -137,7 +144,7 @@ HRESULT Larynth::AddComponent(IUnknown* pIComponent, REFIID riid, LONG* pnID) no
     if (riid == IID_ITTSVocalTract) return added(kVocalTract, SetVocalTract(pIComponent, riid));
     if (riid == IID_ITTSParallelTract) return added(kParallelTract, SetParallelTract(pIComponent, riid));
     if (riid == IID_ITTSVoicingSourceFilter) {
-        return added(kVoicingFilter, Roles::Plug(roles_.voicingFilter, pIComponent));
+        return added(kVoicingFilter, Plug(roles_.voicingFilter, pIComponent));
     }
     return S_OK;
 }

@@ -22,6 +22,7 @@ ComPtr<ITTSSoundData> MakeBlock(IUnknown* attached) {
     CheckResult(block->SetFormat(kFormat16Bit));
     ComPtr<ITTSSyncHolder> holder;
     holder.Query(block.Get());
+    if (!holder) CheckResult(E_FAIL);
     CheckResult(holder->SetObject(attached));
     return block;
 }

@@ -11,22 +11,22 @@ namespace larynth {
 namespace {
 
 template <class Role>
-HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid) noexcept {
+HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid) {
     return role ? S_OK : role.Create(rclsid);
 }
 
-bool Answers(IUnknown* object, auto interface) noexcept { return decltype(interface){}.TryQuery(object); }
+bool Answers(IUnknown* object, auto interface) { return decltype(interface){}.TryQuery(object); }
 
 /// Passes a voice's open quotient on, where there is a voice that has one.
 template <class Source>
-void TransferOpenQuotient(Source& source, ITTSVoiceSourceParams* settings) noexcept {
+void TransferOpenQuotient(Source& source, ITTSVoiceSourceParams* settings) {
     if (settings == nullptr) return;
     double openQuotient = 0.0;
     settings->GetOpenQuotient(&openQuotient);
     source.SetOQ(openQuotient);
 }
 
-SourceKind Classify(IUnknown* source) noexcept {
+SourceKind Classify(IUnknown* source) {
     if (Answers(source, ComPtr<ITTSVoicingSourceRBF>())) return SourceKind::Rbf;
     if (Answers(source, ComPtr<ITTSVoicingSourceStd>())) return SourceKind::Standard;
     if (Answers(source, ComPtr<ITTSVoicingSourceWave>())) return SourceKind::Wave;
@@ -35,7 +35,7 @@ SourceKind Classify(IUnknown* source) noexcept {
 
 /// As Classify, but a source that is both wave table and standard counts as a wave table, whose open quotient
 /// is the voice's to set.
-SourceKind ClassifyForVoice(IUnknown* source, ITTSVoiceSourceParams* settings) noexcept {
+SourceKind ClassifyForVoice(IUnknown* source, ITTSVoiceSourceParams* settings) {
     if (ComPtr<ITTSVoicingSourceRBF> rbf; rbf.TryQuery(source)) {
         TransferOpenQuotient(*rbf.Get(), settings);
         return SourceKind::Rbf;
@@ -49,7 +49,7 @@ SourceKind ClassifyForVoice(IUnknown* source, ITTSVoiceSourceParams* settings) n
 
 }  // namespace
 
-HRESULT Roles::FillEmpty() noexcept {
+HRESULT Roles::FillEmpty() {
     if (!voicingSource) {
         if (const HRESULT hr = voicingSource.Create(CLSID_TTSVoicingSourceStd); FAILED(hr)) return hr;
         sourceKind_ = SourceKind::Standard;
@@ -73,22 +73,21 @@ void Roles::PlugVoicingSource(IUnknown* component) {
     WireVoicingFilter();
 }
 
-void Roles::PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings) noexcept {
+void Roles::PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings) {
     voicingSource.Release();
     voicingSource = std::move(source);
     sourceKind_ = ClassifyForVoice(voicingSource.Get(), settings);
     voicingSource->Reset();
 }
 
-void Roles::KeepOrMakeStandardSource() noexcept {
+void Roles::KeepOrMakeStandardSource() {
     if (sourceKind_ == SourceKind::Standard) return;
-    sourceKind_ = SourceKind::Other;
     if (FAILED(voicingSource.Create(CLSID_TTSVoicingSourceStd))) return;
     sourceKind_ = SourceKind::Standard;
     voicingSource->Reset();
 }
 
-void Roles::WireVoicingFilter() noexcept {
+void Roles::WireVoicingFilter() {
     if (voicingFilter) voicingFilter->SetVoicingSource(voicingSource.Get(), IID_ITTSVoicingSource);
 }
 

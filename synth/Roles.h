@@ -17,7 +17,7 @@ class Roles {
   public:
     /// Fills every empty role with this system's own component, voicing source first; a voicing filter that
     /// is made here is wired to the source. Stops at the first creation that fails, with its code.
-    HRESULT FillEmpty() noexcept;
+    HRESULT FillEmpty();
 
     /// Plugs in a client's source, classifies it and hands it to the voicing filter. Raises ComException:
     /// E_POINTER for an object that cannot be called, the query's code for one that is no source.
@@ -25,18 +25,18 @@ class Roles {
 
     /// Plugs in a voice's own source: classified, given the voice's open quotient where its kind takes one,
     /// reset.
-    void PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings) noexcept;
+    void PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings);
 
     /// Without a source of the voice's: a standard source stays as it is, any other gives way to a new
     /// standard one.
-    void KeepOrMakeStandardSource() noexcept;
+    void KeepOrMakeStandardSource();
 
     /// Hands the current source to the voicing filter, if there is one.
-    void WireVoicingFilter() noexcept;
+    void WireVoicingFilter();
 
     /// Plugs a component into any role but the voicing source's. E_FAIL for null, else the query's result.
     template <class Role>
-    static HRESULT Plug(ComPtr<Role>& role, IUnknown* component) noexcept {
+    static HRESULT Plug(ComPtr<Role>& role, IUnknown* component) {
         return component != nullptr ? role.QueryFrom(component) : E_FAIL;
     }
 
@@ -50,7 +50,7 @@ class Roles {
     /// Advances every component by one sample: the sum of both tracts. The sources come first, in the order
     /// voicing, aspiration, frication, which decides who draws which random number. Failures of components
     /// are not examined: a component that writes nothing contributes 0.
-    double NextSample() noexcept;
+    double NextSample();
 
     ComPtr<ITTSVoicingSource> voicingSource;
     ComPtr<ITTSAspirationSource> aspirationSource;
@@ -63,7 +63,7 @@ class Roles {
     SourceKind sourceKind_ = SourceKind::Other;
 };
 
-inline double Roles::NextSample() noexcept {
+inline double Roles::NextSample() {
     double voicing = 0.0, aspiration = 0.0, frication = 0.0, cascade = 0.0, parallel = 0.0;
     voicingSource->CalculateNext(&voicing);
     aspirationSource->CalculateNext(&aspiration);

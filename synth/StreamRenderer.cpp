@@ -55,6 +55,7 @@ void StreamRenderer::RenderItem(IUnknown* item) {
 void StreamRenderer::RenderHolder(ITTSSyncHolder* holder) {
     ComPtr<ITTSObjectList> content;
     content.Query(holder);
+    if (!content) CheckResult(E_FAIL);
     ComPtr<IUnknown> attached;
     holder->GetObject(IID_IUnknown, attached.PutUnknown());
     voice_.AdoptFrom(attached.Get());

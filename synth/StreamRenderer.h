@@ -18,7 +18,7 @@ class PacketRenderer;
 class StreamRenderer {
   public:
     /// With `packetSyncPoints` every block carries its packet as attached object.
-    StreamRenderer(PacketRenderer& packets, CurrentVoice& voice, bool packetSyncPoints,
+    StreamRenderer(PacketRenderer& packets, CurrentVoice& voice, const bool& packetSyncPoints,
                    ITTSObjectList& output) noexcept
         : packets_(packets), voice_(voice), packetSyncPoints_(packetSyncPoints), output_(output) {}
 
@@ -30,7 +30,7 @@ class StreamRenderer {
 
     PacketRenderer& packets_;
     CurrentVoice& voice_;
-    bool packetSyncPoints_;
+    const bool& packetSyncPoints_;  // the host may switch them while its list is read
     ITTSObjectList& output_;
 };
 

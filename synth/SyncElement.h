@@ -9,7 +9,7 @@ namespace larynth {
 
 /// Adds a sync element to `output`: a sample block without samples that carries `object` (or none). The code
 /// of the first call that fails.
-inline HRESULT AddSyncElement(ITTSObjectList& output, IUnknown* object) noexcept {
+inline HRESULT AddSyncElement(ITTSObjectList& output, IUnknown* object) {
     ComPtr<ITTSSyncHolder> element;
     HRESULT hr = element.Create(CLSID_TTSSoundData);
     if (SUCCEEDED(hr)) hr = element->SetObject(object);

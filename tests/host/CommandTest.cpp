@@ -46,6 +46,7 @@ TEST_F(Command, BadArgumentsAndBadInputExitWithTwoAndOneClearLine) {
         {"larynth render t.csv -o o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
         {"larynth render t.csv -o o", "found o"},
         {"larynth render t.csv -o o.wav --labels o.wav", "--labels: expected another file"},
+        {"larynth render t.csv -o o.wav --labels ./o.wav", "--labels: expected another file"},
         {"larynth render t.csv -o o.wav --pitch 3", "--pitch"},
         {"larynth render t.csv -o o.wav --volume loud", "--volume: expected a number, found \"loud\""},
         {"larynth render t.csv -o o.wav --volume nan", "--volume: expected a number"},
