@@ -59,9 +59,11 @@ TractForm ParseTract(const std::string& text) {
 
 /// Also by different names of one file.
 bool IsSameFile(const std::string& one, const std::string& other) {
-    std::error_code ignored;
-    return std::filesystem::weakly_canonical(one, ignored) ==
-           std::filesystem::weakly_canonical(other, ignored);
+    const auto resolved = [](const std::string& name) {
+        std::error_code ignored;
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, ignored), ignored);
+    };
+    return resolved(one) == resolved(other);
 }
 
 }  // namespace
