@@ -11,7 +11,7 @@ namespace larynth {
 namespace {
 
 // Quotes, percent signs, braces and words of the format: a path as nasty as the system allows.
-constexpr char kNastyPath[] = "/tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so";
+constexpr char kNastyPath[] = "/opt/it's 100%/NoRemove } = s ''%MODULE%/m.so";
 
 std::string Shown(const ScriptKey& key) {
     constexpr const char* kFlags[] = {"", "NoRemove ", "ForceRemove ", "Delete "};
@@ -55,10 +55,10 @@ TEST(RegistryScript, BecomesATreeOfKeys) {
         {"HKCR{A=s'it''s {=} ''''' val V=s'''' NoRemove Delete}",
          "NoRemove <HKEY_CLASSES_ROOT> val<V>=<'> [<A>=<it's {=} ''>] [NoRemove <Delete>];"},
         {"HKCR{Paths=s'<%MODULE%> 100%% %module%%%'}",
-         "NoRemove <HKEY_CLASSES_ROOT> [<Paths>=<</tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so> 100%"
-         " /tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so%>];"},
+         "NoRemove <HKEY_CLASSES_ROOT> [<Paths>=<</opt/it's 100%/NoRemove } = s ''%MODULE%/m.so> 100%"
+         " /opt/it's 100%/NoRemove } = s ''%MODULE%/m.so%>];"},
         {"HKCR{%MODULE% val 50%%=s''}",
-         "NoRemove <HKEY_CLASSES_ROOT> val<50%>=<> [</tmp/it's 100%/NoRemove } = s ''%MODULE%/m.so>];"},
+         "NoRemove <HKEY_CLASSES_ROOT> val<50%>=<> [</opt/it's 100%/NoRemove } = s ''%MODULE%/m.so>];"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Shown(ParseRegistryScript(row.script, kNastyPath)), row.tree) << row.script;
@@ -115,9 +115,9 @@ TEST(RegistryScript, AMalformedOneIsRefusedWithThePlaceAndWhatWasExpected) {
 }
 
 TEST(RegistryScript, AModulesPathIsNoKeyNameWhenItHasABackslash) {
-    EXPECT_THROW(ParseRegistryScript("HKCR { %MODULE% }", "/tmp/a\\b.so"), ScriptError);
-    EXPECT_EQ(Shown(ParseRegistryScript("HKCR { A = s '%MODULE%' }", "/tmp/a\\b.so")),
-              "NoRemove <HKEY_CLASSES_ROOT> [<A>=</tmp/a\\b.so>];");
+    EXPECT_THROW(ParseRegistryScript("HKCR { %MODULE% }", "/opt/a\\b.so"), ScriptError);
+    EXPECT_EQ(Shown(ParseRegistryScript("HKCR { A = s '%MODULE%' }", "/opt/a\\b.so")),
+              "NoRemove <HKEY_CLASSES_ROOT> [<A>=</opt/a\\b.so>];");
 }
 
 TEST(RegistryScript, EveryBeginningOfAScriptIsRefusedUnlessABlockEndsThere) {
