@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cmath>
-
 #include "engine/Constants.h"
+#include "engine/Sine.h"
 
 namespace larynth {
 
@@ -27,7 +26,7 @@ class Flutter {
 inline double Flutter::Step(double F0, double FL, double FLT) {
     t_ = t_ - FLT * -1e-5;
     const double a = kPi10 * t_;
-    const double s = (std::sin(9.4 * a) + std::sin(25.4 * a)) + std::sin(14.2 * a);
+    const double s = (Sine(9.4 * a) + Sine(25.4 * a)) + Sine(14.2 * a);
     return F0 * (1.0 - s * FL * -0.3333333333333333);
 }
 
