@@ -50,6 +50,13 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath);
 /// next failure.
 LARYNTH_RUNTIME_API LPCSTR LARYNTH_CALL LarynthLastError();
 
+/// Makes the calling thread's arithmetic take denormal numbers for 0, as input and as result, and returns the
+/// mode that was in force, for LarynthSetArithmeticMode. Where a processor has no such mode nothing changes.
+LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthFlushDenormals();
+
+/// Puts a mode back that LarynthFlushDenormals returned on this thread.
+LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode);
+
 /// Sets the state of the noise generator (1 at start). Nothing in the system does it by itself.
 LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed);
 

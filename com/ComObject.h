@@ -45,6 +45,9 @@ class ComObject : public First, public Others... {
     /// factory.
     IUnknown& Inner() noexcept { return inner_; }
 
+    /// Whether it is no part of an outer object.
+    bool StandsAlone() const noexcept { return controlling_ == &inner_; }
+
   protected:
     virtual ~ComObject() = default;
 
@@ -77,7 +80,7 @@ class ComObject : public First, public Others... {
     /// The pointer that answers `riid`, without a reference, or null. An interface's IUnknown lies at its
     /// start, so one pointer serves as both.
     IUnknown* Answer(REFIID riid) noexcept {
-        if (riid == IID_IUnknown) return controlling_ == &inner_ ? Face<First>() : &inner_;
+        if (riid == IID_IUnknown) return StandsAlone() ? Face<First>() : &inner_;
         IUnknown* answer = nullptr;
         static_cast<void>((TryAnswer<First>(riid, answer) || ... || TryAnswer<Others>(riid, answer)));
         return answer;

@@ -7,6 +7,7 @@
 #include <larynth/ComPtr.h>
 
 #include "com/Boundary.h"
+#include "com/OwnObject.h"
 
 namespace larynth {
 
@@ -25,7 +26,9 @@ using Created = std::unique_ptr<Class, CreatorRelease>;
 /// A new object, standing alone or as a part of `outer`. Raises whatever its construction raises.
 template <class Class>
 Created<Class> MakeObject(IUnknown* outer = nullptr) {
-    return Created<Class>(new Class(outer));
+    Created<Class> object(new Class(outer));
+    if constexpr (requires { typename Class::Role; }) OwnObject<Class>::Learn(*object);
+    return object;
 }
 
 /// Creates an object of one class and writes its `riid` interface; every class table entry has this form. An

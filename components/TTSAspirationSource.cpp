@@ -4,6 +4,6 @@
 namespace larynth {
 
 template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                 &ILarynthAspirationParams::GetAH>;
+                                 &ILarynthAspirationParams::GetAH, ScalarItem::AH>;
 
 }  // namespace larynth

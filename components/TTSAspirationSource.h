@@ -9,12 +9,13 @@
 namespace larynth {
 
 extern template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                        &ILarynthAspirationParams::GetAH>;
+                                        &ILarynthAspirationParams::GetAH, ScalarItem::AH>;
 
 /// Aspiration noise, mixed with the voicing in front of the cascade. Amplitude: the packet's AH.
 class TTSAspirationSource final : public NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                                           &ILarynthAspirationParams::GetAH> {
+                                                           &ILarynthAspirationParams::GetAH, ScalarItem::AH> {
   public:
+    using Role = ITTSAspirationSource;
     using NoiseSourceObject::NoiseSourceObject;
 };
 

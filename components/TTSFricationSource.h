@@ -9,12 +9,13 @@
 namespace larynth {
 
 extern template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
-                                        &ILarynthFricationParams::GetAF>;
+                                        &ILarynthFricationParams::GetAF, ScalarItem::AF>;
 
 /// Frication noise, the input of the parallel tract. Amplitude: the packet's AF.
 class TTSFricationSource final : public NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
-                                                          &ILarynthFricationParams::GetAF> {
+                                                          &ILarynthFricationParams::GetAF, ScalarItem::AF> {
   public:
+    using Role = ITTSFricationSource;
     using NoiseSourceObject::NoiseSourceObject;
 };
 

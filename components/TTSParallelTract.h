@@ -12,6 +12,7 @@ namespace larynth {
 /// The parallel branch: seven resonators and a bypass side by side.
 class TTSParallelTract final : public ComObject<ITTSParallelTract> {
   public:
+    using Role = ITTSParallelTract;
     using ComObject::ComObject;
 
     /// E_FAIL for a packet without parallel values; else the first failing resonator call's code, sections
@@ -25,6 +26,9 @@ class TTSParallelTract final : public ComObject<ITTSParallelTract> {
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
         return PutOutput(core_, pdValue);
     }
+
+    /// For code that renders many samples at once.
+    ParallelTractCore& Core() noexcept { return core_; }
 
   private:
     ParallelTractCore core_;

@@ -9,6 +9,8 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
 
+#include "components/OwnPacket.h"
+
 namespace larynth {
 namespace {
 
@@ -40,6 +42,13 @@ class Coefficients {
 }  // namespace
 
 HRESULT LARYNTH_CALL TTSVocalTractF::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    if (const KlattPacketData* const values = OwnPacketValues(pIParams)) {
+        static_assert(KlattPacketData::kAlphaCount == CascadeFilterTract::kFeedbackCount);
+        static_assert(KlattPacketData::kBetaCount == CascadeFilterTract::kFeedForwardCount);
+        std::ranges::copy(values->alpha, core_.Filter().Feedback().begin());
+        std::ranges::copy(values->beta, core_.Filter().FeedForward().begin());
+        return S_OK;
+    }
     ComPtr<FilterParams> params;
     if (!params.TryQuery(pIParams)) return E_FAIL;
     // Both sets are read before either is stored: a degree that does not fit must change nothing.

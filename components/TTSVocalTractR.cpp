@@ -6,10 +6,16 @@
 #include <larynth/Resonators.h>
 
 #include "com/Boundary.h"
+#include "components/OwnPacket.h"
 
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
+        TakeSections(core_.Resonators(), values->cascadePoles);
+        TakeSections(core_.AntiResonators(), values->cascadeZeros);
+        return S_OK;
+    }
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthVocalTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;

@@ -13,6 +13,7 @@ namespace larynth {
 /// The cascade tract as a chain of sections: nasal zero, nasal pole, F1 … F5.
 class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
   public:
+    using Role = ITTSVocalTract;
     using ComObject::ComObject;
 
     /// E_FAIL for a packet without cascade values; else the first failing call's code, sections before it
@@ -38,6 +39,9 @@ class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
     HRESULT LARYNTH_CALL SetAntiResonator(int nIndex, double A, double B, double C) noexcept override {
         return SetSection(core_.AntiResonators(), nIndex, A, B, C);
     }
+
+    /// For code that renders many samples at once.
+    CascadeTract& Core() noexcept { return core_; }
 
   private:
     CascadeTract core_;

@@ -4,6 +4,7 @@
 #include <larynth/Packet.h>
 
 #include "com/Boundary.h"
+#include "components/OwnPacket.h"
 
 namespace larynth {
 namespace {
@@ -31,6 +32,14 @@ int TruncatedTilt(double TL) {
 
 HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (!CanCall(pIParams)) return E_POINTER;
+    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
+        using enum ScalarItem;
+        F0_ = values->Scalar(F0);
+        FL_ = values->Scalar(FL);
+        FLT_ = values->Scalar(FLT);
+        tilt_.SetTilt(TruncatedTilt(values->Scalar(TL)), values->SampleFreq());
+        return S_OK;
+    }
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthVoiceParams> voice;
         if (!voice.TryQuery(pIParams)) return S_OK;

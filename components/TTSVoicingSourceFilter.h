@@ -15,6 +15,7 @@ namespace larynth {
 /// flutter by setting F0 on the source it holds, for the source's next sample.
 class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
   public:
+    using Role = ITTSVoicingSourceFilter;
     using ComObject::ComObject;
 
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override;
@@ -30,6 +31,16 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
     /// Gives the held source back first, so that a failed query, whose code is the result, leaves none.
     HRESULT LARYNTH_CALL SetVoicingSource(IUnknown* pIVoicingSource, REFIID riid) noexcept override;
 
+    /// For code that renders many samples at once; without a reference.
+    ITTSVoicingSource* Source() const noexcept { return source_.Get(); }
+    bool Flutters() const noexcept { return source_ && Flutter::Applies(F0_, FL_); }
+    double NextF0() noexcept { return flutter_.Step(F0_, FL_, FLT_); }
+    Flutter& FlutterState() noexcept { return flutter_; }
+    double F0() const noexcept { return F0_; }
+    double FL() const noexcept { return FL_; }
+    double FLT() const noexcept { return FLT_; }
+    TiltFilter& Tilt() noexcept { return tilt_; }
+
   private:
     TiltFilter tilt_;
     ComPtr<ITTSVoicingSource> source_;
@@ -41,7 +52,7 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
 
 inline HRESULT LARYNTH_CALL TTSVoicingSourceFilter::CalculateNext(double dInputValue,
                                                                   double* pdValue) noexcept {
-    if (source_ && Flutter::Applies(F0_, FL_)) source_->SetF0(flutter_.Step(F0_, FL_, FLT_));
+    if (Flutters()) source_->SetF0(NextF0());
     return WriteSample(tilt_.Store(tilt_.Process(dInputValue)), pdValue);
 }
 

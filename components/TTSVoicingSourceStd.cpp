@@ -4,9 +4,18 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
 
+#include "components/OwnPacket.h"
+
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVoicingSourceStd::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
+        using enum ScalarItem;
+        SetSampleFreq(values->SampleFreq());
+        core_.SetParams(values->Scalar(F0), values->Scalar(AV), values->Scalar(OQ), values->Scalar(FL),
+                        values->Scalar(FLT), values->Scalar(DI));
+        return S_OK;
+    }
     ComPtr<ILarynthVoiceParams> voice;
     if (!voice.TryQuery(pIParams)) return E_FAIL;
     ComPtr<ILarynthParams> params;

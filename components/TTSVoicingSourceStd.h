@@ -12,6 +12,7 @@ namespace larynth {
 /// The standard glottal source. Spectral tilt and flutter are applied behind it, by TTSVoicingSourceFilter.
 class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicingSourceStd> {
   public:
+    using Role = ITTSVoicingSource;
     using ComObject::ComObject;
 
     /// A frequency of 0 gives an infinite sample time: every sample then starts a period.
@@ -41,6 +42,9 @@ class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicin
     HRESULT LARYNTH_CALL SetFLT(double dValue) noexcept override { return core_.SetFLT(dValue), S_OK; }
     HRESULT LARYNTH_CALL SetDI(double dValue) noexcept override { return core_.SetDI(dValue), S_OK; }
     HRESULT LARYNTH_CALL SetTL(double /*dValue*/) noexcept override { return S_OK; }
+
+    /// For code that renders many samples at once.
+    VoicingSourceCore& Core() noexcept { return core_; }
 
   private:
     VoicingSourceCore core_;

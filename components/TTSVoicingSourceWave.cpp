@@ -7,6 +7,7 @@
 #include <larynth/Classes.h>
 
 #include "com/Create.h"
+#include "components/OwnPacket.h"
 #include "components/PropertyIndex.h"
 
 namespace larynth {
@@ -50,6 +51,12 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::Clone(REFIID Id, IUnknown** ppClone) 
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
+    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
+        player_.SetF0(values->Scalar(ScalarItem::F0));
+        player_.SetAmplitude(values->Scalar(ScalarItem::AV));
+        player_.SetSampleFreq(values->SampleFreq());
+        return S_OK;
+    }
     ComPtr<ILarynthVoiceParams> voice;
     if (!voice.TryQuery(pIParams)) return E_FAIL;
     ComPtr<ILarynthParams> params;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/FilterComponent.h"
+#include "engine/SectionValues.h"
 
 namespace larynth {
 
@@ -10,28 +11,30 @@ namespace larynth {
 /// With A = 1/a, B = −b/a, C = −c/a it undoes a resonator with the coefficients a, b, c.
 class AntiResonator final : public FilterComponent {
   public:
-    AntiResonator(double A, double B, double C) : A_(A), B_(B), C_(C) {}
+    AntiResonator(double A, double B, double C) : values_{A, B, C} {}
 
     /// Sets the coefficients; the state is kept.
     void SetABC(double A, double B, double C);
 
     double Process(double x) override;
 
+    SectionValues& Values() { return values_; }
+
   private:
-    double A_, B_, C_;
-    double x1_ = 0.0, x2_ = 0.0;
+    SectionValues values_;
 };
 
 inline void AntiResonator::SetABC(double A, double B, double C) {
-    A_ = A;
-    B_ = B;
-    C_ = C;
+    values_.A = A;
+    values_.B = B;
+    values_.C = C;
 }
 
 inline double AntiResonator::Process(double x) {
-    const double y = (B_ * x1_ + C_ * x2_) + A_ * x;  // this order: rounding is part of the result
-    x2_ = x1_;
-    x1_ = x;
+    auto& [A, B, C, x1, x2] = values_;
+    const double y = (B * x1 + C * x2) + A * x;  // this order: rounding is part of the result
+    x2 = x1;
+    x1 = x;
     return y;
 }
 

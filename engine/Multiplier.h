@@ -11,6 +11,7 @@ class Multiplier final : public FilterComponent {
     explicit Multiplier(double gain) : gain_(gain) {}
 
     void SetGain(double gain) { gain_ = gain; }
+    double Gain() const { return gain_; }
 
     double Process(double x) override { return gain_ * x; }
 

@@ -7,8 +7,10 @@
 namespace larynth {
 
 /// The noise sample of draw r (0 … 32767): uniform over ±(√3/2)·amplitude, standard deviation amplitude/2.
-/// √3 has ten digits, like pi elsewhere, and the factors stand in this order.
-constexpr double NoiseSample(int r, double amplitude) {
+/// √3 has ten digits, like pi elsewhere, and the factors stand in this order. `Number` is double, or a vector
+/// of doubles for as many samples.
+template <class Number>
+constexpr Number NoiseSample(Number r, double amplitude) {
     return (r * 3.051850947599719e-05 - 0.5) * amplitude * 1.732050808;  // the first factor is 1/32767
 }
 
@@ -19,11 +21,15 @@ class NoiseSource final : public Component {
 
     /// Takes effect with the next computed sample.
     void SetAmplitude(double amplitude) { amplitude_ = amplitude; }
+    double Amplitude() const { return amplitude_; }
+
+    /// The generator, for code that takes many draws at once.
+    NoiseGenerator& Generator() { return generator_; }
 
     /// The cached sample when it is valid and `recompute` is false, else a new one.
     double Evaluate(bool recompute) override {
         if (IsValid() && !recompute) return Output();
-        return Store(NoiseSample(generator_.Draw(), amplitude_));
+        return Store(NoiseSample<double>(generator_.Draw(), amplitude_));
     }
 
   private:

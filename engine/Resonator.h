@@ -5,6 +5,7 @@
 
 #include "engine/Constants.h"
 #include "engine/FilterComponent.h"
+#include "engine/SectionValues.h"
 
 namespace larynth {
 
@@ -14,7 +15,7 @@ namespace larynth {
 /// bandwidths above 0 Hz.
 class Resonator final : public FilterComponent {
   public:
-    Resonator(double A, double B, double C) : A_(A), B_(B), C_(C) {}
+    Resonator(double A, double B, double C) : values_{A, B, C} {}
 
     /// Sets the coefficients directly.
     void SetABC(double A, double B, double C);
@@ -25,16 +26,17 @@ class Resonator final : public FilterComponent {
 
     double Process(double x) override;
 
+    SectionValues& Values() { return values_; }
+
   private:
-    double A_, B_, C_;
+    SectionValues values_;
     double gain_ = 1.0;
-    double y1_ = 0.0, y2_ = 0.0;
 };
 
 inline void Resonator::SetABC(double A, double B, double C) {
-    A_ = A;
-    B_ = B;
-    C_ = C;
+    values_.A = A;
+    values_.B = B;
+    values_.C = C;
 }
 
 inline void Resonator::SetFB(double F, double BW, double gain, double T) {
@@ -45,15 +47,16 @@ inline void Resonator::SetFB(double F, double BW, double gain, double T) {
     }
 
     const double r = std::exp(-kPi10 * BW * T);
-    C_ = -(r * r);
-    B_ = 2.0 * r * std::cos(2.0 * (T * F * kPi10));
-    A_ = gain_ * ((1.0 - B_) - C_);
+    const double C = -(r * r);
+    const double B = 2.0 * r * std::cos(2.0 * (T * F * kPi10));
+    SetABC(gain_ * ((1.0 - B) - C), B, C);
 }
 
 inline double Resonator::Process(double x) {
-    const double y = (B_ * y1_ + C_ * y2_) + A_ * x;  // this order: rounding is part of the result
-    y2_ = y1_;
-    y1_ = y;
+    auto& [A, B, C, y1, y2] = values_;
+    const double y = (B * y1 + C * y2) + A * x;  // this order: rounding is part of the result
+    y2 = y1;
+    y1 = y;
     return y;
 }
 

@@ -17,7 +17,12 @@ class TiltFilter final : public FilterComponent {
     void SetTilt(int TL, double fs);
 
     /// With tilt 0 the input itself; the section then stands still.
-    double Process(double x) override { return TL_ == 0 ? x : resonator_.Process(x); }
+    double Process(double x) override { return IsTilting() ? resonator_.Process(x) : x; }
+
+    /// True while the tilt is not 0.
+    bool IsTilting() const { return TL_ != 0; }
+
+    Resonator& Section() { return resonator_; }
 
   private:
     int TL_ = 0;

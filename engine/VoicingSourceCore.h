@@ -1,9 +1,34 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cmath>
+
 #include "engine/Component.h"
 
 namespace larynth {
+
+/// What the length of a pitch period decides.
+struct GlottalPeriod {
+    double T0 = 0.01;   ///< s
+    double Tp = 0.005;  ///< s, the open phase: OQ·T0.
+    double K = 0.0;     ///< Normaliser of the pulse; 0: silent until parameters arrive.
+
+    /// The period of F0 (Hz), 0 for F0 = 0.
+    static GlottalPeriod OfF0(double F0, double OQ) { return OfT0(F0 == 0.0 ? 0.0 : 1.0 / F0, OQ); }
+    static GlottalPeriod OfT0(double T0, double OQ);
+};
+
+/// The pulse of a period at `tau` seconds behind its beginning; 0 while the glottis is closed.
+inline double GlottalPulse(double AV, const GlottalPeriod& period, double tau) {
+    const double open = AV * period.K * (2.0 * tau - 3.0 * (tau * tau) / period.Tp);
+    return tau <= period.Tp ? open : 0.0;
+}
+
+/// The place of the second pulse's time when the period stands at `t` (s).
+inline double SecondPulseTime(double t, const GlottalPeriod& period, double OQ, double DI) {
+    const double later = t + (1.0 - OQ) * DI * period.T0;
+    return later > period.T0 ? later - period.T0 : later;
+}
 
 /// Glottal flow derivative, one sample per Evaluate (polynomial pulse of Klatt's KLGLOTT88 kind).
 ///
@@ -40,42 +65,47 @@ class VoicingSourceCore final : public Component {
     double FL() const { return FL_; }
     double FLT() const { return FLT_; }
 
+    double SampleTime() const { return T_; }
+    double AV() const { return AV_; }
+    double OQ() const { return OQ_; }
+    double DI() const { return DI_; }
+
+    /// The period in force and the time since it began (s), for code that makes many samples at once; that
+    /// code leaves here what the last of its samples would have left.
+    GlottalPeriod& Period() { return period_; }
+    double& Phase() { return t_; }
+
   private:
-    void SetPeriod(double T0);
-    void UpdatePulse();
     double ComputeSample();
-    double Pulse(double tau) const;
 
     double T_ = 0.0;     // s
     double F0_ = 100.0;  // Hz
     double AV_ = 100.0, OQ_ = 0.5, FL_ = 0.0, FLT_ = 5e-05, DI_ = 0.0;
-    double T0_ = 0.01;   // s
-    double Tp_ = 0.005;  // s, OQ·T0
-    double K_ = 0.0;     // silent until parameters arrive
-    double t_ = 0.0;     // s, since the period began
-    double t2_ = 0.0;    // s, since the second pulse began
+    GlottalPeriod period_;
+    double t_ = 0.0;  // s, since the period began
 };
+
+inline GlottalPeriod GlottalPeriod::OfT0(double T0, double OQ) {
+    // Energy of 2τ − 3τ²/Tp over the open phase is (2/15)·Tp³.
+    constexpr double kPulseEnergy = 0.13333333333333333;
+    const double Tp = OQ * T0;
+    const double K = 15.0 * T0 / std::sqrt(kPulseEnergy * (Tp * Tp * Tp));
+    return {T0, Tp, Tp == 0.0 ? 0.0 : K};
+}
 
 inline double VoicingSourceCore::Evaluate(bool recompute) {
     if (recompute) Invalidate();
     t_ = t_ + T_;
-    if (t_ > T0_) t_ = 0.0;
-    t2_ = t_ + (1.0 - OQ_) * DI_ * T0_;
-    if (t2_ > T0_) t2_ = t2_ - T0_;
+    if (t_ > period_.T0) t_ = 0.0;
     return ComputeSample();
 }
 
 inline double VoicingSourceCore::ComputeSample() {
     if (IsValid()) return Output();
-    if (AV_ == 0.0 || T0_ == 0.0 || OQ_ == 0.0) return Store(0.0);
-    double y = Pulse(t_);
-    if (DI_ > 0.0) y = y + (1.0 - DI_) * Pulse(t2_);
+    if (AV_ == 0.0 || period_.T0 == 0.0 || OQ_ == 0.0) return Store(0.0);
+    double y = GlottalPulse(AV_, period_, t_);
+    if (DI_ > 0.0) y = y + (1.0 - DI_) * GlottalPulse(AV_, period_, SecondPulseTime(t_, period_, OQ_, DI_));
     return Store(y);
-}
-
-inline double VoicingSourceCore::Pulse(double tau) const {
-    if (!(tau <= Tp_)) return 0.0;
-    return AV_ * K_ * (2.0 * tau - 3.0 * (tau * tau) / Tp_);
 }
 
 }  // namespace larynth

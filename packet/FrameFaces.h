@@ -62,7 +62,7 @@ inline HRESULT TimingFace::SetSampleFreq(double dValue) noexcept {
 }
 
 inline HRESULT TimingFace::GetSampleFreq(double* pdValue) noexcept {
-    return Put(pdValue, 1.0 / Data().sampleTime);
+    return Put(pdValue, Data().SampleFreq());
 }
 
 inline HRESULT TimingFace::SetFrameLen(int nValue) noexcept {

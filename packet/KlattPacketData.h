@@ -38,6 +38,9 @@ class KlattPacketData {
     double& Item(int index) noexcept;
     double& Scalar(ScalarItem item) noexcept { return scalars[static_cast<std::size_t>(item)]; }
 
+    /// Hz, by the way through the stored sample time: 1/(1/x) need not be x.
+    double SampleFreq() const noexcept { return 1.0 / sampleTime; }
+
     std::array<double, kScalarCount> scalars{};  ///< In the order of ScalarItem.
 
     int validity = kResonatorDataValid;

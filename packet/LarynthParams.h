@@ -21,7 +21,11 @@ class LarynthParams final
                        AspirationFace, FricationFace, CascadeFace, ParallelFace, FilterFace>,
       private KlattPacketData {
   public:
+    using Role = ILarynthParams;
     explicit LarynthParams(IUnknown* outer) noexcept : ComObject(outer) {}
+
+    /// What all faces show.
+    KlattPacketData& Values() noexcept { return *this; }
 
     HRESULT LARYNTH_CALL Copy(IUnknown* pSource) noexcept override;
     HRESULT LARYNTH_CALL Clone(REFIID Id, IUnknown** ppClone) noexcept override;

@@ -50,11 +50,9 @@ const FrequencyForm* ResonatorEntry::FB() noexcept {
     return &fb_;
 }
 
-const CoefficientForm* ResonatorEntry::ABC() noexcept {
-    if (current_ == Current::FB) {
-        if (owner_ == nullptr) return nullptr;
-        FBToABC(owner_->sampleTime);
-    }
+const CoefficientForm* ResonatorEntry::ComputedABC() noexcept {
+    if (owner_ == nullptr) return nullptr;
+    FBToABC(owner_->sampleTime);
     return &abc_;
 }
 

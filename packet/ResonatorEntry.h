@@ -44,7 +44,7 @@ class ResonatorEntry {
 
     /// The form, computed if it is stale; null when it cannot be computed because the entry has no owner.
     const FrequencyForm* FB() noexcept;
-    const CoefficientForm* ABC() noexcept;
+    const CoefficientForm* ABC() noexcept { return current_ != Current::FB ? &abc_ : ComputedABC(); }
 
     /// One value of a form; nothing when the form cannot be computed.
     std::optional<double> Get(double FrequencyForm::*value) noexcept;
@@ -81,6 +81,7 @@ class ResonatorEntry {
     CoefficientForm abc_;
 
   private:
+    const CoefficientForm* ComputedABC() noexcept;
     void Written(Current form) noexcept;
 
     int userState_ = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "engine/LFilter.h"
 
@@ -28,8 +29,8 @@ class OutputStage {
     /// Takes the filter settings of a voice; they are designed at once where the sample frequency is known.
     void SetShelves(const ShelfSettings& low, const ShelfSettings& high);
 
-    /// One sample; advances the filters and the pre-emphasis.
-    std::int16_t Process(double tractSum) noexcept;
+    /// The samples of the sums of both tracts, which are used up; advances the filters and the pre-emphasis.
+    void Process(std::span<double> tractSums, std::int16_t* samples) noexcept;
 
     const ShelfSettings& LowShelf() const noexcept { return lowSettings_; }
     const ShelfSettings& HighShelf() const noexcept { return highSettings_; }
@@ -39,6 +40,8 @@ class OutputStage {
     double preEmphasis = 0.0;  // a of y[n] − a·y[n−1]
 
   private:
+    void RunShelves(std::span<double> sums) noexcept;
+
     /// Each design clears the filters' state.
     void DesignFilters();
 

@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "synth/PacketRenderer.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <larynth/Classes.h>
 
+#include "block/OwnNetwork.h"
+#include "com/FlushDenormals.h"
+#include "com/OutPointer.h"
 #include "engine/Exception.h"
 #include "synth/CurrentVoice.h"
 #include "synth/OutputStage.h"
@@ -13,6 +19,10 @@ namespace larynth {
 namespace {
 
 constexpr int kFormat16Bit = 2;
+
+/// Frames up to this length (samples) are staged on the stack, where the block's check of the samples'
+/// address costs nothing.
+constexpr std::size_t kUsualLength = 1024;
 
 using Zelvani::CheckResult;
 
@@ -47,14 +57,43 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     ComPtr<ITTSSoundData> block = MakeBlock(attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
-    roles_.SetParams(packet);
+    {
+        const KnownCallable called(packet);
+        roles_.SetParams(packet);
+    }
 
     const Timing timing = ReadTiming(packet);
     output_.SetSampleFreq(timing.sampleFreq);
-    staging_.resize(static_cast<std::size_t>(timing.frameLength));
-    for (std::int16_t& sample : staging_) sample = output_.Process(roles_.NextSample());
-    block->AppendSamples(kFormat16Bit, staging_.data(), timing.frameLength);
+    const auto count = static_cast<std::size_t>(timing.frameLength);
+    if (count <= kUsualLength) {
+        std::int16_t staging[kUsualLength];
+        RenderInto(*block.Get(), std::span(staging, count));
+    } else {
+        staging_.resize(count);
+        RenderInto(*block.Get(), staging_);
+    }
     return block;
+}
+
+void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging) {
+    RenderSamples(staging);
+    block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
+}
+
+void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
+    const FlushDenormals whileRendering;
+    auto own = block::OwnNetwork::Find(roles_.Components());
+    double sums[block::OwnNetwork::kStretch];
+    while (!samples.empty()) {
+        const std::span stretch(sums, std::min(samples.size(), std::size(sums)));
+        if (own) {
+            own->Render(block::FastestKernels(), stretch);
+        } else {
+            for (double& sum : stretch) sum = roles_.NextSample();
+        }
+        output_.Process(stretch, samples.data());
+        samples = samples.subspan(stretch.size());
+    }
 }
 
 }  // namespace larynth

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <vector>
 
 #include <larynth/ComPtr.h>
@@ -26,10 +28,14 @@ class PacketRenderer {
     ComPtr<ITTSSoundData> Render(ILarynthParams* packet, IUnknown* attached);
 
   private:
+    void RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging);
+    /// In blocks when every component is this module's own, else sample by sample.
+    void RenderSamples(std::span<std::int16_t> samples);
+
     Roles& roles_;
     OutputStage& output_;
     CurrentVoice& voice_;
-    std::vector<std::int16_t> staging_;  // of the last frame; grows to the longest one
+    std::vector<std::int16_t> staging_;  // for long frames
 };
 
 }  // namespace larynth

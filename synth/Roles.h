@@ -6,6 +6,8 @@
 #include <larynth/Tracts.h>
 #include <larynth/Voice.h>
 
+#include "block/OwnNetwork.h"
+
 namespace larynth {
 
 /// What kind of voicing source is plugged in: decides whether a voice that brings no source may keep it.
@@ -42,6 +44,12 @@ class Roles {
 
     /// True when every role but the voicing filter's is filled.
     bool Complete() const noexcept;
+
+    /// The components as they are called; valid until a role changes.
+    block::Network Components() const noexcept {
+        return {voicingSource.Get(), aspirationSource.Get(), fricationSource.Get(),
+                vocalTract.Get(),    parallelTract.Get(),    voicingFilter.Get()};
+    }
 
     /// Hands a frame's packet to every component, voicing filter last. Raises ComException with the first
     /// failure.

@@ -53,9 +53,9 @@ TEST(NoiseGenerator, ThreadsShareTheSequenceWithoutLossOrRepetition) {
 }
 
 TEST(NoiseSource, SampleIsUniformOverTheScaledRange) {
-    EXPECT_EQ(NoiseSample(0, 2.0), -1.732050808);
-    EXPECT_EQ(NoiseSample(16384, 2.0), 5.285960899685509e-05);
-    EXPECT_EQ(NoiseSample(kMaxNoiseValue, 2.0), 1.732050808);
+    EXPECT_EQ(NoiseSample<double>(0, 2.0), -1.732050808);
+    EXPECT_EQ(NoiseSample<double>(16384, 2.0), 5.285960899685509e-05);
+    EXPECT_EQ(NoiseSample<double>(kMaxNoiseValue, 2.0), 1.732050808);
 }
 
 TEST(NoiseSource, OnlyAComputedSampleCostsADraw) {

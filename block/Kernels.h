@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "block/Tracts.h"
+#include "engine/VoicingSourceCore.h"
+
+namespace larynth::block {
+
+/// What two noise sources that draw in turn put out, the first before the second.
+struct NoisePair {
+    double firstAmplitude, secondAmplitude;
+    double* first;
+    double* second;
+};
+
+/// The shape of the glottal pulses of a stretch, see VoicingSourceCore.
+struct Glottis {
+    double AV, OQ, DI;
+};
+
+/// The pitch periods that hold at each sample.
+struct GlottalPeriods {
+    double* T0;  // s
+    double* Tp;  // s
+    double* K;
+};
+
+/// The last stage: volume·(y[n] − coefficient·y[n−1]) with y = gain·sum.
+struct Finish {
+    double gain, coefficient, volume;
+};
+
+/// The loops over a stretch of samples, once for each instruction set. All of them make the bits that the
+/// engine's elements make sample by sample.
+struct Kernels {
+    const char* name;
+
+    /// Noise of two sources that draw in turn; `state` is the generator's before the draws.
+    void (*noise)(std::uint32_t state, const NoisePair& noise, std::size_t count);
+
+    /// Pulses at the times `t` (s) since the period began, which has one length for all of them.
+    void (*pulses)(const Glottis& glottis, const GlottalPeriod& period, const double* t, double* out,
+                   std::size_t count);
+    /// The same with a period for each sample.
+    void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, const double* t, double* out,
+                        std::size_t count);
+
+    /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. No time exceeds
+    /// Flutter::kReducedTime.
+    void (*flutter)(double F0, double FL, double* t, std::size_t count);
+
+    /// The periods of the frequencies `F0` (Hz).
+    void (*periods)(double OQ, const double* F0, const GlottalPeriods& out, std::size_t count);
+
+    /// Both tracts: their sum goes to `samples.sum`.
+    void (*tracts)(Tracts& tracts, const TractSamples& samples, std::size_t count);
+
+    /// 16-bit samples, each truncated toward zero; `previous` is y[−1]. False when a value was 2^31 or more
+    /// or not a number: then the samples mean nothing.
+    bool (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
+                   std::size_t count);
+};
+
+/// The sets of loops that this processor can run, the plain one first, the fastest last.
+std::span<const Kernels* const> AvailableKernels() noexcept;
+
+inline const Kernels& FastestKernels() noexcept { return *AvailableKernels().back(); }
+
+}  // namespace larynth::block

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+/// The loops that a compiler makes vector code of by itself. Each iteration makes the operations of the
+/// element that it stands for, in their order.
+#pragma once
+
+#include "block/Kernels.h"
+#include "block/Lanes.h"
+#include "engine/Flutter.h"
+#include "engine/VoicingSourceCore.h"
+
+namespace larynth::block {
+
+LARYNTH_KERNEL void Pulses(const Glottis& g, const GlottalPeriod& period, const double* t, double* out,
+                           std::size_t count) {
+    const GlottalPeriod p = period;  // a copy: `out` could be any double
+    for (std::size_t i = 0; i < count; ++i) out[i] = GlottalPulse(g.AV, p, t[i]);
+    if (!(g.DI > 0.0)) return;
+    const double OQ = g.OQ, DI = g.DI, AV = g.AV;
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = out[i] + (1.0 - DI) * GlottalPulse(AV, p, SecondPulseTime(t[i], p, OQ, DI));
+    }
+}
+
+/// A period of 0 is silent.
+LARYNTH_KERNEL void MovedPulses(const Glottis& g, const GlottalPeriods& periods, const double* t, double* out,
+                                std::size_t count) {
+    const auto [AV, OQ, DI] = g;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double y = GlottalPulse(AV, {periods.T0[i], periods.Tp[i], periods.K[i]}, t[i]);
+        out[i] = periods.T0[i] == 0.0 ? 0.0 : y;
+    }
+    if (!(DI > 0.0)) return;
+    for (std::size_t i = 0; i < count; ++i) {
+        const GlottalPeriod period{periods.T0[i], periods.Tp[i], periods.K[i]};
+        const double y = GlottalPulse(AV, period, SecondPulseTime(t[i], period, OQ, DI));
+        out[i] = period.T0 == 0.0 ? 0.0 : out[i] + (1.0 - DI) * y;
+    }
+}
+
+LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) t[i] = Flutter::Moved<ReducedSine>(F0, FL, t[i]);
+}
+
+LARYNTH_KERNEL void Periods(double OQ, const double* F0, const GlottalPeriods& out, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const GlottalPeriod period = GlottalPeriod::OfF0(F0[i], OQ);
+        out.T0[i] = period.T0;
+        out.Tp[i] = period.Tp;
+        out.K[i] = period.K;
+    }
+}
+
+/// Writes one sample; true when it is too large for the conversion to 32 bits, which vectors have. Below 2^31
+/// that one keeps the same low 16 bits as the conversion to 64 bits.
+LARYNTH_KERNEL bool PutSample(const Finish& f, double y, double before, std::int16_t& out) {
+    constexpr double kLimit = 2147483648.0;  // 2^31
+    const double value = f.volume * (y - f.coefficient * before);
+    const bool small = value < kLimit && value > -kLimit;
+    out = static_cast<std::int16_t>(static_cast<std::int32_t>(small ? value : 0.0));
+    return !small;
+}
+
+LARYNTH_KERNEL bool FinishSamples(const Finish& finish, double previous, const double* sums,
+                                  std::int16_t* out, std::size_t count) {
+    const Finish f = finish;
+    std::int64_t large = count != 0 && PutSample(f, sums[0] * f.gain, previous, out[0]) ? 1 : 0;
+    for (std::size_t i = 1; i < count; ++i) {
+        large |= PutSample(f, sums[i] * f.gain, sums[i - 1] * f.gain, out[i]) ? 1 : 0;
+    }
+    return large == 0;
+}
+
+}  // namespace larynth::block

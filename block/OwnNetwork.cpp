@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "block/OwnNetwork.h"
+
+#include <algorithm>
+
+#include "com/OwnObject.h"
+
+namespace larynth::block {
+
+namespace {
+
+/// Room for a value of each sample of a stretch, and one more. Not initialised.
+using Values = double[OwnNetwork::kStretch + 1];
+
+template <class Sections>
+void FillLanes(SectionLanes& lanes, int first, Sections&& sections) noexcept {
+    for (auto& section : sections) lanes.Fill(first++, section.Values());
+}
+
+template <class Sections>
+void GiveStates(const SectionLanes& lanes, int first, Sections&& sections) noexcept {
+    for (auto& section : sections) lanes.GiveState(first++, section.Values());
+}
+
+/// Writes the time since the period began at each sample; `T0(i)` is the period at sample i.
+template <class PeriodAt>
+void AdvancePhase(VoicingSourceCore& source, std::span<double> times, PeriodAt&& T0) noexcept {
+    const double T = source.SampleTime();
+    double t = source.Phase();
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        t = t + T;
+        if (t > T0(i)) t = 0.0;
+        times[i] = t;
+    }
+    source.Phase() = t;
+}
+
+}  // namespace
+
+std::optional<OwnNetwork> OwnNetwork::Find(const Network& network) noexcept {
+    OwnNetwork own;
+    own.voicingSource_ = network.voicingSource;
+    own.standardSource_ = OwnObject<TTSVoicingSourceStd>::Find(network.voicingSource);
+    own.aspirationSource_ = OwnObject<TTSAspirationSource>::Find(network.aspirationSource);
+    own.fricationSource_ = OwnObject<TTSFricationSource>::Find(network.fricationSource);
+    own.resonatorTract_ = OwnObject<TTSVocalTractR>::Find(network.vocalTract);
+    own.filterTract_ = OwnObject<TTSVocalTractF>::Find(network.vocalTract);
+    own.parallelTract_ = OwnObject<TTSParallelTract>::Find(network.parallelTract);
+    own.filter_ = OwnObject<TTSVoicingSourceFilter>::Find(network.voicingFilter);
+
+    const bool ownSource = own.standardSource_ != nullptr ||
+                           OwnObject<TTSVoicingSourceWave>::Find(network.voicingSource) != nullptr;
+    const bool complete = ownSource && own.aspirationSource_ != nullptr && own.fricationSource_ != nullptr &&
+                          (own.resonatorTract_ != nullptr || own.filterTract_ != nullptr) &&
+                          own.parallelTract_ != nullptr &&
+                          (own.filter_ != nullptr || network.voicingFilter == nullptr);
+    if (!complete) return std::nullopt;
+    const bool movesAnother = own.filter_ != nullptr && own.filter_->Source() != nullptr &&
+                              own.filter_->Source() != network.voicingSource;
+    return movesAnother ? std::nullopt : std::optional(own);
+}
+
+void OwnNetwork::Render(const Kernels& kernels, std::span<double> sums) noexcept {
+    if (sums.empty()) return;
+    Values voicing, aspiration, frication;
+    Excite(kernels, std::span(voicing, sums.size()));
+    DrawNoise(kernels, aspiration, frication, sums.size());
+    const TractSamples samples{voicing, aspiration, frication, sums.data()};
+    if (resonatorTract_ != nullptr) {
+        RunTracts(kernels, samples, sums.size());
+    } else {
+        RunFilterTract(kernels, samples, sums.size());
+    }
+}
+
+void OwnNetwork::Excite(const Kernels& kernels, std::span<double> voicing) noexcept {
+    const bool flutters = filter_ != nullptr && filter_->Flutters();
+    const bool inOneGo = standardSource_ != nullptr &&
+                         (!flutters || filter_->FlutterState().StaysReduced(filter_->FLT(), voicing.size()));
+    if (!inOneGo) {
+        ExciteOneByOne(voicing, flutters);
+    } else if (flutters) {
+        ExciteFluttering(kernels, voicing);
+    } else {
+        ExciteSteadily(kernels, voicing);
+    }
+}
+
+void OwnNetwork::ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept {
+    for (double& sample : voicing) {
+        sample = 0.0;
+        voicingSource_->CalculateNext(&sample);
+        if (flutters) voicingSource_->SetF0(filter_->NextF0());
+    }
+}
+
+void OwnNetwork::ExciteSteadily(const Kernels& kernels, std::span<double> voicing) noexcept {
+    VoicingSourceCore& source = standardSource_->Core();
+    const GlottalPeriod period = source.Period();
+    Values times;
+    AdvancePhase(source, std::span(times, voicing.size()), [&](std::size_t) { return period.T0; });
+    if (source.AV() == 0.0 || period.T0 == 0.0 || source.OQ() == 0.0) {
+        std::ranges::fill(voicing, 0.0);
+    } else {
+        kernels.pulses({source.AV(), source.OQ(), source.DI()}, period, times, voicing.data(),
+                       voicing.size());
+    }
+    source.Store(voicing.back());
+}
+
+/// The filter runs behind the source, so that each flutter step sets the period of the next sample.
+void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept {
+    const std::size_t count = voicing.size();
+    VoicingSourceCore& source = standardSource_->Core();
+    Values frequencies, times, T0, Tp, K;
+    filter_->FlutterState().Advance(filter_->FLT(), std::span(frequencies, count));
+    kernels.flutter(filter_->F0(), filter_->FL(), frequencies, count);
+
+    T0[0] = source.Period().T0;
+    Tp[0] = source.Period().Tp;
+    K[0] = source.Period().K;
+    kernels.periods(source.OQ(), frequencies, {T0 + 1, Tp + 1, K + 1}, count);
+    AdvancePhase(source, std::span(times, count), [&](std::size_t i) { return T0[i]; });
+    if (source.AV() == 0.0 || source.OQ() == 0.0) {
+        std::ranges::fill(voicing, 0.0);
+    } else {
+        kernels.movedPulses({source.AV(), source.OQ(), source.DI()}, {T0, Tp, K}, times, voicing.data(),
+                            count);
+    }
+    source.Period() = {T0[count], Tp[count], K[count]};
+    source.Store(voicing.back());
+}
+
+void OwnNetwork::DrawNoise(const Kernels& kernels, double* aspiration, double* frication,
+                           std::size_t count) noexcept {
+    NoiseSource& first = aspirationSource_->Core();
+    NoiseSource& second = fricationSource_->Core();
+    const std::uint32_t state = first.Generator().Claim(2 * count);
+    kernels.noise(state, {first.Amplitude(), second.Amplitude(), aspiration, frication}, count);
+    first.Store(aspiration[count - 1]);
+    second.Store(frication[count - 1]);
+}
+
+void OwnNetwork::RunTracts(const Kernels& kernels, const TractSamples& samples, std::size_t count) noexcept {
+    CascadeTract& cascade = resonatorTract_->Core();
+    ParallelTractCore& parallel = parallelTract_->Core();
+    TiltFilter* const tilt = filter_ != nullptr ? &filter_->Tilt() : nullptr;
+    Tracts tracts;
+    tracts.tilting = tilt != nullptr && tilt->IsTilting();
+    if (tracts.tilting) tracts.cascade.Fill(Tracts::kTilt, tilt->Section().Values());
+    FillLanes(tracts.cascade, Tracts::kAntiResonator, cascade.AntiResonators());
+    FillLanes(tracts.cascade, Tracts::kFirstResonator, cascade.Resonators());
+    FillLanes(tracts.parallel, 0, parallel.Resonators());
+    tracts.bypass = parallel.Bypass().Gain();
+
+    kernels.tracts(tracts, samples, count);
+
+    if (tracts.tilting) tracts.cascade.GiveState(Tracts::kTilt, tilt->Section().Values());
+    GiveStates(tracts.cascade, Tracts::kAntiResonator, cascade.AntiResonators());
+    GiveStates(tracts.cascade, Tracts::kFirstResonator, cascade.Resonators());
+    GiveStates(tracts.parallel, 0, parallel.Resonators());
+    // A resonator's last output is its state.
+    if (tilt != nullptr) {
+        tilt->Store(tracts.tilting ? tilt->Section().Values().state1 : samples.voicing[count - 1]);
+    }
+    cascade.Store(cascade.Resonators().back().Values().state1);
+    parallel.Store(tracts.parallelOutput);
+}
+
+/// The tract as one filter runs sample by sample; the parallel branch beside an empty cascade.
+void OwnNetwork::RunFilterTract(const Kernels& kernels, const TractSamples& samples,
+                                std::size_t count) noexcept {
+    Values cascade;
+    for (std::size_t i = 0; i < count; ++i) {
+        double voicing = samples.voicing[i];
+        if (filter_ != nullptr) voicing = filter_->Tilt().Store(filter_->Tilt().Process(voicing));
+        filterTract_->CalculateNext(voicing + samples.aspiration[i], &cascade[i]);
+    }
+    ParallelTractCore& parallel = parallelTract_->Core();
+    Tracts tracts;
+    FillLanes(tracts.parallel, 0, parallel.Resonators());
+    tracts.bypass = parallel.Bypass().Gain();
+    kernels.tracts(tracts, samples, count);
+    GiveStates(tracts.parallel, 0, parallel.Resonators());
+    parallel.Store(tracts.parallelOutput);
+    for (std::size_t i = 0; i < count; ++i) samples.sum[i] = samples.sum[i] + cascade[i];
+}
+
+}  // namespace larynth::block

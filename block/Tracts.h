@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/SectionValues.h"
+
+namespace larynth::block {
+
+/// Sections side by side, one a lane. A lane that is never filled is silent.
+struct alignas(32) SectionLanes {
+    static constexpr int kLanes = 8;
+
+    double A[kLanes] = {}, B[kLanes] = {}, C[kLanes] = {};
+    double state1[kLanes] = {}, state2[kLanes] = {};
+
+    void Fill(int lane, const SectionValues& section) noexcept {
+        A[lane] = section.A;
+        B[lane] = section.B;
+        C[lane] = section.C;
+        state1[lane] = section.state1;
+        state2[lane] = section.state2;
+    }
+    void GiveState(int lane, SectionValues& section) const noexcept {
+        section.state1 = state1[lane];
+        section.state2 = state2[lane];
+    }
+};
+
+/// Both tracts, with the tilt section in front of the cascade.
+struct Tracts {
+    static constexpr int kTilt = 0, kAntiResonator = 1, kFirstResonator = 2;  // lanes of the cascade
+    static constexpr int kCascadeLast = 7, kParallelLast = 6;                 // lanes that give the output
+
+    SectionLanes cascade, parallel;
+    bool tilting = false;         // false: the tilt lane passes its input and stands still
+    double bypass = 0.0;          // gain beside the parallel sections
+    double parallelOutput = 0.0;  // the last sample's
+};
+
+/// What goes through the tracts.
+struct TractSamples {
+    const double* voicing;     // in front of the tilt
+    const double* aspiration;  // joins behind it
+    const double* frication;   // into the parallel branch
+    double* sum;               // out: parallel + cascade
+};
+
+}  // namespace larynth::block

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+/// The short road from a packet of this system into a component. It leaves what the way through the packet's
+/// interfaces leaves, values and states, without making fourteen views and seventy checked calls a frame.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+#include "com/OwnObject.h"
+#include "packet/LarynthParams.h"
+
+namespace larynth {
+
+/// The values of a packet that is this system's own and stands alone; null for any other, which is asked
+/// through its interfaces. `packet` is null or can be called.
+inline KlattPacketData* OwnPacketValues(IUnknown* packet) noexcept {
+    LarynthParams* const own = OwnObject<LarynthParams>::Find(packet);
+    return own != nullptr ? &own->Values() : nullptr;
+}
+
+/// Sets every section from the packet's entry of the same place. Entries of a packet have an owner: they
+/// always have coefficients to give.
+template <class Section, class Entry, std::size_t Count>
+void TakeSections(std::span<Section> sections, std::array<Entry, Count>& entries) noexcept {
+    for (std::size_t i = 0; i < std::min(sections.size(), Count); ++i) {
+        const auto [A, B, C] = *entries[i].ABC();
+        sections[i].SetABC(A, B, C);
+    }
+}
+
+}  // namespace larynth

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include <cstdint>
+
+#include <larynth/Runtime.h>
+
+namespace larynth {
+
+namespace {
+
+#if defined(__x86_64__)
+
+constexpr unsigned kFlush = 0x8040;  // MXCSR: flush-to-zero, denormals-are-zero
+
+unsigned Mode() noexcept { return __builtin_ia32_stmxcsr(); }
+void SetMode(unsigned mode) noexcept { __builtin_ia32_ldmxcsr(mode); }
+
+#elif defined(__aarch64__)
+
+constexpr unsigned kFlush = 1U << 24;  // FPCR: flush-to-zero, of inputs as well
+
+unsigned Mode() noexcept {
+    std::uint64_t mode;
+    asm volatile("mrs %0, fpcr" : "=r"(mode));
+    return static_cast<unsigned>(mode);
+}
+void SetMode(unsigned mode) noexcept { asm volatile("msr fpcr, %0" : : "r"(std::uint64_t{mode})); }
+
+#else
+
+constexpr unsigned kFlush = 0;
+
+unsigned Mode() noexcept { return 0; }
+void SetMode(unsigned) noexcept {}
+
+#endif
+
+}  // namespace
+
+}  // namespace larynth
+
+unsigned LARYNTH_CALL LarynthFlushDenormals() {
+    const unsigned before = larynth::Mode();
+    larynth::SetMode(before | larynth::kFlush);
+    return before;
+}
+
+void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode) { larynth::SetMode(nMode); }
