@@ -57,7 +57,7 @@ struct Kernels {
     void (*periods)(double OQ, const double* F0, const GlottalPeriods& out, std::size_t count);
 
     /// Both tracts: their sum goes to `samples.sum`.
-    void (*tracts)(Tracts& tracts, const TractSamples& samples, std::size_t count);
+    void (*tracts)(Tracts& tracts, TractSamples samples, std::size_t count);
 
     /// 16-bit samples, each truncated toward zero; `previous` is y[−1]. False when a value was 2^31 or more
     /// or not a number: then the samples mean nothing.

@@ -3,6 +3,7 @@
 /// in each lane.
 #pragma once
 
+#include <cstdint>
 #include <cstring>
 
 namespace larynth::block {
@@ -33,30 +34,33 @@ LARYNTH_KERNEL void StoreLanes(const Lanes& lanes, double* to) {
     Store4(lanes.high, to + 4);
 }
 
-/// `vector` moved up by one lane, the last lane of `below` in the first. Two steps that are one instruction
-/// each.
-LARYNTH_KERNEL Double4 ShiftUp(const Double4& below, const Double4& vector) {
-    const Double4 middle = __builtin_shufflevector(below, vector, 2, 3, 4, 5);
-    return __builtin_shufflevector(middle, vector, 1, 4, 3, 6);
+LARYNTH_KERNEL Double4 InAllLanes(double x) { return Double4{x, x, x, x}; }
+
+/// The last three lanes moved down by one, 0 in the last.
+LARYNTH_KERNEL Double4 ShiftDown(const Double4& v) {
+    const Double4 upper = __builtin_shufflevector(v, Double4{}, 2, 3, 4, 5);
+    return __builtin_shufflevector(v, upper, 1, 4, 3, 6);
 }
 
-/// The lanes moved up by one, `first` in lane 0.
-LARYNTH_KERNEL Lanes ShiftIn(double first, const Lanes& lanes) {
-    return {ShiftUp(Double4{} + first, lanes.low), ShiftUp(lanes.low, lanes.high)};
+/// Rows become columns.
+LARYNTH_KERNEL void Transpose(Double4& a, Double4& b, Double4& c, Double4& d) {
+    const Double4 evenAB = __builtin_shufflevector(a, b, 0, 4, 2, 6);
+    const Double4 oddAB = __builtin_shufflevector(a, b, 1, 5, 3, 7);
+    const Double4 evenCD = __builtin_shufflevector(c, d, 0, 4, 2, 6);
+    const Double4 oddCD = __builtin_shufflevector(c, d, 1, 5, 3, 7);
+    a = __builtin_shufflevector(evenAB, evenCD, 0, 1, 4, 5);
+    b = __builtin_shufflevector(oddAB, oddCD, 0, 1, 4, 5);
+    c = __builtin_shufflevector(evenAB, evenCD, 2, 3, 6, 7);
+    d = __builtin_shufflevector(oddAB, oddCD, 2, 3, 6, 7);
 }
 
-/// `yes` in the lanes whose number k gives first ≤ k ≤ last, `no` in the others.
-LARYNTH_KERNEL Double4 ChooseBetween(const Double4& number, double first, double last, const Double4& yes,
-                                     const Double4& no) {
-    const auto mask = (number >= first) & (number <= last);
-    using Mask = decltype(mask + mask);
+/// A lane's bits are all set or all clear.
+using Mask4 __attribute__((vector_size(32))) = std::int64_t;
+
+/// `yes` in the lanes that are set, `no` in the others.
+LARYNTH_KERNEL Double4 Choose(const Mask4& mask, const Double4& yes, const Double4& no) {
     return __builtin_bit_cast(
-        Double4, (mask & __builtin_bit_cast(Mask, yes)) | (~mask & __builtin_bit_cast(Mask, no)));
-}
-LARYNTH_KERNEL Lanes ChooseBetween(double first, double last, const Lanes& yes, const Lanes& no) {
-    constexpr Double4 kLow = {0, 1, 2, 3}, kHigh = {4, 5, 6, 7};
-    return {ChooseBetween(kLow, first, last, yes.low, no.low),
-            ChooseBetween(kHigh, first, last, yes.high, no.high)};
+        Double4, (mask & __builtin_bit_cast(Mask4, yes)) | (~mask & __builtin_bit_cast(Mask4, no)));
 }
 
 }  // namespace larynth::block

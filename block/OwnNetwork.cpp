@@ -12,14 +12,33 @@ namespace {
 /// Room for a value of each sample of a stretch, and one more. Not initialised.
 using Values = double[OwnNetwork::kStretch + 1];
 
-template <class Sections>
-void FillLanes(SectionLanes& lanes, int first, Sections&& sections) noexcept {
-    for (auto& section : sections) lanes.Fill(first++, section.Values());
+SectionValues& CascadeSection(CascadeTract& tract, int place) noexcept {
+    return place == 0 ? tract.AntiResonators()[0].Values()
+                      : tract.Resonators()[static_cast<std::size_t>(place) - 1].Values();
 }
 
-template <class Sections>
-void GiveStates(const SectionLanes& lanes, int first, Sections&& sections) noexcept {
-    for (auto& section : sections) lanes.GiveState(first++, section.Values());
+void FillCascade(SectionLanes& lanes, CascadeTract& tract) noexcept {
+    for (int place = 0; place < Tracts::kCascadeCount; ++place) {
+        lanes.Fill(Tracts::CascadeLane(place), CascadeSection(tract, place));
+    }
+}
+
+void GiveCascade(const SectionLanes& lanes, CascadeTract& tract) noexcept {
+    for (int place = 0; place < Tracts::kCascadeCount; ++place) {
+        lanes.GiveState(Tracts::CascadeLane(place), CascadeSection(tract, place));
+    }
+}
+
+void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
+    int lane = 0;
+    for (Resonator& section : branch.Resonators()) tracts.parallel.Fill(lane++, section.Values());
+    tracts.bypass = branch.Bypass().Gain();
+}
+
+void GiveParallel(const Tracts& tracts, ParallelTractCore& branch) noexcept {
+    int lane = 0;
+    for (Resonator& section : branch.Resonators()) tracts.parallel.GiveState(lane++, section.Values());
+    branch.Store(tracts.parallelOutput);
 }
 
 /// Writes the time since the period began at each sample; `T0(i)` is the period at sample i.
@@ -141,48 +160,37 @@ void OwnNetwork::DrawNoise(const Kernels& kernels, double* aspiration, double* f
     second.Store(frication[count - 1]);
 }
 
-void OwnNetwork::RunTracts(const Kernels& kernels, const TractSamples& samples, std::size_t count) noexcept {
+void OwnNetwork::RunTracts(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept {
     CascadeTract& cascade = resonatorTract_->Core();
-    ParallelTractCore& parallel = parallelTract_->Core();
     TiltFilter* const tilt = filter_ != nullptr ? &filter_->Tilt() : nullptr;
     Tracts tracts;
     tracts.tilting = tilt != nullptr && tilt->IsTilting();
-    if (tracts.tilting) tracts.cascade.Fill(Tracts::kTilt, tilt->Section().Values());
-    FillLanes(tracts.cascade, Tracts::kAntiResonator, cascade.AntiResonators());
-    FillLanes(tracts.cascade, Tracts::kFirstResonator, cascade.Resonators());
-    FillLanes(tracts.parallel, 0, parallel.Resonators());
-    tracts.bypass = parallel.Bypass().Gain();
+    if (tracts.tilting) tracts.tilt = tilt->Section().Values();
+    FillCascade(tracts.cascade, cascade);
+    FillParallel(tracts, parallelTract_->Core());
 
     kernels.tracts(tracts, samples, count);
 
-    if (tracts.tilting) tracts.cascade.GiveState(Tracts::kTilt, tilt->Section().Values());
-    GiveStates(tracts.cascade, Tracts::kAntiResonator, cascade.AntiResonators());
-    GiveStates(tracts.cascade, Tracts::kFirstResonator, cascade.Resonators());
-    GiveStates(tracts.parallel, 0, parallel.Resonators());
     // A resonator's last output is its state.
-    if (tilt != nullptr) {
-        tilt->Store(tracts.tilting ? tilt->Section().Values().state1 : samples.voicing[count - 1]);
-    }
+    if (tracts.tilting) tilt->Section().Values() = tracts.tilt;
+    if (tilt != nullptr) tilt->Store(tracts.tilting ? tracts.tilt.state1 : samples.voicing[count - 1]);
+    GiveCascade(tracts.cascade, cascade);
     cascade.Store(cascade.Resonators().back().Values().state1);
-    parallel.Store(tracts.parallelOutput);
+    GiveParallel(tracts, parallelTract_->Core());
 }
 
 /// The tract as one filter runs sample by sample; the parallel branch beside an empty cascade.
-void OwnNetwork::RunFilterTract(const Kernels& kernels, const TractSamples& samples,
-                                std::size_t count) noexcept {
+void OwnNetwork::RunFilterTract(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept {
     Values cascade;
     for (std::size_t i = 0; i < count; ++i) {
         double voicing = samples.voicing[i];
         if (filter_ != nullptr) voicing = filter_->Tilt().Store(filter_->Tilt().Process(voicing));
         filterTract_->CalculateNext(voicing + samples.aspiration[i], &cascade[i]);
     }
-    ParallelTractCore& parallel = parallelTract_->Core();
     Tracts tracts;
-    FillLanes(tracts.parallel, 0, parallel.Resonators());
-    tracts.bypass = parallel.Bypass().Gain();
+    FillParallel(tracts, parallelTract_->Core());
     kernels.tracts(tracts, samples, count);
-    GiveStates(tracts.parallel, 0, parallel.Resonators());
-    parallel.Store(tracts.parallelOutput);
+    GiveParallel(tracts, parallelTract_->Core());
     for (std::size_t i = 0; i < count; ++i) samples.sum[i] = samples.sum[i] + cascade[i];
 }
 

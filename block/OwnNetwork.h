@@ -53,8 +53,8 @@ class OwnNetwork {
     void ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept;
     void ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept;
     void DrawNoise(const Kernels& kernels, double* aspiration, double* frication, std::size_t count) noexcept;
-    void RunTracts(const Kernels& kernels, const TractSamples& samples, std::size_t count) noexcept;
-    void RunFilterTract(const Kernels& kernels, const TractSamples& samples, std::size_t count) noexcept;
+    void RunTracts(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept;
+    void RunFilterTract(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept;
 
     ITTSVoicingSource* voicingSource_ = nullptr;
     TTSVoicingSourceStd* standardSource_ = nullptr;  // the same, or null for a wave source

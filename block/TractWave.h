@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-/// The wavefront that runs all sections of both tracts at once.
+/// All sections of both tracts at once.
 ///
-/// A section's recurrence is a chain of dependent operations, and sections in series wait for each other.
-/// Here lane k of the cascade works on sample s − k at step s: its input is what its left neighbour put out
-/// at the step before, and all lanes advance together. The parallel branch, one sample later, sends its input
-/// and its partial sum along the lanes in the same way, so that the sum is made in index order. Each section
-/// makes the operations of Resonator::Process and AntiResonator::Process, in their order.
+/// A section's recurrence is a chain of dependent operations, and sections in series wait for each other. So
+/// the cascade runs as a wavefront: its section k works on sample s − k at step s, takes in what its
+/// neighbour put out at the step before, and all lanes advance together. The sections of the parallel branch
+/// have the same input; their outputs are turned, four samples at a time, so that the sums are made in index
+/// order. Both recurrences stand in one loop, so that one computes while the other waits. Each section makes
+/// the operations of Resonator::Process and AntiResonator::Process, in their order.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +17,7 @@
 
 namespace larynth::block {
 
-/// One chain of sections in registers.
+/// Sections in registers.
 struct Chain {
     Lanes A, B, C, state1, state2;
 
@@ -33,77 +34,118 @@ struct Chain {
         state2 = state1;
         state1 = newest;
     }
-    /// Advances the lanes `first` to `last`, which have a sample; the others keep their states.
-    LARYNTH_KERNEL void AdvanceBetween(std::int64_t first, std::int64_t last, const Lanes& newest) {
-        const auto from = static_cast<double>(first), to = static_cast<double>(last);
-        state2 = ChooseBetween(from, to, state1, state2);
-        state1 = ChooseBetween(from, to, newest, state1);
-    }
     LARYNTH_KERNEL void StoreStates(SectionLanes& sections) const {
         StoreLanes(state1, sections.state1);
         StoreLanes(state2, sections.state2);
     }
 };
 
-struct TractWave {
-    Chain cascade, parallel;
-    double bypass;
-    Lanes cascadeOut = {}, frication = {}, partialSum = {};
-    Lanes newestCascade = {}, newestParallel = {};  // what goes into the states
+/// One section, sample by sample; `kAnti` keeps inputs instead of outputs.
+template <bool kAnti = false>
+LARYNTH_KERNEL double RunSection(double A, double B, double C, double& state1, double& state2, double x) {
+    const double y = (B * state1 + C * state2) + A * x;
+    state2 = state1;
+    state1 = kAnti ? x : y;
+    return y;
+}
 
-    LARYNTH_KERNEL explicit TractWave(const Tracts& tracts)
-        : cascade(tracts.cascade), parallel(tracts.parallel), bypass(tracts.bypass) {}
+template <bool kTilting>
+struct CascadeWave {
+    static constexpr std::int64_t kDelay =
+        Tracts::kCascadeCount - 1;  // steps from a sample's entry to its output
 
-    template <bool kTilting>
-    LARYNTH_KERNEL void Step(double voicing, double aspiration, double fricationIn) {
-        static_assert(Tracts::kTilt == 0 && Tracts::kAntiResonator == 1);
-        Lanes x = ShiftIn(voicing, cascadeOut);
-        x.low = __builtin_shufflevector(x.low, x.low + aspiration, 0, 5, 2, 3);
-        cascadeOut = cascade.Output(x);
-        newestCascade = {__builtin_shufflevector(cascadeOut.low, x.low, 0, 5, 2, 3), cascadeOut.high};
-        if constexpr (!kTilting) cascadeOut.low = __builtin_shufflevector(cascadeOut.low, x.low, 4, 1, 2, 3);
+    Chain chain;
+    SectionValues tilt;
+    Lanes out = {}, newest = {};  // newest: what goes into the states
 
-        frication = ShiftIn(fricationIn, frication);
-        newestParallel = parallel.Output(frication);
-        partialSum = ShiftIn(bypass * fricationIn, partialSum) + newestParallel;
+    /// The cascade's input.
+    LARYNTH_KERNEL double Excitation(TractSamples samples, std::int64_t i) {
+        double x = samples.voicing[i];
+        if constexpr (kTilting) x = RunSection(tilt.A, tilt.B, tilt.C, tilt.state1, tilt.state2, x);
+        return x + samples.aspiration[i];
     }
-    LARYNTH_KERNEL double ParallelOutput() const { return partialSum.high[Tracts::kParallelLast - 4]; }
-    LARYNTH_KERNEL double Sum() const { return ParallelOutput() + cascadeOut.high[Tracts::kCascadeLast - 4]; }
+    LARYNTH_KERNEL void Compute(double entering) {
+        const Lanes x = {__builtin_shufflevector(out.high, InAllLanes(entering), 0, 1, 2, 7),
+                         ShiftDown(out.low)};
+        out = chain.Output(x);
+        newest = {__builtin_shufflevector(out.low, x.low, 0, 1, 2, 7), out.high};
+    }
+
+    /// A step in the midst of a stretch: every section has a sample.
+    LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t s) {
+        Compute(Excitation(samples, s));
+        chain.Advance(newest);
+        return out.low[0];
+    }
+    /// A step near the ends of the stretch: sections without a sample keep their states.
+    LARYNTH_KERNEL double EdgeStep(TractSamples samples, std::int64_t count, std::int64_t s) {
+        Compute(s < count ? Excitation(samples, s) : 0.0);
+        const Mask4 low = {Works(6, count, s), Works(4, count, s), Works(2, count, s), Works(0, count, s)};
+        const Mask4 high = {Works(5, count, s), Works(3, count, s), Works(1, count, s), 0};
+        static_assert(Tracts::CascadeLane(0) == 3 && Tracts::CascadeLane(1) == 6 &&
+                      Tracts::CascadeLane(6) == 0);
+        chain.state2 = {Choose(low, chain.state1.low, chain.state2.low),
+                        Choose(high, chain.state1.high, chain.state2.high)};
+        chain.state1 = {Choose(low, newest.low, chain.state1.low),
+                        Choose(high, newest.high, chain.state1.high)};
+        return out.low[0];
+    }
+    /// −1 when the section at `place` has a sample at step s.
+    LARYNTH_KERNEL static std::int64_t Works(std::int64_t place, std::int64_t count, std::int64_t s) {
+        return s >= place && s < place + count ? -1 : 0;
+    }
 };
 
-/// A step near the ends of the stretch, where some lanes have no sample.
-template <bool kTilting>
-LARYNTH_KERNEL void EdgeStep(TractWave& wave, const TractSamples& samples, std::int64_t count,
-                             std::int64_t s) {
-    const bool enters = s < count, joins = s >= 1 && s <= count;
-    wave.Step<kTilting>(enters ? samples.voicing[s] : 0.0, joins ? samples.aspiration[s - 1] : 0.0,
-                        joins ? samples.frication[s - 1] : 0.0);
-    wave.cascade.AdvanceBetween(s - count + 1, s, wave.newestCascade);
-    wave.parallel.AdvanceBetween(s - count, s - 1, wave.newestParallel);
-    if (const std::int64_t leaving = s - Tracts::kCascadeLast; leaving >= 0)
-        samples.sum[leaving] = wave.Sum();
-}
+struct ParallelBranch {
+    Chain chain;
+    double bypass;
 
-template <bool kTilting>
-LARYNTH_KERNEL void RunWave(Tracts& tracts, const TractSamples& samples, std::int64_t count) {
-    static_assert(Tracts::kParallelLast + 1 == Tracts::kCascadeLast, "both outputs leave at the same step");
-    constexpr std::int64_t kDelay = Tracts::kCascadeLast;  // steps from a sample's entry to its last lane
-    TractWave wave(tracts);
-    std::int64_t s = 0;
-    for (; s < kDelay; ++s) EdgeStep<kTilting>(wave, samples, count, s);
-    for (; s < count; ++s) {
-        wave.Step<kTilting>(samples.voicing[s], samples.aspiration[s - 1], samples.frication[s - 1]);
-        wave.cascade.Advance(wave.newestCascade);
-        wave.parallel.Advance(wave.newestParallel);
-        samples.sum[s - kDelay] = wave.Sum();
+    LARYNTH_KERNEL Lanes Outputs(double x) {
+        const Lanes y = chain.Output({InAllLanes(x), InAllLanes(x)});
+        chain.Advance(y);
+        return y;
     }
-    for (; s < count + kDelay; ++s) EdgeStep<kTilting>(wave, samples, count, s);
-    wave.cascade.StoreStates(tracts.cascade);
-    wave.parallel.StoreStates(tracts.parallel);
-    tracts.parallelOutput = wave.ParallelOutput();
+    LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t i) {
+        static_assert(Tracts::kParallelCount == 7);
+        const Lanes y = Outputs(samples.frication[i]);
+        double sum = bypass * samples.frication[i];
+        for (int k = 0; k < 4; ++k) sum = sum + y.low[k];
+        for (int k = 0; k < 3; ++k) sum = sum + y.high[k];
+        return sum;
+    }
+    LARYNTH_KERNEL Double4 FourSteps(TractSamples samples, std::int64_t i) {
+        const double* const x = samples.frication + i;
+        Lanes a = Outputs(x[0]), b = Outputs(x[1]), c = Outputs(x[2]), d = Outputs(x[3]);
+        Transpose(a.low, b.low, c.low, d.low);
+        Transpose(a.high, b.high, c.high, d.high);
+        const Double4 sum = (((bypass * Load4(x) + a.low) + b.low) + c.low) + d.low;
+        return ((sum + a.high) + b.high) + c.high;
+    }
+};
+
+template <bool kTilting>
+LARYNTH_KERNEL void RunWave(Tracts& tracts, TractSamples samples, std::int64_t count) {
+    constexpr std::int64_t kDelay = CascadeWave<kTilting>::kDelay;
+    CascadeWave<kTilting> cascade{Chain(tracts.cascade), tracts.tilt};
+    ParallelBranch parallel{Chain(tracts.parallel), tracts.bypass};
+    std::int64_t s = 0, i = 0;  // the step of the cascade, the sample that leaves both
+    for (; s < kDelay; ++s) cascade.EdgeStep(samples, count, s);
+    for (; s + 4 <= count; s += 4, i += 4) {
+        const Double4 sums = parallel.FourSteps(samples, i);
+        const double a = cascade.Step(samples, s), b = cascade.Step(samples, s + 1);
+        const double c = cascade.Step(samples, s + 2), d = cascade.Step(samples, s + 3);
+        Store4(sums + Double4{a, b, c, d}, samples.sum + i);
+    }
+    for (; i < count; ++s, ++i) {
+        tracts.parallelOutput = parallel.Step(samples, i);
+        samples.sum[i] = tracts.parallelOutput + cascade.EdgeStep(samples, count, s);
+    }
+    cascade.chain.StoreStates(tracts.cascade);
+    parallel.chain.StoreStates(tracts.parallel);
+    tracts.tilt = cascade.tilt;
 }
 
-LARYNTH_KERNEL void TractsByWave(Tracts& tracts, const TractSamples& samples, std::size_t count) {
+LARYNTH_KERNEL void TractsByWave(Tracts& tracts, TractSamples samples, std::size_t count) {
     const auto signedCount = static_cast<std::int64_t>(count);
     if (tracts.tilting) {
         RunWave<true>(tracts, samples, signedCount);
@@ -112,27 +154,24 @@ LARYNTH_KERNEL void TractsByWave(Tracts& tracts, const TractSamples& samples, st
     }
 }
 
-/// One sample through one lane's section; `kAnti` keeps inputs instead of outputs.
-template <bool kAnti>
-LARYNTH_KERNEL double RunSection(SectionLanes& lanes, int k, double x) {
-    const double y = (lanes.B[k] * lanes.state1[k] + lanes.C[k] * lanes.state2[k]) + lanes.A[k] * x;
-    lanes.state2[k] = lanes.state1[k];
-    lanes.state1[k] = kAnti ? x : y;
-    return y;
+template <bool kAnti = false>
+LARYNTH_KERNEL double RunLane(SectionLanes& lanes, int k, double x) {
+    return RunSection<kAnti>(lanes.A[k], lanes.B[k], lanes.C[k], lanes.state1[k], lanes.state2[k], x);
 }
 
-/// The same without a wave: sample by sample, section by section.
-LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, const TractSamples& samples, std::size_t count) {
+/// The same without vectors: sample by sample, section by section.
+LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
+    SectionValues& tilt = tracts.tilt;
     for (std::size_t i = 0; i < count; ++i) {
         double x = samples.voicing[i];
-        if (tracts.tilting) x = RunSection<false>(tracts.cascade, Tracts::kTilt, x);
-        x = RunSection<true>(tracts.cascade, Tracts::kAntiResonator, x + samples.aspiration[i]);
-        for (int k = Tracts::kFirstResonator; k <= Tracts::kCascadeLast; ++k) {
-            x = RunSection<false>(tracts.cascade, k, x);
+        if (tracts.tilting) x = RunSection(tilt.A, tilt.B, tilt.C, tilt.state1, tilt.state2, x);
+        x = RunLane<true>(tracts.cascade, Tracts::CascadeLane(0), x + samples.aspiration[i]);
+        for (int place = 1; place < Tracts::kCascadeCount; ++place) {
+            x = RunLane(tracts.cascade, Tracts::CascadeLane(place), x);
         }
         double y = tracts.bypass * samples.frication[i];
-        for (int k = 0; k <= Tracts::kParallelLast; ++k) {
-            y = y + RunSection<false>(tracts.parallel, k, samples.frication[i]);
+        for (int k = 0; k < Tracts::kParallelCount; ++k) {
+            y = y + RunLane(tracts.parallel, k, samples.frication[i]);
         }
         tracts.parallelOutput = y;
         samples.sum[i] = y + x;

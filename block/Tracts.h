@@ -27,11 +27,17 @@ struct alignas(32) SectionLanes {
 
 /// Both tracts, with the tilt section in front of the cascade.
 struct Tracts {
-    static constexpr int kTilt = 0, kAntiResonator = 1, kFirstResonator = 2;  // lanes of the cascade
-    static constexpr int kCascadeLast = 7, kParallelLast = 6;                 // lanes that give the output
+    static constexpr int kCascadeCount = 7;   // antiresonator, then the resonators
+    static constexpr int kParallelCount = 7;  // lanes 0 to 6 of the branch
+
+    /// The lane of a section of the cascade, `place` 0 being the antiresonator: 3, 6, 2, 5, 1, 4, 0.
+    /// Neighbours lie in different halves, so that handing on an output mostly is no move at all, and the
+    /// last one lies where a number is at hand.
+    static constexpr int CascadeLane(int place) { return (place % 2 == 0 ? 3 : 6) - place / 2; }
 
     SectionLanes cascade, parallel;
-    bool tilting = false;         // false: the tilt lane passes its input and stands still
+    SectionValues tilt{1.0, 0.0, 0.0};
+    bool tilting = false;         // false: the tilt section passes its input and stands still
     double bypass = 0.0;          // gain beside the parallel sections
     double parallelOutput = 0.0;  // the last sample's
 };

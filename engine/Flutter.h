@@ -39,8 +39,8 @@ class Flutter {
     double Time() const { return t_; }
 
   private:
-    /// Hours of speech. The little that it stays below the limit covers the rounding of many steps.
-    static constexpr double kReducedTime = 12500.0;
+    /// More than an hour of speech. The little that it stays below the limit covers the rounding of many steps.
+    static constexpr double kReducedTime = 6250.0;
     static_assert(25.4 * kPi10 * kReducedTime < 0.999 * kSineReductionLimit);
 
     double t_ = 0.0;

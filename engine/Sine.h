@@ -14,7 +14,7 @@
 namespace larynth {
 
 /// The largest argument (absolute) that is reduced here; the C library serves the rare rest.
-inline constexpr double kSineReductionLimit = 1e6;
+inline constexpr double kSineReductionLimit = 5e5;
 
 /// An argument as `quadrant`·pi/2 + (r + correction), |r| ≤ pi/4; the quadrant's low two bits count.
 struct QuadrantAngle {
@@ -34,34 +34,36 @@ struct QuadrantAngle {
     const double head = x - n * kHalfPi1;
     const double middle = n * kHalfPi2;
     const double reduced = head - middle;
-    const double tail = n * kHalfPi3 - ((head - reduced) - middle);
-    const double r = reduced - tail;
-    return {r, (reduced - r) - tail, std::bit_cast<std::uint64_t>(shifted)};
+    return {reduced, ((head - reduced) - middle) - n * kHalfPi3, std::bit_cast<std::uint64_t>(shifted)};
 }
+
+inline constexpr double kS1 = -1.66666666666666324348e-01;  // the sine's second coefficient
+
+// The polynomials are summed in pairs, which shortens the chain of operations that wait for each other.
 
 /// sin(r + correction) for |r| ≤ pi/4.
 [[gnu::always_inline]] inline double SineKernel(double r, double correction) {
+    constexpr double S2 = 8.33333333332248946124e-03, S3 = -1.98412698298579493134e-04,
+                     S4 = 2.75573137070700676789e-06, S5 = -2.50507602534068634195e-08,
+                     S6 = 1.58969099521155010221e-10;
     const double z = r * r;
     const double w = z * r;
-    const double p = 8.33333333332248946124e-03 +
-                     z * (-1.98412698298579493134e-04 +
-                          z * (2.75573137070700676789e-06 +
-                               z * (-2.50507602534068634195e-08 + z * 1.58969099521155010221e-10)));
-    return r - ((z * (0.5 * correction - w * p) - correction) - w * -1.66666666666666324348e-01);
+    const double zz = z * z;
+    const double p = (S2 + z * S3) + zz * ((S4 + z * S5) + zz * S6);
+    return r - ((z * (0.5 * correction - w * p) - correction) - w * kS1);
 }
 
 /// cos(r + correction) for |r| ≤ pi/4.
 [[gnu::always_inline]] inline double CosineKernel(double r, double correction) {
+    constexpr double C1 = 4.16666666666666019037e-02, C2 = -1.38888888888741095749e-03,
+                     C3 = 2.48015872894767294178e-05, C4 = -2.75573143513906633035e-07,
+                     C5 = 2.08757232129817482790e-09, C6 = -1.13596475577881948265e-11;
     const double z = r * r;
-    const double p =
-        z * (4.16666666666666019037e-02 +
-             z * (-1.38888888888741095749e-03 +
-                  z * (2.48015872894767294178e-05 +
-                       z * (-2.75573143513906633035e-07 +
-                            z * (2.08757232129817482790e-09 + z * -1.13596475577881948265e-11)))));
+    const double zz = z * z;
+    const double p = (C1 + z * C2) + zz * ((C3 + z * C4) + zz * (C5 + z * C6));
     const double half = 0.5 * z;
     const double one = 1.0 - half;
-    return one + (((1.0 - one) - half) + (z * p - r * correction));
+    return one + (((1.0 - one) - half) + (zz * p - (r + z * r * kS1) * correction));
 }
 
 /// The third and the fourth quadrant are negative.

@@ -38,7 +38,7 @@ TEST(Sine, IsAccurateNextToMultiplesOfPi) {
     if constexpr (std::numeric_limits<long double>::digits == std::numeric_limits<double>::digits) {
         GTEST_SKIP() << "no wider type to compare with";
     }
-    for (int quadrant = 1; quadrant < 630000; quadrant += 7) {
+    for (int quadrant = 1; quadrant < 318000; quadrant += 7) {
         const double x = static_cast<double>(quadrant * 1.57079632679489661923132169163975144L);
         ASSERT_LT(ErrorInUlp(x), 1.0) << quadrant;
         ASSERT_LT(ErrorInUlp(std::nextafter(x, 0.0)), 1.0) << quadrant;
