@@ -6,8 +6,8 @@
 /// includes them instead.
 #pragma once
 
+#include <bit>
 #include <cstdint>
-#include <cstring>
 
 using LONG = std::int32_t;
 using ULONG = std::uint32_t;
@@ -35,8 +35,12 @@ using REFIID = const IID&;
 using REFCLSID = const CLSID&;
 
 /// Identifiers are compared as sixteen bytes.
-inline bool operator==(const GUID& left, const GUID& right) noexcept {
-    return std::memcmp(&left, &right, sizeof(GUID)) == 0;
+constexpr bool operator==(const GUID& left, const GUID& right) noexcept {
+    struct Halves {
+        std::uint64_t first, second;
+    };
+    const auto a = std::bit_cast<Halves>(left), b = std::bit_cast<Halves>(right);
+    return a.first == b.first && a.second == b.second;
 }
 
 /// Sixteen zero bytes: "no particular interface".

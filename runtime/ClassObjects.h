@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -23,6 +25,9 @@ class ClassObjects {
     /// in use.
     bool Remove(DWORD number);
 
+    /// How many additions and removals there were; grows when one is complete.
+    std::uint32_t Changes() const noexcept { return changes_.load(); }
+
   private:
     struct Entry;
     using EntryPtr = std::shared_ptr<const Entry>;
@@ -32,6 +37,7 @@ class ClassObjects {
     std::mutex mutex_;               // guards all that follows
     std::vector<EntryPtr> entries_;  // in the order of registration
     DWORD lastNumber_ = 0;
+    std::atomic<std::uint32_t> changes_ = 0;  // read without the lock
 };
 
 /// The class objects of this process.

@@ -7,7 +7,8 @@ namespace larynth {
 
 namespace {
 
-constinit thread_local StackBounds ownStack;
+// Reached without a call of the loader: this is part of every probe.
+[[gnu::tls_model("initial-exec")]] constinit thread_local StackBounds ownStack;
 
 [[gnu::noinline]] void AskSystem(StackBounds& stack) noexcept {
     stack.known = true;

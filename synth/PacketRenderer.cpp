@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include <larynth/Classes.h>
-
 #include "block/OwnNetwork.h"
 #include "com/FlushDenormals.h"
 #include "com/OutPointer.h"
@@ -26,15 +24,12 @@ constexpr std::size_t kUsualLength = 1024;
 
 using Zelvani::CheckResult;
 
-ComPtr<ITTSSoundData> MakeBlock(IUnknown* attached) {
-    ComPtr<ITTSSoundData> block;
-    CheckResult(block.Create(CLSID_TTSSoundData));
+void SetUp(const ComPtr<ITTSSoundData>& block, IUnknown* attached) {
     CheckResult(block->SetFormat(kFormat16Bit));
     ComPtr<ITTSSyncHolder> holder;
     holder.Query(block.Get());
     if (!holder) CheckResult(E_FAIL);
     CheckResult(holder->SetObject(attached));
-    return block;
 }
 
 struct Timing {
@@ -54,7 +49,8 @@ Timing ReadTiming(ILarynthParams* packet) {
 }  // namespace
 
 ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* attached) {
-    ComPtr<ITTSSoundData> block = MakeBlock(attached);
+    ComPtr<ITTSSoundData> block = blocks_.New();
+    SetUp(block, attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
     {

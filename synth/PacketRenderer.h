@@ -9,6 +9,8 @@
 #include <larynth/Packet.h>
 #include <larynth/Streams.h>
 
+#include "synth/BlockFactory.h"
+
 namespace larynth {
 
 class CurrentVoice;
@@ -32,6 +34,7 @@ class PacketRenderer {
     /// In blocks when every component is this module's own, else sample by sample.
     void RenderSamples(std::span<std::int16_t> samples);
 
+    BlockFactory blocks_;
     Roles& roles_;
     OutputStage& output_;
     CurrentVoice& voice_;
