@@ -10,6 +10,9 @@
 
 namespace larynth::block {
 
+/// The most samples of a stretch: what they need in between stays in the nearest cache.
+inline constexpr std::size_t kStretch = 256;
+
 /// What two noise sources that draw in turn put out, the first before the second.
 struct NoisePair {
     double firstAmplitude, secondAmplitude;
@@ -34,8 +37,8 @@ struct Finish {
     double gain, coefficient, volume;
 };
 
-/// The loops over a stretch of samples, once for each instruction set. All of them make the bits that the
-/// engine's elements make sample by sample.
+/// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the
+/// bits that the engine's elements make sample by sample.
 struct Kernels {
     const char* name;
 
@@ -49,8 +52,8 @@ struct Kernels {
     void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, const double* t, double* out,
                         std::size_t count);
 
-    /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. No time exceeds
-    /// Flutter::kReducedTime.
+    /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. Flutter::StaysReduced
+    /// holds for them.
     void (*flutter)(double F0, double FL, double* t, std::size_t count);
 
     /// The periods of the frequencies `F0` (Hz).

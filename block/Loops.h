@@ -3,6 +3,8 @@
 /// element that it stands for, in their order.
 #pragma once
 
+#include <iterator>
+
 #include "block/Kernels.h"
 #include "block/Lanes.h"
 #include "engine/Flutter.h"
@@ -37,8 +39,31 @@ LARYNTH_KERNEL void MovedPulses(const Glottis& g, const GlottalPeriods& periods,
     }
 }
 
+/// Adds one sinusoid of the flutter to the sums; the first one begins them. Two loops: the chain of
+/// operations from an argument to its sine is longer than a processor looks ahead.
+template <bool kFirst>
+LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, std::size_t count) {
+    double r[kStretch], correction[kStretch];
+    std::uint64_t quadrant[kStretch];
+    for (std::size_t i = 0; i < count; ++i) {
+        const QuadrantAngle angle = ReduceToQuadrant(multiple * (kPi10 * t[i]));
+        r[i] = angle.r;
+        correction[i] = angle.correction;
+        quadrant[i] = angle.quadrant;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const double sine = ReducedSine({r[i], correction[i], quadrant[i]});
+        sums[i] = kFirst ? sine : sums[i] + sine;
+    }
+}
+
 LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) t[i] = Flutter::Moved<ReducedSine>(F0, FL, t[i]);
+    static_assert(std::size(Flutter::kMultiples) == 3);
+    double sums[kStretch];
+    AddSinusoid<true>(Flutter::kMultiples[0], t, sums, count);
+    AddSinusoid<false>(Flutter::kMultiples[1], t, sums, count);
+    AddSinusoid<false>(Flutter::kMultiples[2], t, sums, count);
+    for (std::size_t i = 0; i < count; ++i) t[i] = Flutter::Moved(F0, FL, sums[i]);
 }
 
 LARYNTH_KERNEL void Periods(double OQ, const double* F0, const GlottalPeriods& out, std::size_t count) {

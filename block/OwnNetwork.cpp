@@ -10,7 +10,7 @@ namespace larynth::block {
 namespace {
 
 /// Room for a value of each sample of a stretch, and one more. Not initialised.
-using Values = double[OwnNetwork::kStretch + 1];
+using Values = double[kStretch + 1];
 
 SectionValues& CascadeSection(CascadeTract& tract, int place) noexcept {
     return place == 0 ? tract.AntiResonators()[0].Values()

@@ -35,9 +35,6 @@ struct Network {
 /// them sample by sample would leave. It owns no reference.
 class OwnNetwork {
   public:
-    /// The most samples of a stretch: what it needs in between stays in the nearest cache.
-    static constexpr std::size_t kStretch = 256;
-
     /// Nothing for a network with any other component, and for one whose voicing filter moves another source
     /// than the network's.
     static std::optional<OwnNetwork> Find(const Network& network) noexcept;

@@ -79,20 +79,18 @@ struct CascadeWave {
     }
     /// A step near the ends of the stretch: sections without a sample keep their states.
     LARYNTH_KERNEL double EdgeStep(TractSamples samples, std::int64_t count, std::int64_t s) {
-        Compute(s < count ? Excitation(samples, s) : 0.0);
-        const Mask4 low = {Works(6, count, s), Works(4, count, s), Works(2, count, s), Works(0, count, s)};
-        const Mask4 high = {Works(5, count, s), Works(3, count, s), Works(1, count, s), 0};
         static_assert(Tracts::CascadeLane(0) == 3 && Tracts::CascadeLane(1) == 6 &&
                       Tracts::CascadeLane(6) == 0);
+        constexpr Double4 kLowPlaces = {6, 4, 2, 0}, kHighPlaces = {5, 3, 1, 7};
+        Compute(s < count ? Excitation(samples, s) : 0.0);
+        const auto last = static_cast<double>(s), before = static_cast<double>(s - count);
+        const Mask4 low = (kLowPlaces <= last) & (kLowPlaces > before);
+        const Mask4 high = (kHighPlaces <= last) & (kHighPlaces > before);
         chain.state2 = {Choose(low, chain.state1.low, chain.state2.low),
                         Choose(high, chain.state1.high, chain.state2.high)};
         chain.state1 = {Choose(low, newest.low, chain.state1.low),
                         Choose(high, newest.high, chain.state1.high)};
         return out.low[0];
-    }
-    /// −1 when the section at `place` has a sample at step s.
-    LARYNTH_KERNEL static std::int64_t Works(std::int64_t place, std::int64_t count, std::int64_t s) {
-        return s >= place && s < place + count ? -1 : 0;
     }
 };
 

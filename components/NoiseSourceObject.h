@@ -35,7 +35,7 @@ class NoiseSourceObject : public ComObject<Interface> {
     NoiseSource& Core() noexcept { return core_; }
 
   private:
-    NoiseSource core_{0.0, NoiseGenerator(*LarynthNoiseState())};
+    NoiseSource core_{0.0, NoiseGenerator(*LarynthNoiseState(), *LarynthSingleThreaded())};
 };
 
 template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*),

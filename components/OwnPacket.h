@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <span>
 
@@ -19,12 +20,13 @@ inline KlattPacketData* OwnPacketValues(IUnknown* packet) noexcept {
     return own != nullptr ? &own->Values() : nullptr;
 }
 
-/// Sets every section from the packet's entry of the same place. Entries of a packet have an owner: they
-/// always have coefficients to give.
+/// Sets every section from the packet's entry of the same place, `kept` being what the last frame computed.
+/// Entries of a packet have an owner: they always have coefficients to give.
 template <class Section, class Entry, std::size_t Count>
-void TakeSections(std::span<Section> sections, std::array<Entry, Count>& entries) noexcept {
+void TakeSections(std::span<Section> sections, std::array<Entry, Count>& entries,
+                  std::array<SectionFunctions, Count>& kept) noexcept {
     for (std::size_t i = 0; i < std::min(sections.size(), Count); ++i) {
-        const auto [A, B, C] = *entries[i].ABC();
+        const auto [A, B, C] = *entries[i].ABC(kept[i]);
         sections[i].SetABC(A, B, C);
     }
 }

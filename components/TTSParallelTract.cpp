@@ -6,14 +6,13 @@
 #include <larynth/Resonators.h>
 
 #include "com/Boundary.h"
-#include "components/OwnPacket.h"
 #include "components/SectionCoefficients.h"
 
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->parallelPoles);
+        TakeSections(core_.Resonators(), values->parallelPoles, poleFunctions_);
         core_.Bypass().SetGain(values->Scalar(ScalarItem::AB));
         return S_OK;
     }

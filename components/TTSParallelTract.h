@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+
 #include <larynth/Tracts.h>
 
 #include "com/ComObject.h"
 #include "components/ElementOutput.h"
+#include "components/OwnPacket.h"
 #include "engine/ParallelTractCore.h"
 
 namespace larynth {
@@ -32,6 +35,7 @@ class TTSParallelTract final : public ComObject<ITTSParallelTract> {
 
   private:
     ParallelTractCore core_;
+    std::array<SectionFunctions, kParallelPoles.count> poleFunctions_;
 };
 
 }  // namespace larynth

@@ -6,14 +6,13 @@
 #include <larynth/Resonators.h>
 
 #include "com/Boundary.h"
-#include "components/OwnPacket.h"
 
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->cascadePoles);
-        TakeSections(core_.AntiResonators(), values->cascadeZeros);
+        TakeSections(core_.Resonators(), values->cascadePoles, poleFunctions_);
+        TakeSections(core_.AntiResonators(), values->cascadeZeros, zeroFunctions_);
         return S_OK;
     }
     return Guarded([&]() -> HRESULT {

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+
 #include <larynth/Tracts.h>
 
 #include "com/ComObject.h"
 #include "components/ElementOutput.h"
+#include "components/OwnPacket.h"
 #include "components/SectionCoefficients.h"
 #include "engine/CascadeTract.h"
 
@@ -45,6 +48,8 @@ class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
 
   private:
     CascadeTract core_;
+    std::array<SectionFunctions, kCascadePoles.count> poleFunctions_;
+    std::array<SectionFunctions, kCascadeZeros.count> zeroFunctions_;
 };
 
 }  // namespace larynth

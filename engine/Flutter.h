@@ -25,9 +25,14 @@ class Flutter {
         for (double& time : times) time = t_ = t_ - FLT * -1e-5;
     }
 
-    /// F0 (Hz) at flutter time `t`, by whichever function computes the sines.
-    template <double (*kSine)(double)>
-    static double Moved(double F0, double FL, double t);
+    /// The sinusoids' arguments are these multiples of pi times the flutter time; their sum is made in this
+    /// order.
+    static constexpr double kMultiples[] = {9.4, 25.4, 14.2};
+
+    /// F0 (Hz) moved by the sum of the sinusoids.
+    static double Moved(double F0, double FL, double sum) {
+        return F0 * (1.0 - sum * FL * -0.3333333333333333);
+    }
 
     /// True when no sine of the next `count` steps has an argument beyond kSineReductionLimit.
     bool StaysReduced(double FLT, std::size_t count) const {
@@ -39,23 +44,18 @@ class Flutter {
     double Time() const { return t_; }
 
   private:
-    /// More than an hour of speech. The little that it stays below the limit covers the rounding of many steps.
+    /// More than an hour of speech. The little that it stays below the limit covers the rounding of many
+    /// steps.
     static constexpr double kReducedTime = 6250.0;
-    static_assert(25.4 * kPi10 * kReducedTime < 0.999 * kSineReductionLimit);
+    static_assert(kMultiples[1] * kPi10 * kReducedTime < 0.999 * kSineReductionLimit);
 
     double t_ = 0.0;
 };
 
 inline double Flutter::Step(double F0, double FL, double FLT) {
     t_ = t_ - FLT * -1e-5;
-    return Moved<Sine>(F0, FL, t_);
-}
-
-template <double (*kSine)(double)>
-[[gnu::always_inline]] inline double Flutter::Moved(double F0, double FL, double t) {
-    const double a = kPi10 * t;
-    const double s = (kSine(9.4 * a) + kSine(25.4 * a)) + kSine(14.2 * a);
-    return F0 * (1.0 - s * FL * -0.3333333333333333);
+    const double a = kPi10 * t_;
+    return Moved(F0, FL, (Sine(kMultiples[0] * a) + Sine(kMultiples[1] * a)) + Sine(kMultiples[2] * a));
 }
 
 }  // namespace larynth

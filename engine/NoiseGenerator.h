@@ -35,8 +35,10 @@ constexpr std::uint32_t JumpNoiseState(std::uint32_t state, std::uint64_t count)
 /// one sequence. Draws of several threads interleave; none is lost and none is given twice.
 class NoiseGenerator {
   public:
-    /// `word` must outlive the view; it is touched through generators only.
-    explicit NoiseGenerator(std::uint32_t& word) : word_(&word) {}
+    /// `word` must outlive the view; it is touched through generators only. Where the byte `alone` is not 0
+    /// the process has a single thread, and a draw needs no locked operation.
+    explicit NoiseGenerator(std::uint32_t& word, const char& alone = kPerhapsNotAlone)
+        : word_(&word), alone_(&alone) {}
 
     /// Puts the generator into `state`.
     void Seed(std::uint32_t state) { std::atomic_ref(*word_).store(state, std::memory_order_relaxed); }
@@ -48,12 +50,19 @@ class NoiseGenerator {
     std::uint32_t Claim(std::uint64_t count);
 
   private:
+    static constexpr char kPerhapsNotAlone = 0;
+
     std::uint32_t* word_;
+    const char* alone_;
 };
 
 inline std::uint32_t NoiseGenerator::Claim(std::uint64_t count) {
     const std::atomic_ref<std::uint32_t> word(*word_);
     std::uint32_t before = word.load(std::memory_order_relaxed);
+    if (*alone_ != 0) {
+        word.store(JumpNoiseState(before, count), std::memory_order_relaxed);
+        return before;
+    }
     while (!word.compare_exchange_weak(before, JumpNoiseState(before, count), std::memory_order_relaxed)) {
     }
     return before;

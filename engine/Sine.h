@@ -22,6 +22,7 @@ struct QuadrantAngle {
     std::uint64_t quadrant;
 };
 
+/// For |x| ≤ kSineReductionLimit.
 [[gnu::always_inline]] inline QuadrantAngle ReduceToQuadrant(double x) {
     constexpr double kTwoOverPi = 6.36619772367581382433e-01;
     constexpr double kHalfPi1 = 1.57079632673412561417e+00;  // first 33 bits of pi/2
@@ -79,13 +80,12 @@ inline double Sine(double x) {
     return WithSignOf(quadrant, std::bit_cast<std::uint64_t>(magnitude));
 }
 
-/// The same for |x| ≤ kSineReductionLimit, without a branch: a loop over it becomes vector code.
-[[gnu::always_inline]] inline double ReducedSine(double x) {
-    const auto [r, correction, quadrant] = ReduceToQuadrant(x);
-    const auto sine = std::bit_cast<std::uint64_t>(SineKernel(r, correction));
-    const auto cosine = std::bit_cast<std::uint64_t>(CosineKernel(r, correction));
-    const std::uint64_t odd = 0U - (quadrant & 1U);  // all bits where the quadrant takes the cosine
-    return WithSignOf(quadrant, (sine & ~odd) | (cosine & odd));
+/// The same of an argument that was reduced, without a branch: a loop over it becomes vector code.
+[[gnu::always_inline]] inline double ReducedSine(const QuadrantAngle& angle) {
+    const auto sine = std::bit_cast<std::uint64_t>(SineKernel(angle.r, angle.correction));
+    const auto cosine = std::bit_cast<std::uint64_t>(CosineKernel(angle.r, angle.correction));
+    const std::uint64_t odd = 0U - (angle.quadrant & 1U);  // all bits where the quadrant takes the cosine
+    return WithSignOf(angle.quadrant, (sine & ~odd) | (cosine & odd));
 }
 
 }  // namespace larynth

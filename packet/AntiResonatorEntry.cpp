@@ -5,16 +5,17 @@
 
 namespace larynth {
 
-void AntiResonatorEntry::FBToABC(double T) noexcept {
+void AntiResonatorEntry::FBToABC(double T, SectionFunctions& functions) noexcept {
     const auto [F, BW, G] = fb_;
     if (F == 0.0) {
         abc_ = {1.0, 0.0, 0.0};
         return;
     }
 
-    const double r = std::exp(-kPi10 * BW * T);
+    functions.Compute(F, BW, T);
+    const double r = functions.Radius();
     const double c0 = -(r * r);
-    const double b0 = 2.0 * r * std::cos(kTwoPi10 * F * T);
+    const double b0 = 2.0 * r * functions.Cosine();
     const double A = G / (1.0 - b0 - c0);
     abc_ = {A, -b0 * A, -c0 * A};
     current_ = Current::Both;
@@ -25,8 +26,8 @@ void AntiResonatorEntry::ABCToFB(double T) noexcept {
     const double m = C / A;
     const double b0 = -B / A;
     const double c0 = -m;
-    const double BW = -std::log(m) / (kTwoPi10 * T);
-    const double F = std::acos(b0 / (2.0 * std::sqrt(m))) / (kTwoPi10 * T);
+    const double BW = -std::log(m) / (SectionFunctions::kTwoPi10 * T);
+    const double F = std::acos(b0 / (2.0 * std::sqrt(m))) / (SectionFunctions::kTwoPi10 * T);
     fb_ = {F, BW, (1.0 - b0 - c0) * A};
     current_ = Current::Both;
 }

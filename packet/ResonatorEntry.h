@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include "packet/SectionFunctions.h"
+
 namespace larynth {
 
 class KlattPacketData;
@@ -44,7 +46,14 @@ class ResonatorEntry {
 
     /// The form, computed if it is stale; null when it cannot be computed because the entry has no owner.
     const FrequencyForm* FB() noexcept;
-    const CoefficientForm* ABC() noexcept { return current_ != Current::FB ? &abc_ : ComputedABC(); }
+    const CoefficientForm* ABC() noexcept {
+        SectionFunctions fresh;
+        return ABC(fresh);
+    }
+    /// The same for a reader that keeps the functions of the last frame's entry at this place.
+    const CoefficientForm* ABC(SectionFunctions& kept) noexcept {
+        return current_ != Current::FB ? &abc_ : ComputedABC(kept);
+    }
 
     /// One value of a form; nothing when the form cannot be computed.
     std::optional<double> Get(double FrequencyForm::*value) noexcept;
@@ -65,13 +74,8 @@ class ResonatorEntry {
     int Position() const noexcept { return position_; }
 
   protected:
-    // Pi with ten digits, the value that the engine's sections are defined with: more digits give other
-    // samples. Members, because this room cannot see the engine's constants, while its users see both.
-    static constexpr double kPi10 = 3.141592654;
-    static constexpr double kTwoPi10 = 6.283185308;
-
     /// Conversions with sample time T (s); on success both forms are current.
-    virtual void FBToABC(double T) noexcept;
+    virtual void FBToABC(double T, SectionFunctions& functions) noexcept;
     virtual void ABCToFB(double T) noexcept;
 
     enum class Current : int { FB = 0, ABC = 1, Both = 2 };
@@ -81,7 +85,7 @@ class ResonatorEntry {
     CoefficientForm abc_;
 
   private:
-    const CoefficientForm* ComputedABC() noexcept;
+    const CoefficientForm* ComputedABC(SectionFunctions& functions) noexcept;
     void Written(Current form) noexcept;
 
     int userState_ = 0;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <atomic>
+#include <sys/single_threaded.h>
 
 #include <larynth/Runtime.h>
 
@@ -14,3 +15,5 @@ alignas(std::atomic_ref<std::uint32_t>::required_alignment) constinit std::uint3
 void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed) { larynth::NoiseGenerator(state).Seed(nSeed); }
 
 std::uint32_t* LARYNTH_CALL LarynthNoiseState() { return &state; }
+
+const char* LARYNTH_CALL LarynthSingleThreaded() { return &__libc_single_threaded; }

@@ -79,7 +79,7 @@ void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> st
 void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
     const FlushDenormals whileRendering;
     auto own = block::OwnNetwork::Find(roles_.Components());
-    double sums[block::OwnNetwork::kStretch];
+    double sums[block::kStretch];
     while (!samples.empty()) {
         const std::span stretch(sums, std::min(samples.size(), std::size(sums)));
         if (own) {

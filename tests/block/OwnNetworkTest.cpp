@@ -224,7 +224,7 @@ TEST(OwnNetwork, RendersTheBitsOfTheSamplePathFrameAfterFrame) {
         for (int k = 0; k < 60; ++k) {
             const auto packet = frames.Next();
             const std::size_t count = k < 30 ? frames.Index(40) : frames.Index(600);
-            comparison.Render(packet->Values(), &packet->Inner(), count, {OwnNetwork::kStretch});
+            comparison.Render(packet->Values(), &packet->Inner(), count, {kStretch});
             if (::testing::Test::HasFatalFailure()) return;
         }
     });
