@@ -3,7 +3,7 @@
 /// element that it stands for, in their order.
 #pragma once
 
-#include <iterator>
+#include <cstdint>
 
 #include "block/Kernels.h"
 #include "block/Lanes.h"
@@ -39,30 +39,57 @@ LARYNTH_KERNEL void MovedPulses(const Glottis& g, const GlottalPeriods& periods,
     }
 }
 
-/// Adds one sinusoid of the flutter to the sums; the first one begins them. Two loops: the chain of
-/// operations from an argument to its sine is longer than a processor looks ahead.
-template <bool kFirst>
-LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, std::size_t count) {
+/// The angles of a stretch, reduced.
+struct Angles {
     double r[kStretch], correction[kStretch];
     std::uint64_t quadrant[kStretch];
+};
+
+/// Adds the sines of `count` angles. `kKernel` is the function that all of their quadrants take, or null when
+/// they differ.
+template <double (*kKernel)(double, double)>
+LARYNTH_KERNEL void AddSines(const double* r, const double* correction, const std::uint64_t* quadrant,
+                             double* sums, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        if constexpr (kKernel != nullptr) {
+            sums[i] = sums[i] + WithSignOf(quadrant[i], kKernel(r[i], correction[i]));
+        } else {
+            sums[i] = sums[i] + ReducedSine({r[i], correction[i], quadrant[i]});
+        }
+    }
+}
+
+/// Adds one sinusoid of the flutter to the sums. Reduction and sine in two loops, as the chain of operations
+/// from an argument to its sine is longer than a processor looks ahead. The arguments are in order, and
+/// quadrants are long: most runs of sixteen lie in one.
+LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, std::size_t count) {
+    constexpr std::size_t kRun = 16;
+    Angles angles;
     for (std::size_t i = 0; i < count; ++i) {
         const QuadrantAngle angle = ReduceToQuadrant(multiple * (kPi10 * t[i]));
-        r[i] = angle.r;
-        correction[i] = angle.correction;
-        quadrant[i] = angle.quadrant;
+        angles.r[i] = angle.r;
+        angles.correction[i] = angle.correction;
+        angles.quadrant[i] = angle.quadrant;
     }
-    for (std::size_t i = 0; i < count; ++i) {
-        const double sine = ReducedSine({r[i], correction[i], quadrant[i]});
-        sums[i] = kFirst ? sine : sums[i] + sine;
+    for (std::size_t first = 0; first < count; first += kRun) {
+        const std::size_t length = first + kRun < count ? kRun : count - first;
+        const double* const r = angles.r + first;
+        const double* const correction = angles.correction + first;
+        const std::uint64_t* const quadrant = angles.quadrant + first;
+        if (quadrant[0] != quadrant[length - 1]) {
+            AddSines<nullptr>(r, correction, quadrant, sums + first, length);
+        } else if ((quadrant[0] & 1U) != 0) {
+            AddSines<CosineKernel>(r, correction, quadrant, sums + first, length);
+        } else {
+            AddSines<SineKernel>(r, correction, quadrant, sums + first, length);
+        }
     }
 }
 
 LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t count) {
-    static_assert(std::size(Flutter::kMultiples) == 3);
     double sums[kStretch];
-    AddSinusoid<true>(Flutter::kMultiples[0], t, sums, count);
-    AddSinusoid<false>(Flutter::kMultiples[1], t, sums, count);
-    AddSinusoid<false>(Flutter::kMultiples[2], t, sums, count);
+    for (std::size_t i = 0; i < count; ++i) sums[i] = -0.0;  // to which the first sinusoid is added as it is
+    for (const double multiple : Flutter::kMultiples) AddSinusoid(multiple, t, sums, count);
     for (std::size_t i = 0; i < count; ++i) t[i] = Flutter::Moved(F0, FL, sums[i]);
 }
 

@@ -41,19 +41,6 @@ void GiveParallel(const Tracts& tracts, ParallelTractCore& branch) noexcept {
     branch.Store(tracts.parallelOutput);
 }
 
-/// Writes the time since the period began at each sample; `T0(i)` is the period at sample i.
-template <class PeriodAt>
-void AdvancePhase(VoicingSourceCore& source, std::span<double> times, PeriodAt&& T0) noexcept {
-    const double T = source.SampleTime();
-    double t = source.Phase();
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        t = t + T;
-        if (t > T0(i)) t = 0.0;
-        times[i] = t;
-    }
-    source.Phase() = t;
-}
-
 }  // namespace
 
 std::optional<OwnNetwork> OwnNetwork::Find(const Network& network) noexcept {
@@ -79,10 +66,10 @@ std::optional<OwnNetwork> OwnNetwork::Find(const Network& network) noexcept {
     return movesAnother ? std::nullopt : std::optional(own);
 }
 
-void OwnNetwork::Render(const Kernels& kernels, std::span<double> sums) noexcept {
+void OwnNetwork::Render(const Kernels& kernels, PhaseTable& phases, std::span<double> sums) noexcept {
     if (sums.empty()) return;
     Values voicing, aspiration, frication;
-    Excite(kernels, std::span(voicing, sums.size()));
+    Excite(kernels, phases, std::span(voicing, sums.size()));
     DrawNoise(kernels, aspiration, frication, sums.size());
     const TractSamples samples{voicing, aspiration, frication, sums.data()};
     if (resonatorTract_ != nullptr) {
@@ -92,16 +79,16 @@ void OwnNetwork::Render(const Kernels& kernels, std::span<double> sums) noexcept
     }
 }
 
-void OwnNetwork::Excite(const Kernels& kernels, std::span<double> voicing) noexcept {
+void OwnNetwork::Excite(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept {
     const bool flutters = filter_ != nullptr && filter_->Flutters();
     const bool inOneGo = standardSource_ != nullptr &&
                          (!flutters || filter_->FlutterState().StaysReduced(filter_->FLT(), voicing.size()));
     if (!inOneGo) {
         ExciteOneByOne(voicing, flutters);
     } else if (flutters) {
-        ExciteFluttering(kernels, voicing);
+        ExciteFluttering(kernels, phases, voicing);
     } else {
-        ExciteSteadily(kernels, voicing);
+        ExciteSteadily(kernels, phases, voicing);
     }
 }
 
@@ -113,11 +100,13 @@ void OwnNetwork::ExciteOneByOne(std::span<double> voicing, bool flutters) noexce
     }
 }
 
-void OwnNetwork::ExciteSteadily(const Kernels& kernels, std::span<double> voicing) noexcept {
+void OwnNetwork::ExciteSteadily(const Kernels& kernels, PhaseTable& phases,
+                                std::span<double> voicing) noexcept {
     VoicingSourceCore& source = standardSource_->Core();
     const GlottalPeriod period = source.Period();
     Values times;
-    AdvancePhase(source, std::span(times, voicing.size()), [&](std::size_t) { return period.T0; });
+    phases.Advance(source.SampleTime(), source.Phase(), std::span(times, voicing.size()),
+                   [&](std::size_t) { return period.T0; });
     if (source.AV() == 0.0 || period.T0 == 0.0 || source.OQ() == 0.0) {
         std::ranges::fill(voicing, 0.0);
     } else {
@@ -128,7 +117,8 @@ void OwnNetwork::ExciteSteadily(const Kernels& kernels, std::span<double> voicin
 }
 
 /// The filter runs behind the source, so that each flutter step sets the period of the next sample.
-void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept {
+void OwnNetwork::ExciteFluttering(const Kernels& kernels, PhaseTable& phases,
+                                  std::span<double> voicing) noexcept {
     const std::size_t count = voicing.size();
     VoicingSourceCore& source = standardSource_->Core();
     Values frequencies, times, T0, Tp, K;
@@ -139,7 +129,8 @@ void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voic
     Tp[0] = source.Period().Tp;
     K[0] = source.Period().K;
     kernels.periods(source.OQ(), frequencies, {T0 + 1, Tp + 1, K + 1}, count);
-    AdvancePhase(source, std::span(times, count), [&](std::size_t i) { return T0[i]; });
+    phases.Advance(source.SampleTime(), source.Phase(), std::span(times, count),
+                   [&](std::size_t i) { return T0[i]; });
     if (source.AV() == 0.0 || source.OQ() == 0.0) {
         std::ranges::fill(voicing, 0.0);
     } else {

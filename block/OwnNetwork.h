@@ -9,6 +9,7 @@
 #include <larynth/Tracts.h>
 
 #include "block/Kernels.h"
+#include "block/PhaseTable.h"
 #include "components/TTSAspirationSource.h"
 #include "components/TTSFricationSource.h"
 #include "components/TTSParallelTract.h"
@@ -39,15 +40,15 @@ class OwnNetwork {
     /// than the network's.
     static std::optional<OwnNetwork> Find(const Network& network) noexcept;
 
-    /// The next sums of both tracts, no more than kStretch.
-    void Render(const Kernels& kernels, std::span<double> sums) noexcept;
+    /// The next sums of both tracts, no more than kStretch. `phases` may serve other networks as well.
+    void Render(const Kernels& kernels, PhaseTable& phases, std::span<double> sums) noexcept;
 
   private:
     OwnNetwork() = default;
 
-    void Excite(const Kernels& kernels, std::span<double> voicing) noexcept;
-    void ExciteSteadily(const Kernels& kernels, std::span<double> voicing) noexcept;
-    void ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept;
+    void Excite(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept;
+    void ExciteSteadily(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept;
+    void ExciteFluttering(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept;
     void ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept;
     void DrawNoise(const Kernels& kernels, double* aspiration, double* frication, std::size_t count) noexcept;
     void RunTracts(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept;

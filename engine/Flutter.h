@@ -22,7 +22,9 @@ class Flutter {
 
     /// Advances as a step for each of `times` does, and writes the flutter time behind each.
     void Advance(double FLT, std::span<double> times) {
-        for (double& time : times) time = t_ = t_ - FLT * -1e-5;
+        double t = t_;  // not the member, which `times` could overlap for all that a compiler knows
+        for (double& time : times) time = t = t - FLT * -1e-5;
+        t_ = t;
     }
 
     /// The sinusoids' arguments are these multiples of pi times the flutter time; their sum is made in this

@@ -68,8 +68,8 @@ inline constexpr double kS1 = -1.66666666666666324348e-01;  // the sine's second
 }
 
 /// The third and the fourth quadrant are negative.
-[[gnu::always_inline]] inline double WithSignOf(std::uint64_t quadrant, std::uint64_t magnitude) {
-    return std::bit_cast<double>(magnitude ^ ((quadrant & 2U) << 62));
+[[gnu::always_inline]] inline double WithSignOf(std::uint64_t quadrant, double magnitude) {
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(magnitude) ^ ((quadrant & 2U) << 62));
 }
 
 /// sin(x).
@@ -77,7 +77,7 @@ inline double Sine(double x) {
     if (!(std::fabs(x) <= kSineReductionLimit)) return std::sin(x);
     const auto [r, correction, quadrant] = ReduceToQuadrant(x);
     const double magnitude = (quadrant & 1U) != 0 ? CosineKernel(r, correction) : SineKernel(r, correction);
-    return WithSignOf(quadrant, std::bit_cast<std::uint64_t>(magnitude));
+    return WithSignOf(quadrant, magnitude);
 }
 
 /// The same of an argument that was reduced, without a branch: a loop over it becomes vector code.
@@ -85,7 +85,7 @@ inline double Sine(double x) {
     const auto sine = std::bit_cast<std::uint64_t>(SineKernel(angle.r, angle.correction));
     const auto cosine = std::bit_cast<std::uint64_t>(CosineKernel(angle.r, angle.correction));
     const std::uint64_t odd = 0U - (angle.quadrant & 1U);  // all bits where the quadrant takes the cosine
-    return WithSignOf(angle.quadrant, (sine & ~odd) | (cosine & odd));
+    return WithSignOf(angle.quadrant, std::bit_cast<double>((sine & ~odd) | (cosine & odd)));
 }
 
 }  // namespace larynth

@@ -83,7 +83,7 @@ void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
     while (!samples.empty()) {
         const std::span stretch(sums, std::min(samples.size(), std::size(sums)));
         if (own) {
-            own->Render(block::FastestKernels(), stretch);
+            own->Render(block::FastestKernels(), phases_, stretch);
         } else {
             for (double& sum : stretch) sum = roles_.NextSample();
         }

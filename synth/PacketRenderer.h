@@ -9,6 +9,7 @@
 #include <larynth/Packet.h>
 #include <larynth/Streams.h>
 
+#include "block/PhaseTable.h"
 #include "synth/BlockFactory.h"
 
 namespace larynth {
@@ -35,6 +36,7 @@ class PacketRenderer {
     void RenderSamples(std::span<std::int16_t> samples);
 
     BlockFactory blocks_;
+    block::PhaseTable phases_;
     Roles& roles_;
     OutputStage& output_;
     CurrentVoice& voice_;

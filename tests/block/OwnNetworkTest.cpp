@@ -110,7 +110,7 @@ class Comparison {
         std::size_t done = 0;
         for (std::size_t k = 0; done < count; ++k) {
             const std::size_t length = std::min(count - done, stretches[k % stretches.size()]);
-            own->Render(kernels_, std::span(sums).subspan(done, length));
+            own->Render(kernels_, phases_, std::span(sums).subspan(done, length));
             done += length;
         }
         ASSERT_EQ(*LarynthNoiseState(), stateBehind);
@@ -127,6 +127,7 @@ class Comparison {
 
   private:
     const Kernels& kernels_;
+    PhaseTable phases_;
     Roles single_, blocks_;
 };
 
