@@ -36,10 +36,10 @@ LARYNTH_KERNEL void StoreLanes(const Lanes& lanes, double* to) {
 
 LARYNTH_KERNEL Double4 InAllLanes(double x) { return Double4{x, x, x, x}; }
 
-/// The last three lanes moved down by one, 0 in the last.
-LARYNTH_KERNEL Double4 ShiftDown(const Double4& v) {
-    const Double4 upper = __builtin_shufflevector(v, Double4{}, 2, 3, 4, 5);
-    return __builtin_shufflevector(v, upper, 1, 4, 3, 6);
+/// The lanes of `v` moved down by one, the last lane of `entering` in the last.
+LARYNTH_KERNEL Double4 ShiftDown(const Double4& v, const Double4& entering) {
+    const Double4 upper = __builtin_shufflevector(v, entering, 2, 3, 6, 7);
+    return __builtin_shufflevector(v, upper, 1, 4, 3, 7);
 }
 
 /// Rows become columns.

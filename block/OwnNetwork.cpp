@@ -12,19 +12,21 @@ namespace {
 /// Room for a value of each sample of a stretch, and one more. Not initialised.
 using Values = double[kStretch + 1];
 
+/// The section at a place of the cascade behind the tilt.
 SectionValues& CascadeSection(CascadeTract& tract, int place) noexcept {
-    return place == 0 ? tract.AntiResonators()[0].Values()
-                      : tract.Resonators()[static_cast<std::size_t>(place) - 1].Values();
+    const int resonator = place - Tracts::kAntiResonator - 1;
+    return resonator < 0 ? tract.AntiResonators()[0].Values()
+                         : tract.Resonators()[static_cast<std::size_t>(resonator)].Values();
 }
 
 void FillCascade(SectionLanes& lanes, CascadeTract& tract) noexcept {
-    for (int place = 0; place < Tracts::kCascadeCount; ++place) {
+    for (int place = Tracts::kAntiResonator; place < Tracts::kCascadeCount; ++place) {
         lanes.Fill(Tracts::CascadeLane(place), CascadeSection(tract, place));
     }
 }
 
 void GiveCascade(const SectionLanes& lanes, CascadeTract& tract) noexcept {
-    for (int place = 0; place < Tracts::kCascadeCount; ++place) {
+    for (int place = Tracts::kAntiResonator; place < Tracts::kCascadeCount; ++place) {
         lanes.GiveState(Tracts::CascadeLane(place), CascadeSection(tract, place));
     }
 }
@@ -152,19 +154,22 @@ void OwnNetwork::DrawNoise(const Kernels& kernels, double* aspiration, double* f
 }
 
 void OwnNetwork::RunTracts(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept {
+    constexpr int kTiltLane = Tracts::CascadeLane(Tracts::kTilt);
     CascadeTract& cascade = resonatorTract_->Core();
     TiltFilter* const tilt = filter_ != nullptr ? &filter_->Tilt() : nullptr;
     Tracts tracts;
     tracts.tilting = tilt != nullptr && tilt->IsTilting();
-    if (tracts.tilting) tracts.tilt = tilt->Section().Values();
+    if (tracts.tilting) tracts.cascade.Fill(kTiltLane, tilt->Section().Values());
     FillCascade(tracts.cascade, cascade);
     FillParallel(tracts, parallelTract_->Core());
 
     kernels.tracts(tracts, samples, count);
 
     // A resonator's last output is its state.
-    if (tracts.tilting) tilt->Section().Values() = tracts.tilt;
-    if (tilt != nullptr) tilt->Store(tracts.tilting ? tracts.tilt.state1 : samples.voicing[count - 1]);
+    if (tracts.tilting) tracts.cascade.GiveState(kTiltLane, tilt->Section().Values());
+    if (tilt != nullptr) {
+        tilt->Store(tracts.tilting ? tracts.cascade.state1[kTiltLane] : samples.voicing[count - 1]);
+    }
     GiveCascade(tracts.cascade, cascade);
     cascade.Store(cascade.Resonators().back().Values().state1);
     GiveParallel(tracts, parallelTract_->Core());

@@ -40,49 +40,36 @@ struct Chain {
     }
 };
 
-/// One section, sample by sample; `kAnti` keeps inputs instead of outputs.
-template <bool kAnti = false>
-LARYNTH_KERNEL double RunSection(double A, double B, double C, double& state1, double& state2, double x) {
-    const double y = (B * state1 + C * state2) + A * x;
-    state2 = state1;
-    state1 = kAnti ? x : y;
-    return y;
-}
-
 template <bool kTilting>
 struct CascadeWave {
     static constexpr std::int64_t kDelay =
         Tracts::kCascadeCount - 1;  // steps from a sample's entry to its output
 
     Chain chain;
-    SectionValues tilt;
     Lanes out = {}, newest = {};  // newest: what goes into the states
 
-    /// The cascade's input.
-    LARYNTH_KERNEL double Excitation(TractSamples samples, std::int64_t i) {
-        double x = samples.voicing[i];
-        if constexpr (kTilting) x = RunSection(tilt.A, tilt.B, tilt.C, tilt.state1, tilt.state2, x);
-        return x + samples.aspiration[i];
-    }
-    LARYNTH_KERNEL void Compute(double entering) {
-        const Lanes x = {__builtin_shufflevector(out.high, InAllLanes(entering), 0, 1, 2, 7),
-                         ShiftDown(out.low)};
+    /// The last lanes of `voicing` and `aspiration` enter.
+    LARYNTH_KERNEL void Compute(const Double4& voicing, const Double4& aspiration) {
+        static_assert(Tracts::CascadeLane(Tracts::kTilt) == 7 &&
+                      Tracts::CascadeLane(Tracts::kAntiResonator) == 3);
+        const Lanes x = {__builtin_shufflevector(out.high, out.high + aspiration, 0, 1, 2, 7),
+                         ShiftDown(out.low, voicing)};
         out = chain.Output(x);
         newest = {__builtin_shufflevector(out.low, x.low, 0, 1, 2, 7), out.high};
+        if constexpr (!kTilting) out.high = __builtin_shufflevector(out.high, x.high, 0, 1, 2, 7);
     }
 
     /// A step in the midst of a stretch: every section has a sample.
     LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t s) {
-        Compute(Excitation(samples, s));
+        Compute(Load4(samples.voicing + s - 3), Load4(samples.aspiration + s - 4));
         chain.Advance(newest);
         return out.low[0];
     }
     /// A step near the ends of the stretch: sections without a sample keep their states.
     LARYNTH_KERNEL double EdgeStep(TractSamples samples, std::int64_t count, std::int64_t s) {
-        static_assert(Tracts::CascadeLane(0) == 3 && Tracts::CascadeLane(1) == 6 &&
-                      Tracts::CascadeLane(6) == 0);
-        constexpr Double4 kLowPlaces = {6, 4, 2, 0}, kHighPlaces = {5, 3, 1, 7};
-        Compute(s < count ? Excitation(samples, s) : 0.0);
+        constexpr Double4 kLowPlaces = {7, 5, 3, 1}, kHighPlaces = {6, 4, 2, 0};
+        Compute(InAllLanes(s < count ? samples.voicing[s] : 0.0),
+                InAllLanes(s >= 1 && s <= count ? samples.aspiration[s - 1] : 0.0));
         const auto last = static_cast<double>(s), before = static_cast<double>(s - count);
         const Mask4 low = (kLowPlaces <= last) & (kLowPlaces > before);
         const Mask4 high = (kHighPlaces <= last) & (kHighPlaces > before);
@@ -124,7 +111,7 @@ struct ParallelBranch {
 template <bool kTilting>
 LARYNTH_KERNEL void RunWave(Tracts& tracts, TractSamples samples, std::int64_t count) {
     constexpr std::int64_t kDelay = CascadeWave<kTilting>::kDelay;
-    CascadeWave<kTilting> cascade{Chain(tracts.cascade), tracts.tilt};
+    CascadeWave<kTilting> cascade{Chain(tracts.cascade)};
     ParallelBranch parallel{Chain(tracts.parallel), tracts.bypass};
     std::int64_t s = 0, i = 0;  // the step of the cascade, the sample that leaves both
     for (; s < kDelay; ++s) cascade.EdgeStep(samples, count, s);
@@ -140,7 +127,6 @@ LARYNTH_KERNEL void RunWave(Tracts& tracts, TractSamples samples, std::int64_t c
     }
     cascade.chain.StoreStates(tracts.cascade);
     parallel.chain.StoreStates(tracts.parallel);
-    tracts.tilt = cascade.tilt;
 }
 
 LARYNTH_KERNEL void TractsByWave(Tracts& tracts, TractSamples samples, std::size_t count) {
@@ -152,19 +138,23 @@ LARYNTH_KERNEL void TractsByWave(Tracts& tracts, TractSamples samples, std::size
     }
 }
 
+/// One sample through one lane's section; `kAnti` keeps inputs instead of outputs.
 template <bool kAnti = false>
 LARYNTH_KERNEL double RunLane(SectionLanes& lanes, int k, double x) {
-    return RunSection<kAnti>(lanes.A[k], lanes.B[k], lanes.C[k], lanes.state1[k], lanes.state2[k], x);
+    const double y = (lanes.B[k] * lanes.state1[k] + lanes.C[k] * lanes.state2[k]) + lanes.A[k] * x;
+    lanes.state2[k] = lanes.state1[k];
+    lanes.state1[k] = kAnti ? x : y;
+    return y;
 }
 
 /// The same without vectors: sample by sample, section by section.
 LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
-    SectionValues& tilt = tracts.tilt;
     for (std::size_t i = 0; i < count; ++i) {
         double x = samples.voicing[i];
-        if (tracts.tilting) x = RunSection(tilt.A, tilt.B, tilt.C, tilt.state1, tilt.state2, x);
-        x = RunLane<true>(tracts.cascade, Tracts::CascadeLane(0), x + samples.aspiration[i]);
-        for (int place = 1; place < Tracts::kCascadeCount; ++place) {
+        if (tracts.tilting) x = RunLane(tracts.cascade, Tracts::CascadeLane(Tracts::kTilt), x);
+        x = RunLane<true>(tracts.cascade, Tracts::CascadeLane(Tracts::kAntiResonator),
+                          x + samples.aspiration[i]);
+        for (int place = Tracts::kAntiResonator + 1; place < Tracts::kCascadeCount; ++place) {
             x = RunLane(tracts.cascade, Tracts::CascadeLane(place), x);
         }
         double y = tracts.bypass * samples.frication[i];

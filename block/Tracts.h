@@ -27,16 +27,15 @@ struct alignas(32) SectionLanes {
 
 /// Both tracts, with the tilt section in front of the cascade.
 struct Tracts {
-    static constexpr int kCascadeCount = 7;   // antiresonator, then the resonators
+    /// Places along the cascade: the tilt, the antiresonator, then the resonators.
+    static constexpr int kTilt = 0, kAntiResonator = 1, kCascadeCount = 8;
     static constexpr int kParallelCount = 7;  // lanes 0 to 6 of the branch
 
-    /// The lane of a section of the cascade, `place` 0 being the antiresonator: 3, 6, 2, 5, 1, 4, 0.
-    /// Neighbours lie in different halves, so that handing on an output mostly is no move at all, and the
-    /// last one lies where a number is at hand.
-    static constexpr int CascadeLane(int place) { return (place % 2 == 0 ? 3 : 6) - place / 2; }
+    /// The lane of a place: 7, 3, 6, 2, 5, 1, 4, 0. Neighbours lie in different halves, so that handing on an
+    /// output mostly is no move at all, and the last one lies where a number is at hand.
+    static constexpr int CascadeLane(int place) { return (place % 2 == 0 ? 7 : 3) - place / 2; }
 
     SectionLanes cascade, parallel;
-    SectionValues tilt{1.0, 0.0, 0.0};
     bool tilting = false;         // false: the tilt section passes its input and stands still
     double bypass = 0.0;          // gain beside the parallel sections
     double parallelOutput = 0.0;  // the last sample's
