@@ -88,7 +88,7 @@ void OwnNetwork::Excite(const Kernels& kernels, PhaseTable& phases, std::span<do
     if (!inOneGo) {
         ExciteOneByOne(voicing, flutters);
     } else if (flutters) {
-        ExciteFluttering(kernels, phases, voicing);
+        ExciteFluttering(kernels, voicing);
     } else {
         ExciteSteadily(kernels, phases, voicing);
     }
@@ -106,21 +106,23 @@ void OwnNetwork::ExciteSteadily(const Kernels& kernels, PhaseTable& phases,
                                 std::span<double> voicing) noexcept {
     VoicingSourceCore& source = standardSource_->Core();
     const GlottalPeriod period = source.Period();
-    Values times;
-    phases.Advance(source.SampleTime(), source.Phase(), std::span(times, voicing.size()),
-                   [&](std::size_t) { return period.T0; });
-    if (source.AV() == 0.0 || period.T0 == 0.0 || source.OQ() == 0.0) {
-        std::ranges::fill(voicing, 0.0);
-    } else {
-        kernels.pulses({source.AV(), source.OQ(), source.DI()}, period, times, voicing.data(),
-                       voicing.size());
+    const bool sounds = !source.IsSilent() && period.T0 != 0.0;
+    const auto pulses = [&](const double* times, std::size_t first, std::size_t length) {
+        double* const out = voicing.data() + first;
+        if (sounds) kernels.pulses({source.AV(), source.OQ(), source.DI()}, period, times, out, length);
+    };
+    if (!phases.ForEachRun(source.SampleTime(), source.Phase(), period.T0, voicing.size(), pulses)) {
+        Values T0, times;
+        std::fill_n(T0, voicing.size(), period.T0);
+        PhaseTable::AddUp(source.SampleTime(), source.Phase(), T0, std::span(times, voicing.size()));
+        pulses(times, 0, voicing.size());
     }
+    if (!sounds) std::ranges::fill(voicing, 0.0);
     source.Store(voicing.back());
 }
 
 /// The filter runs behind the source, so that each flutter step sets the period of the next sample.
-void OwnNetwork::ExciteFluttering(const Kernels& kernels, PhaseTable& phases,
-                                  std::span<double> voicing) noexcept {
+void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept {
     const std::size_t count = voicing.size();
     VoicingSourceCore& source = standardSource_->Core();
     Values frequencies, times, T0, Tp, K;
@@ -131,9 +133,8 @@ void OwnNetwork::ExciteFluttering(const Kernels& kernels, PhaseTable& phases,
     Tp[0] = source.Period().Tp;
     K[0] = source.Period().K;
     kernels.periods(source.OQ(), frequencies, {T0 + 1, Tp + 1, K + 1}, count);
-    phases.Advance(source.SampleTime(), source.Phase(), std::span(times, count),
-                   [&](std::size_t i) { return T0[i]; });
-    if (source.AV() == 0.0 || source.OQ() == 0.0) {
+    PhaseTable::AddUp(source.SampleTime(), source.Phase(), T0, std::span(times, count));
+    if (source.IsSilent()) {
         std::ranges::fill(voicing, 0.0);
     } else {
         kernels.movedPulses({source.AV(), source.OQ(), source.DI()}, {T0, Tp, K}, times, voicing.data(),

@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "block/PhaseTable.h"
 
-#include <algorithm>
-
 namespace larynth::block {
+
+void PhaseTable::AddUp(double T, double& phase, const double* T0, std::span<double> phases) noexcept {
+    double t = phase;
+    for (std::size_t i = 0; i < phases.size(); ++i) {
+        t = t + T;
+        if (t > T0[i]) t = 0.0;
+        phases[i] = t;
+    }
+    phase = t;
+}
 
 bool PhaseTable::Reaches(double T, double phase, std::size_t count) noexcept {
     if (T != T_ || count_ == 0) {

@@ -1,23 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 
 namespace larynth::block {
 
-/// The sums 0, T, T + T, … of a sample time, each rounded as the running phase of a pitch period is. A period
-/// begins at exactly 0, so its phases are these very numbers: they can be read off instead of being added up,
-/// which is a chain of operations that wait for each other.
+/// The sums 0, T, T + T, … of a sample time T (s), each rounded as the running phase of a pitch period is. A
+/// period begins at exactly 0, so its phases are these very numbers: they can be read off instead of being
+/// added up, which is a chain of operations that wait for each other.
 class PhaseTable {
   public:
-    /// Writes the phase of each of the next samples and moves `phase` (s) to the last. `T` is the sample
-    /// time; the period at sample i has the length periodAt(i); both in s.
-    template <class PeriodAt>
-    void Advance(double T, double& phase, std::span<double> phases, PeriodAt&& periodAt);
+    /// Calls run(phases, first, length) for the phases of samples `first` to `first` + `length` − 1, until
+    /// `count` samples have theirs, and moves `phase` to the last. All periods have the length T0. False,
+    /// with nothing done, when the table does not serve.
+    template <class Run>
+    bool ForEachRun(double T, double& phase, double T0, std::size_t count, Run&& run) noexcept;
+
+    /// Writes the phases of the next samples, the period being T0[i] at sample i, and moves `phase` to the
+    /// last.
+    static void AddUp(double T, double& phase, const double* T0, std::span<double> phases) noexcept;
 
   private:
-    /// Enough for 6 Hz at 22050 Hz; longer periods are added up.
+    /// Enough for 6 Hz at 22050 Hz.
     static constexpr std::size_t kMostSums = 4096;
 
     /// Looks the phase up and sees to it that the sums reach `count` samples further; false when they cannot.
@@ -29,25 +35,20 @@ class PhaseTable {
     double sums_[kMostSums];
 };
 
-template <class PeriodAt>
-void PhaseTable::Advance(double T, double& phase, std::span<double> phases, PeriodAt&& periodAt) {
-    if (Reaches(T, phase, phases.size())) {
-        std::size_t place = place_;
-        for (std::size_t i = 0; i < phases.size(); ++i) {
-            if (sums_[++place] > periodAt(i)) place = 0;
-            phases[i] = sums_[place];
-        }
-        place_ = place;
-        phase = sums_[place];
-        return;
+template <class Run>
+bool PhaseTable::ForEachRun(double T, double& phase, double T0, std::size_t count, Run&& run) noexcept {
+    if (!(T > 0.0 && T0 > T && Reaches(T, phase, count))) return false;
+    const std::span known(sums_, count_);
+    const auto end = static_cast<std::size_t>(std::ranges::upper_bound(known, T0) - known.begin());
+    for (std::size_t first = 0; first < count;) {
+        const std::size_t next = place_ + 1 < end ? place_ + 1 : 0;
+        const std::size_t length = std::min(count - first, end - next);
+        run(sums_ + next, first, length);
+        first += length;
+        place_ = next + length - 1;
     }
-    double t = phase;
-    for (std::size_t i = 0; i < phases.size(); ++i) {
-        t = t + T;
-        if (t > periodAt(i)) t = 0.0;
-        phases[i] = t;
-    }
-    phase = t;
+    phase = sums_[place_];
+    return true;
 }
 
 }  // namespace larynth::block

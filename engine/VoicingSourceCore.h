@@ -65,6 +65,9 @@ class VoicingSourceCore final : public Component {
     double FL() const { return FL_; }
     double FLT() const { return FLT_; }
 
+    /// True when AV or OQ makes every sample 0.
+    bool IsSilent() const { return AV_ == 0.0 || OQ_ == 0.0; }
+
     double SampleTime() const { return T_; }
     double AV() const { return AV_; }
     double OQ() const { return OQ_; }
@@ -102,7 +105,7 @@ inline double VoicingSourceCore::Evaluate(bool recompute) {
 
 inline double VoicingSourceCore::ComputeSample() {
     if (IsValid()) return Output();
-    if (AV_ == 0.0 || period_.T0 == 0.0 || OQ_ == 0.0) return Store(0.0);
+    if (IsSilent() || period_.T0 == 0.0) return Store(0.0);
     double y = GlottalPulse(AV_, period_, t_);
     if (DI_ > 0.0) y = y + (1.0 - DI_) * GlottalPulse(AV_, period_, SecondPulseTime(t_, period_, OQ_, DI_));
     return Store(y);
