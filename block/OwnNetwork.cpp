@@ -34,6 +34,7 @@ void GiveCascade(const SectionLanes& lanes, CascadeTract& tract) noexcept {
 void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
     int lane = 0;
     for (Resonator& section : branch.Resonators()) tracts.parallel.Fill(lane++, section.Values());
+    tracts.parallel.Silence(lane);
     tracts.bypass = branch.Bypass().Gain();
 }
 
@@ -160,7 +161,11 @@ void OwnNetwork::RunTracts(const Kernels& kernels, TractSamples samples, std::si
     TiltFilter* const tilt = filter_ != nullptr ? &filter_->Tilt() : nullptr;
     Tracts tracts;
     tracts.tilting = tilt != nullptr && tilt->IsTilting();
-    if (tracts.tilting) tracts.cascade.Fill(kTiltLane, tilt->Section().Values());
+    if (tracts.tilting) {
+        tracts.cascade.Fill(kTiltLane, tilt->Section().Values());
+    } else {
+        tracts.cascade.Silence(kTiltLane);
+    }
     FillCascade(tracts.cascade, cascade);
     FillParallel(tracts, parallelTract_->Core());
 
@@ -185,6 +190,7 @@ void OwnNetwork::RunFilterTract(const Kernels& kernels, TractSamples samples, st
         filterTract_->CalculateNext(voicing + samples.aspiration[i], &cascade[i]);
     }
     Tracts tracts;
+    for (int lane = 0; lane < SectionLanes::kLanes; ++lane) tracts.cascade.Silence(lane);
     FillParallel(tracts, parallelTract_->Core());
     kernels.tracts(tracts, samples, count);
     GiveParallel(tracts, parallelTract_->Core());

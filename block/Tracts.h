@@ -5,12 +5,12 @@
 
 namespace larynth::block {
 
-/// Sections side by side, one a lane. A lane that is never filled is silent.
+/// Sections side by side, one a lane. Every lane is to be filled or silenced.
 struct alignas(32) SectionLanes {
     static constexpr int kLanes = 8;
 
-    double A[kLanes] = {}, B[kLanes] = {}, C[kLanes] = {};
-    double state1[kLanes] = {}, state2[kLanes] = {};
+    double A[kLanes], B[kLanes], C[kLanes];
+    double state1[kLanes], state2[kLanes];
 
     void Fill(int lane, const SectionValues& section) noexcept {
         A[lane] = section.A;
@@ -19,6 +19,7 @@ struct alignas(32) SectionLanes {
         state1[lane] = section.state1;
         state2[lane] = section.state2;
     }
+    void Silence(int lane) noexcept { Fill(lane, {0.0, 0.0, 0.0}); }
     void GiveState(int lane, SectionValues& section) const noexcept {
         section.state1 = state1[lane];
         section.state2 = state2[lane];

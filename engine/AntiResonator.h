@@ -11,6 +11,8 @@ namespace larynth {
 /// With A = 1/a, B = −b/a, C = −c/a it undoes a resonator with the coefficients a, b, c.
 class AntiResonator final : public FilterComponent {
   public:
+    /// Passes its input.
+    AntiResonator() : AntiResonator(1.0, 0.0, 0.0) {}
     AntiResonator(double A, double B, double C) : values_{A, B, C} {}
 
     /// Sets the coefficients; the state is kept.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <span>
-#include <vector>
 
 #include "engine/AntiResonator.h"
 #include "engine/FilterComponent.h"
@@ -13,8 +13,6 @@ namespace larynth {
 /// The vocal tract as sections in series: nasal zero, nasal pole, F1 … F5. A new tract passes its input on.
 class CascadeTract final : public FilterComponent {
   public:
-    CascadeTract();
-
     double Process(double x) override;
 
     /// Position 0 is the nasal pole, 1 to 5 are the formants.
@@ -24,8 +22,8 @@ class CascadeTract final : public FilterComponent {
     std::span<AntiResonator> AntiResonators() { return antiResonators_; }
 
   private:
-    std::vector<Resonator> resonators_;
-    std::vector<AntiResonator> antiResonators_;
+    std::array<Resonator, 6> resonators_;
+    std::array<AntiResonator, 1> antiResonators_;
 };
 
 inline double CascadeTract::Process(double x) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <span>
-#include <vector>
 
 #include "engine/FilterComponent.h"
 #include "engine/Multiplier.h"
@@ -14,15 +14,13 @@ namespace larynth {
 /// A new branch has identity sections and bypass gain 1.
 class ParallelTractCore final : public FilterComponent {
   public:
-    ParallelTractCore();
-
     double Process(double x) override;
 
     std::span<Resonator> Resonators() { return resonators_; }
     Multiplier& Bypass() { return bypass_; }
 
   private:
-    std::vector<Resonator> resonators_;
+    std::array<Resonator, 7> resonators_;
     Multiplier bypass_{1.0};
 };
 

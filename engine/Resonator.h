@@ -15,6 +15,8 @@ namespace larynth {
 /// bandwidths above 0 Hz.
 class Resonator final : public FilterComponent {
   public:
+    /// Passes its input.
+    Resonator() : Resonator(1.0, 0.0, 0.0) {}
     Resonator(double A, double B, double C) : values_{A, B, C} {}
 
     /// Sets the coefficients directly.

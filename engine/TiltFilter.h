@@ -26,7 +26,7 @@ class TiltFilter final : public FilterComponent {
 
   private:
     int TL_ = 0;
-    Resonator resonator_{1.0, 0.0, 0.0};
+    Resonator resonator_;
 };
 
 }  // namespace larynth
