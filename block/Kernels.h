@@ -38,7 +38,8 @@ struct Finish {
 };
 
 /// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the
-/// bits that the engine's elements make sample by sample.
+/// bits that the engine's elements make sample by sample. Arrays that are not const have room up to the next
+/// multiple of four; what lies behind the last sample is overwritten.
 struct Kernels {
     const char* name;
 
@@ -49,7 +50,7 @@ struct Kernels {
     void (*pulses)(const Glottis& glottis, const GlottalPeriod& period, const double* t, double* out,
                    std::size_t count);
     /// The same with a period for each sample.
-    void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, const double* t, double* out,
+    void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, double* t, double* out,
                         std::size_t count);
 
     /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. Flutter::StaysReduced
@@ -57,7 +58,7 @@ struct Kernels {
     void (*flutter)(double F0, double FL, double* t, std::size_t count);
 
     /// The periods of the frequencies `F0` (Hz).
-    void (*periods)(double OQ, const double* F0, const GlottalPeriods& out, std::size_t count);
+    void (*periods)(double OQ, double* F0, const GlottalPeriods& out, std::size_t count);
 
     /// Both tracts: their sum goes to `samples.sum`.
     void (*tracts)(Tracts& tracts, TractSamples samples, std::size_t count);

@@ -27,8 +27,7 @@ LARYNTH_KERNEL void NoiseByEight(std::uint32_t state, const NoisePair& noise, st
     States states;
     std::uint32_t last = state;
     for (int k = 0; k < 8; ++k) states[k] = last = NextNoiseState(last);
-    const std::size_t whole = count & ~std::size_t{3};
-    for (std::size_t i = 0; i < whole; i += 4) {
+    for (std::size_t i = 0; i < count; i += 4) {
         const States bits = (states >> 16) & 0x7FFFU;
         const auto even = __builtin_bit_cast(Values, __builtin_shufflevector(bits, bits, 0, 2, 4, 6));
         const auto odd = __builtin_bit_cast(Values, __builtin_shufflevector(bits, bits, 1, 3, 5, 7));
@@ -36,9 +35,6 @@ LARYNTH_KERNEL void NoiseByEight(std::uint32_t state, const NoisePair& noise, st
         Store4(NoiseSample(__builtin_convertvector(odd, Double4), noise.secondAmplitude), noise.second + i);
         states = states * kFactor + kOffset;
     }
-    const NoisePair rest{noise.firstAmplitude, noise.secondAmplitude, noise.first + whole,
-                         noise.second + whole};
-    NoiseOneByOne(JumpNoiseState(state, 2 * whole), rest, count - whole);
 }
 
 }  // namespace larynth::block

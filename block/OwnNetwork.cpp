@@ -9,8 +9,8 @@ namespace larynth::block {
 
 namespace {
 
-/// Room for a value of each sample of a stretch, and one more. Not initialised.
-using Values = double[kStretch + 1];
+/// Room for a value of each sample of a stretch, one more, and the next multiple of four. Not initialised.
+using Values = double[kStretch + 4];
 
 /// The section at a place of the cascade behind the tilt.
 SectionValues& CascadeSection(CascadeTract& tract, int place) noexcept {
@@ -84,15 +84,9 @@ void OwnNetwork::Render(const Kernels& kernels, PhaseTable& phases, std::span<do
 
 void OwnNetwork::Excite(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept {
     const bool flutters = filter_ != nullptr && filter_->Flutters();
-    const bool inOneGo = standardSource_ != nullptr &&
-                         (!flutters || filter_->FlutterState().StaysReduced(filter_->FLT(), voicing.size()));
-    if (!inOneGo) {
-        ExciteOneByOne(voicing, flutters);
-    } else if (flutters) {
-        ExciteFluttering(kernels, voicing);
-    } else {
-        ExciteSteadily(kernels, phases, voicing);
-    }
+    if (standardSource_ == nullptr) return ExciteOneByOne(voicing, flutters);
+    if (flutters) return ExciteFluttering(kernels, voicing);
+    ExciteSteadily(kernels, phases, voicing);
 }
 
 void OwnNetwork::ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept {
@@ -126,14 +120,12 @@ void OwnNetwork::ExciteSteadily(const Kernels& kernels, PhaseTable& phases,
 void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept {
     const std::size_t count = voicing.size();
     VoicingSourceCore& source = standardSource_->Core();
-    Values frequencies, times, T0, Tp, K;
-    filter_->FlutterState().Advance(filter_->FLT(), std::span(frequencies, count));
-    kernels.flutter(filter_->F0(), filter_->FL(), frequencies, count);
-
+    Values F0, times, T0, Tp, K;
+    FlutterF0(kernels, std::span(F0, count));
     T0[0] = source.Period().T0;
     Tp[0] = source.Period().Tp;
     K[0] = source.Period().K;
-    kernels.periods(source.OQ(), frequencies, {T0 + 1, Tp + 1, K + 1}, count);
+    kernels.periods(source.OQ(), F0, {T0 + 1, Tp + 1, K + 1}, count);
     PhaseTable::AddUp(source.SampleTime(), source.Phase(), T0, std::span(times, count));
     if (source.IsSilent()) {
         std::ranges::fill(voicing, 0.0);
@@ -143,6 +135,17 @@ void OwnNetwork::ExciteFluttering(const Kernels& kernels, std::span<double> voic
     }
     source.Period() = {T0[count], Tp[count], K[count]};
     source.Store(voicing.back());
+}
+
+/// The fluttering F0 behind each sample.
+void OwnNetwork::FlutterF0(const Kernels& kernels, std::span<double> F0) noexcept {
+    Flutter& flutter = filter_->FlutterState();
+    if (flutter.StaysReduced(filter_->FLT(), F0.size())) {
+        flutter.Advance(filter_->FLT(), F0);
+        kernels.flutter(filter_->F0(), filter_->FL(), F0.data(), F0.size());
+    } else {
+        for (double& each : F0) each = filter_->NextF0();
+    }
 }
 
 void OwnNetwork::DrawNoise(const Kernels& kernels, double* aspiration, double* frication,

@@ -18,7 +18,7 @@ TEST(Kernels, NoiseIsTheGeneratorsSequenceInTurns) {
         for (std::size_t count = 1; count <= 21; ++count) {
             std::uint32_t word = 4711;
             NoiseSource first(3.0, NoiseGenerator(word)), second(0.25, NoiseGenerator(word));
-            std::vector<double> a(count), b(count);
+            std::vector<double> a(count + 3), b(count + 3);
             kernels->noise(4711, {3.0, 0.25, a.data(), b.data()}, count);
             for (std::size_t i = 0; i < count; ++i) {
                 ASSERT_EQ(a[i], first.Evaluate(true)) << kernels->name << " sample " << i << " of " << count;
