@@ -82,6 +82,7 @@ std::vector<Case> AllCases() {
         Fresh("everything_flutter", kEverythingFlutter),
         Fresh("everything_16", kEverything, 16),
         Fresh("everything_1000", kEverything, 1000),
+        Fresh("everything_flutter_1000", kEverythingFlutter, 1000),
         Same("same_vowel", kVowel),
         Same("same_vowel_flutter", kVowelFlutter),
         Same("same_everything", kEverything),

@@ -25,6 +25,7 @@ constexpr Kernels kPlain{
     .flutter = Plain<MoveF0>::Run,
     .periods = Plain<Periods>::Run,
     .tracts = Plain<TractsOneByOne>::Run,
+    .parallel = Plain<ParallelOneByOne>::Run,
     .finish = Plain<FinishSamples>::Run,
 };
 
@@ -46,6 +47,7 @@ constexpr Kernels kAvx2{
     .flutter = Avx2<MoveF0>::Run,
     .periods = Avx2<Periods>::Run,
     .tracts = Avx2<TractsByWave>::Run,
+    .parallel = Avx2<ParallelByFour>::Run,
     .finish = Avx2<FinishSamples>::Run,
 };
 

@@ -60,8 +60,9 @@ struct Kernels {
     /// The periods of the frequencies `F0` (Hz).
     void (*periods)(double OQ, double* F0, const GlottalPeriods& out, std::size_t count);
 
-    /// Both tracts: their sum goes to `samples.sum`.
+    /// Both tracts, or the parallel one alone: the sum goes to `samples.sum`.
     void (*tracts)(Tracts& tracts, TractSamples samples, std::size_t count);
+    void (*parallel)(Tracts& tracts, TractSamples samples, std::size_t count);
 
     /// 16-bit samples, each truncated toward zero; `previous` is y[−1]. False when a value was 2^31 or more
     /// or not a number: then the samples mean nothing.

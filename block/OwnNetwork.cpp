@@ -184,7 +184,7 @@ void OwnNetwork::RunTracts(const Kernels& kernels, TractSamples samples, std::si
     GiveParallel(tracts, parallelTract_->Core());
 }
 
-/// The tract as one filter runs sample by sample; the parallel branch beside an empty cascade.
+/// The tract as one filter runs sample by sample.
 void OwnNetwork::RunFilterTract(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept {
     Values cascade;
     for (std::size_t i = 0; i < count; ++i) {
@@ -193,9 +193,8 @@ void OwnNetwork::RunFilterTract(const Kernels& kernels, TractSamples samples, st
         filterTract_->CalculateNext(voicing + samples.aspiration[i], &cascade[i]);
     }
     Tracts tracts;
-    for (int lane = 0; lane < SectionLanes::kLanes; ++lane) tracts.cascade.Silence(lane);
     FillParallel(tracts, parallelTract_->Core());
-    kernels.tracts(tracts, samples, count);
+    kernels.parallel(tracts, samples, count);
     GiveParallel(tracts, parallelTract_->Core());
     for (std::size_t i = 0; i < count; ++i) samples.sum[i] = samples.sum[i] + cascade[i];
 }

@@ -40,10 +40,11 @@ struct Chain {
     }
 };
 
+/// The cascade in lanes; `kTilting` as Tracts::tilting.
 template <bool kTilting>
 struct CascadeWave {
-    static constexpr std::int64_t kDelay =
-        Tracts::kCascadeCount - 1;  // steps from a sample's entry to its output
+    /// Steps from a sample's entry to its output.
+    static constexpr std::int64_t kDelay = Tracts::kCascadeCount - 1;
 
     Chain chain;
     Lanes out = {}, newest = {};  // newest: what goes into the states
@@ -81,6 +82,7 @@ struct CascadeWave {
     }
 };
 
+/// The parallel branch in lanes. Its steps give the sums of bypass and sections.
 struct ParallelBranch {
     Chain chain;
     double bypass;
@@ -129,6 +131,16 @@ LARYNTH_KERNEL void RunWave(Tracts& tracts, TractSamples samples, std::int64_t c
     parallel.chain.StoreStates(tracts.parallel);
 }
 
+LARYNTH_KERNEL void ParallelByFour(Tracts& tracts, TractSamples samples, std::size_t count) {
+    ParallelBranch parallel{Chain(tracts.parallel), tracts.bypass};
+    std::int64_t i = 0;
+    const auto end = static_cast<std::int64_t>(count);
+    for (; i + 4 <= end; i += 4) Store4(parallel.FourSteps(samples, i), samples.sum + i);
+    for (; i < end; ++i) samples.sum[i] = parallel.Step(samples, i);
+    parallel.chain.StoreStates(tracts.parallel);
+    tracts.parallelOutput = samples.sum[count - 1];
+}
+
 LARYNTH_KERNEL void TractsByWave(Tracts& tracts, TractSamples samples, std::size_t count) {
     const auto signedCount = static_cast<std::int64_t>(count);
     if (tracts.tilting) {
@@ -147,8 +159,21 @@ LARYNTH_KERNEL double RunLane(SectionLanes& lanes, int k, double x) {
     return y;
 }
 
-/// The same without vectors: sample by sample, section by section.
+// The same without vectors: sample by sample, section by section.
+
+LARYNTH_KERNEL void ParallelOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        double y = tracts.bypass * samples.frication[i];
+        for (int k = 0; k < Tracts::kParallelCount; ++k) {
+            y = y + RunLane(tracts.parallel, k, samples.frication[i]);
+        }
+        samples.sum[i] = y;
+    }
+    tracts.parallelOutput = samples.sum[count - 1];
+}
+
 LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
+    ParallelOneByOne(tracts, samples, count);
     for (std::size_t i = 0; i < count; ++i) {
         double x = samples.voicing[i];
         if (tracts.tilting) x = RunLane(tracts.cascade, Tracts::CascadeLane(Tracts::kTilt), x);
@@ -157,12 +182,7 @@ LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, TractSamples samples, std::si
         for (int place = Tracts::kAntiResonator + 1; place < Tracts::kCascadeCount; ++place) {
             x = RunLane(tracts.cascade, Tracts::CascadeLane(place), x);
         }
-        double y = tracts.bypass * samples.frication[i];
-        for (int k = 0; k < Tracts::kParallelCount; ++k) {
-            y = y + RunLane(tracts.parallel, k, samples.frication[i]);
-        }
-        tracts.parallelOutput = y;
-        samples.sum[i] = y + x;
+        samples.sum[i] = samples.sum[i] + x;
     }
 }
 
