@@ -5,10 +5,14 @@ namespace larynth {
 
 namespace {
 
+/// Tells the entries of a group where they sit, and gives them their initial values.
 template <class Entries>
-void AttachAll(Entries& entries, const ResonatorGroup& group, KlattPacketData& owner) noexcept {
-    int position = 0;
-    for (ResonatorEntry& entry : entries) entry.Attach(owner, group.unitCode, position++);
+void SetUp(Entries& entries, const ResonatorGroup& group, KlattPacketData& owner) noexcept {
+    int position = 0, index = group.firstIndex;
+    for (ResonatorEntry& entry : entries) {
+        entry.Attach(owner, group.unitCode, position++);
+        for (int k = 0; k < kValuesPerEntry; ++k) entry.Item(k) = Item(index++).initial;
+    }
 }
 
 template <class Entries>
@@ -24,10 +28,10 @@ double& ItemInGroup(Entries& entries, int offset) noexcept {
 }  // namespace
 
 KlattPacketData::KlattPacketData() noexcept {
-    AttachAll(cascadePoles, kCascadePoles, *this);
-    AttachAll(cascadeZeros, kCascadeZeros, *this);
-    AttachAll(parallelPoles, kParallelPoles, *this);
-    for (int index = 0; index < kItemCount; ++index) Item(index) = larynth::Item(index).initial;
+    for (int index = 0; index < kScalarCount; ++index) Item(index) = larynth::Item(index).initial;
+    SetUp(cascadePoles, kCascadePoles, *this);
+    SetUp(cascadeZeros, kCascadeZeros, *this);
+    SetUp(parallelPoles, kParallelPoles, *this);
 }
 
 void KlattPacketData::CopyFrom(const KlattPacketData& source) noexcept {
