@@ -67,5 +67,6 @@ LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed);
 /// The generator's one state word, shared by all modules of the process; to be used atomically.
 LARYNTH_RUNTIME_API std::uint32_t* LARYNTH_CALL LarynthNoiseState();
 
-/// A byte that is not 0 while the process is known to have a single thread.
+/// A byte that is not 0 while the process is known to have a single thread. It is the C library's: threads
+/// that are made without it are not seen.
 LARYNTH_RUNTIME_API const char* LARYNTH_CALL LarynthSingleThreaded();

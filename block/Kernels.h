@@ -38,26 +38,26 @@ struct Finish {
 };
 
 /// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the
-/// bits that the engine's elements make sample by sample. Arrays that are not const have room up to the next
-/// multiple of four; what lies behind the last sample is overwritten.
+/// bits that the engine's elements make sample by sample. "Room" is room up to the next multiple of four,
+/// in which what lies behind the last sample is overwritten.
 struct Kernels {
     const char* name;
 
-    /// Noise of two sources that draw in turn; `state` is the generator's before the draws.
+    /// Noise of two sources that draw in turn; `state` is the generator's before the draws. Both have room.
     void (*noise)(std::uint32_t state, const NoisePair& noise, std::size_t count);
 
     /// Pulses at the times `t` (s) since the period began, which has one length for all of them.
     void (*pulses)(const Glottis& glottis, const GlottalPeriod& period, const double* t, double* out,
                    std::size_t count);
-    /// The same with a period for each sample.
+    /// The same with a period for each sample. All arrays have room.
     void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, double* t, double* out,
                         std::size_t count);
 
     /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. Flutter::StaysReduced
-    /// holds for them.
+    /// holds for them. The array has room.
     void (*flutter)(double F0, double FL, double* t, std::size_t count);
 
-    /// The periods of the frequencies `F0` (Hz).
+    /// The periods of the frequencies `F0` (Hz). All arrays have room.
     void (*periods)(double OQ, double* F0, const GlottalPeriods& out, std::size_t count);
 
     /// Both tracts, or the parallel one alone: the sum goes to `samples.sum`.

@@ -14,7 +14,7 @@ namespace larynth::block {
 
 /// The next multiple of four, up to which `values` are filled with the last one: a loop over that many has no
 /// rest that would be computed one by one.
-LARYNTH_KERNEL std::size_t Padded(double* values, std::size_t count) {
+LARYNTH_KERNEL std::size_t PadToFour(double* values, std::size_t count) {
     const std::size_t padded = (count + 3) & ~std::size_t{3};
     for (std::size_t i = count; i < padded; ++i) values[i] = values[count - 1];
     return padded;
@@ -35,7 +35,7 @@ LARYNTH_KERNEL void Pulses(const Glottis& g, const GlottalPeriod& period, const 
 LARYNTH_KERNEL void MovedPulses(const Glottis& g, const GlottalPeriods& periods, double* t, double* out,
                                 std::size_t samples) {
     const auto [AV, OQ, DI] = g;
-    const std::size_t count = Padded(t, samples);
+    const std::size_t count = PadToFour(t, samples);
     for (std::size_t i = 0; i < count; ++i) {
         const double y = GlottalPulse(AV, {periods.T0[i], periods.Tp[i], periods.K[i]}, t[i]);
         out[i] = periods.T0[i] == 0.0 ? 0.0 : y;
@@ -96,7 +96,7 @@ LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, 
 }
 
 LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t samples) {
-    const std::size_t count = Padded(t, samples);
+    const std::size_t count = PadToFour(t, samples);
     double sums[kStretch];
     for (std::size_t i = 0; i < count; ++i) sums[i] = -0.0;  // to which the first sinusoid is added as it is
     for (const double multiple : Flutter::kMultiples) AddSinusoid(multiple, t, sums, count);
@@ -104,7 +104,7 @@ LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t samples)
 }
 
 LARYNTH_KERNEL void Periods(double OQ, double* F0, const GlottalPeriods& out, std::size_t samples) {
-    const std::size_t count = Padded(F0, samples);
+    const std::size_t count = PadToFour(F0, samples);
     for (std::size_t i = 0; i < count; ++i) {
         const GlottalPeriod period = GlottalPeriod::OfF0(F0[i], OQ);
         out.T0[i] = period.T0;

@@ -84,12 +84,12 @@ void OwnNetwork::Render(const Kernels& kernels, PhaseTable& phases, std::span<do
 
 void OwnNetwork::Excite(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept {
     const bool flutters = filter_ != nullptr && filter_->Flutters();
-    if (standardSource_ == nullptr) return ExciteOneByOne(voicing, flutters);
+    if (standardSource_ == nullptr) return ExciteFromWave(voicing, flutters);
     if (flutters) return ExciteFluttering(kernels, voicing);
     ExciteSteadily(kernels, phases, voicing);
 }
 
-void OwnNetwork::ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept {
+void OwnNetwork::ExciteFromWave(std::span<double> voicing, bool flutters) noexcept {
     for (double& sample : voicing) {
         sample = 0.0;
         voicingSource_->CalculateNext(&sample);

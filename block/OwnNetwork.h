@@ -49,7 +49,7 @@ class OwnNetwork {
     void Excite(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept;
     void ExciteSteadily(const Kernels& kernels, PhaseTable& phases, std::span<double> voicing) noexcept;
     void ExciteFluttering(const Kernels& kernels, std::span<double> voicing) noexcept;
-    void ExciteOneByOne(std::span<double> voicing, bool flutters) noexcept;
+    void ExciteFromWave(std::span<double> voicing, bool flutters) noexcept;
     void FlutterF0(const Kernels& kernels, std::span<double> F0) noexcept;
     void DrawNoise(const Kernels& kernels, double* aspiration, double* frication, std::size_t count) noexcept;
     void RunTracts(const Kernels& kernels, TractSamples samples, std::size_t count) noexcept;

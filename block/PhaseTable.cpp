@@ -19,6 +19,7 @@ bool PhaseTable::Reaches(double T, double phase, std::size_t count) noexcept {
         sums_[0] = 0.0;
         count_ = 1;
     }
+    for (; count_ < kMostSums && sums_[count_ - 1] < phase; ++count_) sums_[count_] = sums_[count_ - 1] + T;
     if (place_ >= count_ || sums_[place_] != phase) {
         const std::span known(sums_, count_);
         const auto found = std::ranges::lower_bound(known, phase);

@@ -47,7 +47,11 @@ struct CascadeWave {
     static constexpr std::int64_t kDelay = Tracts::kCascadeCount - 1;
 
     Chain chain;
-    Lanes out = {}, newest = {};  // newest: what goes into the states
+    Lanes out = {};
+    Lanes newest =
+        {};  // what goes into the states; in the tilt's lane without meaning while it does not tilt
+
+    static constexpr double Place(int lane) { return Tracts::CascadePlace(lane); }
 
     /// The last lanes of `voicing` and `aspiration` enter.
     LARYNTH_KERNEL void Compute(const Double4& voicing, const Double4& aspiration) {
@@ -68,7 +72,8 @@ struct CascadeWave {
     }
     /// A step near the ends of the stretch: sections without a sample keep their states.
     LARYNTH_KERNEL double EdgeStep(TractSamples samples, std::int64_t count, std::int64_t s) {
-        constexpr Double4 kLowPlaces = {7, 5, 3, 1}, kHighPlaces = {6, 4, 2, 0};
+        constexpr Double4 kLowPlaces = {Place(0), Place(1), Place(2), Place(3)};
+        constexpr Double4 kHighPlaces = {Place(4), Place(5), Place(6), Place(7)};
         Compute(InAllLanes(s < count ? samples.voicing[s] : 0.0),
                 InAllLanes(s >= 1 && s <= count ? samples.aspiration[s - 1] : 0.0));
         const auto last = static_cast<double>(s), before = static_cast<double>(s - count);

@@ -5,7 +5,7 @@
 
 namespace larynth::block {
 
-/// Sections side by side, one a lane. Every lane is to be filled or silenced.
+/// Sections side by side, one a lane. Every lane that runs is to be filled or silenced.
 struct alignas(32) SectionLanes {
     static constexpr int kLanes = 8;
 
@@ -32,8 +32,13 @@ struct Tracts {
     static constexpr int kTilt = 0, kAntiResonator = 1, kCascadeCount = 8;
     static constexpr int kParallelCount = 7;  // lanes 0 to 6 of the branch
 
-    /// The lane of a place: 7, 3, 6, 2, 5, 1, 4, 0. Neighbours lie in different halves, so that handing on an
-    /// output mostly is no move at all, and the last one lies where a number is at hand.
+    /// The place of a lane, and the lane of a place. Neighbours lie in different halves: what the high half
+    /// puts out is what the low half takes in, and the other way round it is one lane further down. The last
+    /// place lies where a number is at hand.
+    ///
+    ///     lane    0 1 2 3   4 5 6 7
+    ///     place   7 5 3 1   6 4 2 0
+    static constexpr int CascadePlace(int lane) { return lane < 4 ? 7 - 2 * lane : 14 - 2 * lane; }
     static constexpr int CascadeLane(int place) { return (place % 2 == 0 ? 7 : 3) - place / 2; }
 
     SectionLanes cascade, parallel;

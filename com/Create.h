@@ -27,7 +27,7 @@ using Created = std::unique_ptr<Class, CreatorRelease>;
 template <class Class>
 Created<Class> MakeObject(IUnknown* outer = nullptr) {
     Created<Class> object(new Class(outer));
-    if constexpr (requires { typename Class::Role; }) OwnObject<Class>::Learn(*object);
+    if constexpr (requires { typename Class::RecognisedBy; }) OwnObject<Class>::Learn(*object);
     return object;
 }
 

@@ -15,7 +15,7 @@ extern template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspiration
 class TTSAspirationSource final : public NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
                                                            &ILarynthAspirationParams::GetAH, ScalarItem::AH> {
   public:
-    using Role = ITTSAspirationSource;
+    using RecognisedBy = ITTSAspirationSource;
     using NoiseSourceObject::NoiseSourceObject;
 };
 

@@ -15,7 +15,7 @@ extern template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationPa
 class TTSFricationSource final : public NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
                                                           &ILarynthFricationParams::GetAF, ScalarItem::AF> {
   public:
-    using Role = ITTSFricationSource;
+    using RecognisedBy = ITTSFricationSource;
     using NoiseSourceObject::NoiseSourceObject;
 };
 

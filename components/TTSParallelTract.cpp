@@ -12,7 +12,7 @@ namespace larynth {
 
 HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->parallelPoles, poleFunctions_);
+        TakeSections(core_.Resonators(), values->parallelPoles, polePositions_);
         core_.Bypass().SetGain(values->Scalar(ScalarItem::AB));
         return S_OK;
     }

@@ -15,7 +15,7 @@ namespace larynth {
 /// The parallel branch: seven resonators and a bypass side by side.
 class TTSParallelTract final : public ComObject<ITTSParallelTract> {
   public:
-    using Role = ITTSParallelTract;
+    using RecognisedBy = ITTSParallelTract;
     using ComObject::ComObject;
 
     /// E_FAIL for a packet without parallel values; else the first failing resonator call's code, sections
@@ -35,7 +35,7 @@ class TTSParallelTract final : public ComObject<ITTSParallelTract> {
 
   private:
     ParallelTractCore core_;
-    std::array<SectionFunctions, kParallelPoles.count> poleFunctions_;
+    std::array<PolePosition, kParallelPoles.count> polePositions_;
 };
 
 }  // namespace larynth

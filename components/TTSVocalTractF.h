@@ -13,7 +13,7 @@ namespace larynth {
 /// resonators asks the packet to convert them first.
 class TTSVocalTractF final : public ComObject<ITTSVocalTract, ITTSVocalTractF> {
   public:
-    using Role = ITTSVocalTract;
+    using RecognisedBy = ITTSVocalTract;
     using ComObject::ComObject;
 
     /// E_FAIL, with nothing changed, for a packet without filter values and for a degree beyond 12 (alpha) or

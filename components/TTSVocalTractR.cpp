@@ -11,8 +11,8 @@ namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->cascadePoles, poleFunctions_);
-        TakeSections(core_.AntiResonators(), values->cascadeZeros, zeroFunctions_);
+        TakeSections(core_.Resonators(), values->cascadePoles, polePositions_);
+        TakeSections(core_.AntiResonators(), values->cascadeZeros, zeroPositions_);
         return S_OK;
     }
     return Guarded([&]() -> HRESULT {

@@ -16,7 +16,7 @@ namespace larynth {
 /// The cascade tract as a chain of sections: nasal zero, nasal pole, F1 … F5.
 class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
   public:
-    using Role = ITTSVocalTract;
+    using RecognisedBy = ITTSVocalTract;
     using ComObject::ComObject;
 
     /// E_FAIL for a packet without cascade values; else the first failing call's code, sections before it
@@ -48,8 +48,8 @@ class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
 
   private:
     CascadeTract core_;
-    std::array<SectionFunctions, kCascadePoles.count> poleFunctions_;
-    std::array<SectionFunctions, kCascadeZeros.count> zeroFunctions_;
+    std::array<PolePosition, kCascadePoles.count> polePositions_;
+    std::array<PolePosition, kCascadeZeros.count> zeroPositions_;
 };
 
 }  // namespace larynth

@@ -15,7 +15,7 @@ namespace larynth {
 /// flutter by setting F0 on the source it holds, for the source's next sample.
 class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
   public:
-    using Role = ITTSVoicingSourceFilter;
+    using RecognisedBy = ITTSVoicingSourceFilter;
     using ComObject::ComObject;
 
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override;

@@ -12,7 +12,7 @@ namespace larynth {
 /// The standard glottal source. Spectral tilt and flutter are applied behind it, by TTSVoicingSourceFilter.
 class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicingSourceStd> {
   public:
-    using Role = ITTSVoicingSource;
+    using RecognisedBy = ITTSVoicingSource;
     using ComObject::ComObject;
 
     /// A frequency of 0 gives an infinite sample time: every sample then starts a period.

@@ -22,7 +22,7 @@ namespace larynth {
 class TTSVoicingSourceWave final
     : public ComObject<IACLClone, ITTSVoicingSource, ITTSVoicingSourceWave, IACLPersistProperties> {
   public:
-    using Role = ITTSVoicingSource;
+    using RecognisedBy = ITTSVoicingSource;
     using ComObject::ComObject;
 
     /// E_FAIL: a wave source cannot be overwritten.

@@ -12,7 +12,7 @@ namespace larynth {
 /// read. The way back has no fallback: coefficients without a pair of conjugate zeros give no numbers.
 class AntiResonatorEntry final : public ResonatorEntry {
   protected:
-    void FBToABC(double T, SectionFunctions& functions) noexcept override;
+    void FBToABC(double T, PolePosition& position) noexcept override;
     void ABCToFB(double T) noexcept override;
 };
 

@@ -21,7 +21,7 @@ class LarynthParams final
                        AspirationFace, FricationFace, CascadeFace, ParallelFace, FilterFace>,
       private KlattPacketData {
   public:
-    using Role = ILarynthParams;
+    using RecognisedBy = ILarynthParams;
     explicit LarynthParams(IUnknown* outer) noexcept : ComObject(outer) {}
 
     /// What all faces show.

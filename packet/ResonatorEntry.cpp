@@ -50,9 +50,9 @@ const FrequencyForm* ResonatorEntry::FB() noexcept {
     return &fb_;
 }
 
-const CoefficientForm* ResonatorEntry::ComputedABC(SectionFunctions& functions) noexcept {
+const CoefficientForm* ResonatorEntry::ComputedABC(PolePosition& position) noexcept {
     if (owner_ == nullptr) return nullptr;
-    FBToABC(owner_->sampleTime, functions);
+    FBToABC(owner_->sampleTime, position);
     return &abc_;
 }
 
@@ -74,15 +74,15 @@ double& ResonatorEntry::Item(int k) noexcept {
 
 int ResonatorEntry::ItemID(int k) const noexcept { return unitCode_ + kValuesPerEntry * position_ + k; }
 
-void ResonatorEntry::FBToABC(double T, SectionFunctions& functions) noexcept {
+void ResonatorEntry::FBToABC(double T, PolePosition& position) noexcept {
     const auto [F, BW, G] = fb_;
     if (F <= 0.0 || BW <= 0.0) {
         abc_ = {G, 0.0, 0.0};  // passes its input, scaled
     } else {
-        functions.Compute(F, BW, T);
-        const double r = functions.Radius();
+        position.Compute(F, BW, T);
+        const double r = position.Radius();
         const double C = -(r * r);
-        const double B = 2.0 * r * functions.Cosine();
+        const double B = 2.0 * r * position.Cosine();
         abc_ = {G * (1.0 - B - C), B, C};
     }
     current_ = Current::Both;
@@ -94,8 +94,8 @@ void ResonatorEntry::ABCToFB(double T) noexcept {
     if (!(C < 0.0) || x > 1.0 || x < -1.0) {
         fb_ = {0.0, 0.0, A};  // no pair of conjugate poles: a plain gain is the nearest thing
     } else {
-        const double BW = -std::log(-C) / (SectionFunctions::kTwoPi10 * T);
-        const double F = std::acos(x) / (SectionFunctions::kTwoPi10 * T);
+        const double BW = -std::log(-C) / (PolePosition::kTwoPi10 * T);
+        const double F = std::acos(x) / (PolePosition::kTwoPi10 * T);
         fb_ = {F, BW, A / (1.0 - B - C)};
     }
     current_ = Current::Both;

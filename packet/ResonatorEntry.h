@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "packet/SectionFunctions.h"
+#include "packet/PolePosition.h"
 
 namespace larynth {
 
@@ -47,11 +47,11 @@ class ResonatorEntry {
     /// The form, computed if it is stale; null when it cannot be computed because the entry has no owner.
     const FrequencyForm* FB() noexcept;
     const CoefficientForm* ABC() noexcept {
-        SectionFunctions fresh;
+        PolePosition fresh;
         return ABC(fresh);
     }
     /// The same for a reader that keeps the functions of the last frame's entry at this place.
-    const CoefficientForm* ABC(SectionFunctions& kept) noexcept {
+    const CoefficientForm* ABC(PolePosition& kept) noexcept {
         return current_ != Current::FB ? &abc_ : ComputedABC(kept);
     }
 
@@ -75,7 +75,7 @@ class ResonatorEntry {
 
   protected:
     /// Conversions with sample time T (s); on success both forms are current.
-    virtual void FBToABC(double T, SectionFunctions& functions) noexcept;
+    virtual void FBToABC(double T, PolePosition& position) noexcept;
     virtual void ABCToFB(double T) noexcept;
 
     enum class Current : int { FB = 0, ABC = 1, Both = 2 };
@@ -85,7 +85,7 @@ class ResonatorEntry {
     CoefficientForm abc_;
 
   private:
-    const CoefficientForm* ComputedABC(SectionFunctions& functions) noexcept;
+    const CoefficientForm* ComputedABC(PolePosition& position) noexcept;
     void Written(Current form) noexcept;
 
     int userState_ = 0;

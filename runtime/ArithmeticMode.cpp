@@ -39,9 +39,12 @@ void SetMode(unsigned) noexcept {}
 }  // namespace larynth
 
 unsigned LARYNTH_CALL LarynthFlushDenormals() {
-    const unsigned before = larynth::Mode();
-    larynth::SetMode(before | larynth::kFlush);
-    return before;
+    const unsigned mode = larynth::Mode();
+    larynth::SetMode(mode | larynth::kFlush);
+    return mode & larynth::kFlush;
 }
 
-void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode) { larynth::SetMode(nMode); }
+// What else the mode holds, such as the direction of rounding, is left as it is now.
+void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode) {
+    larynth::SetMode((larynth::Mode() & ~larynth::kFlush) | (nMode & larynth::kFlush));
+}

@@ -16,6 +16,9 @@ class BlockFactory {
     /// without object.
     ComPtr<ITTSSoundData> New();
 
+    /// Gives the class back: it keeps the module loaded that it comes from.
+    void Forget() noexcept { factory_.Release(); }
+
   private:
     void LookUp();
 

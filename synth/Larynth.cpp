@@ -70,6 +70,7 @@ HRESULT Larynth::Initialize(IUnknown*, REFIID) noexcept {
 
 HRESULT Larynth::Uninitialize() noexcept {
     initialized_ = false;
+    packets_.ForgetBlockClass();
     return S_OK;
 }
 

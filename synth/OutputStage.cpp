@@ -2,7 +2,6 @@
 #include "synth/OutputStage.h"
 
 #include <cmath>
-#include <utility>
 #include <vector>
 
 #include "block/Kernels.h"
@@ -40,31 +39,30 @@ void OutputStage::SetShelves(const ShelfSettings& low, const ShelfSettings& high
     DesignFilters();
 }
 
-void OutputStage::Process(std::span<double> tractSums, std::int16_t* samples) noexcept {
-    if (tractSums.empty()) return;
-    double gain = outputGain;
-    if (lowOn_ || highOn_) {
-        RunShelves(tractSums);
-        gain = 1.0;
-    }
-    const block::Finish finish{gain, preEmphasis, volume};
-    const double previous = std::exchange(previousInput_, tractSums.back() * gain);
-    if (block::FastestKernels().finish(finish, previous, tractSums.data(), samples, tractSums.size())) return;
-    double before = previous;
-    for (const double sum : tractSums) {
-        const double y = sum * gain;
-        *samples++ = ToSample(volume * (y - preEmphasis * before));
-        before = y;
+std::int16_t OutputStage::Process(double tractSum) noexcept {
+    double y = tractSum * outputGain;
+    if (lowOn_) y = lowFilter_.Filter(y);
+    if (highOn_) y = highFilter_.Filter(y);
+    const double emphasised = y - preEmphasis * previousInput_;
+    previousInput_ = y;
+    return ToSample(volume * emphasised);
+}
+
+void OutputStage::Process(std::span<const double> tractSums, std::int16_t* samples) noexcept {
+    if (!ProcessInOneGo(tractSums, samples)) {
+        for (const double sum : tractSums) *samples++ = Process(sum);
     }
 }
 
-/// Gain and shelves, in place.
-void OutputStage::RunShelves(std::span<double> sums) noexcept {
-    for (double& sum : sums) {
-        sum = sum * outputGain;
-        if (lowOn_) sum = lowFilter_.Filter(sum);
-        if (highOn_) sum = highFilter_.Filter(sum);
+bool OutputStage::ProcessInOneGo(std::span<const double> tractSums, std::int16_t* samples) noexcept {
+    if (tractSums.empty() || lowOn_ || highOn_) return false;
+    const block::Finish finish{outputGain, preEmphasis, volume};
+    if (!block::FastestKernels().finish(finish, previousInput_, tractSums.data(), samples,
+                                        tractSums.size())) {
+        return false;
     }
+    previousInput_ = tractSums.back() * outputGain;
+    return true;
 }
 
 void OutputStage::DesignFilters() {

@@ -29,8 +29,10 @@ class OutputStage {
     /// Takes the filter settings of a voice; they are designed at once where the sample frequency is known.
     void SetShelves(const ShelfSettings& low, const ShelfSettings& high);
 
-    /// The samples of the sums of both tracts, which are used up; advances the filters and the pre-emphasis.
-    void Process(std::span<double> tractSums, std::int16_t* samples) noexcept;
+    /// One sample; advances the filters and the pre-emphasis.
+    std::int16_t Process(double tractSum) noexcept;
+    /// The same for many, with the settings as they are now.
+    void Process(std::span<const double> tractSums, std::int16_t* samples) noexcept;
 
     const ShelfSettings& LowShelf() const noexcept { return lowSettings_; }
     const ShelfSettings& HighShelf() const noexcept { return highSettings_; }
@@ -40,7 +42,8 @@ class OutputStage {
     double preEmphasis = 0.0;  // a of y[n] − a·y[n−1]
 
   private:
-    void RunShelves(std::span<double> sums) noexcept;
+    /// False, with nothing done, where samples must be made one by one: with shelves and for huge values.
+    bool ProcessInOneGo(std::span<const double> tractSums, std::int16_t* samples) noexcept;
 
     /// Each design clears the filters' state.
     void DesignFilters();

@@ -2,7 +2,7 @@
 #include "synth/PacketRenderer.h"
 
 #include <algorithm>
-#include <iterator>
+#include <vector>
 
 #include "block/OwnNetwork.h"
 #include "com/FlushDenormals.h"
@@ -60,33 +60,33 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
 
     const Timing timing = ReadTiming(packet);
     output_.SetSampleFreq(timing.sampleFreq);
+    if (!roles_.Complete()) CheckResult(E_FAIL);  // the packet, or a component, may have called the host
     const auto count = static_cast<std::size_t>(timing.frameLength);
     if (count <= kUsualLength) {
         std::int16_t staging[kUsualLength];
         RenderInto(*block.Get(), std::span(staging, count));
     } else {
-        staging_.resize(count);
-        RenderInto(*block.Get(), staging_);
+        std::vector<std::int16_t> staging(count);
+        RenderInto(*block.Get(), staging);
     }
     return block;
 }
 
 void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging) {
-    RenderSamples(staging);
+    const FlushDenormals whileRendering;
+    if (auto own = block::OwnNetwork::Find(roles_.Components())) {
+        RenderInStretches(*own, staging);
+    } else {
+        for (std::int16_t& sample : staging) sample = output_.Process(roles_.NextSample());
+    }
     block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
 }
 
-void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
-    const FlushDenormals whileRendering;
-    auto own = block::OwnNetwork::Find(roles_.Components());
+void PacketRenderer::RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept {
     double sums[block::kStretch];
     while (!samples.empty()) {
-        const std::span stretch(sums, std::min(samples.size(), std::size(sums)));
-        if (own) {
-            own->Render(block::FastestKernels(), phases_, stretch);
-        } else {
-            for (double& sum : stretch) sum = roles_.NextSample();
-        }
+        const std::span stretch(sums, std::min(samples.size(), block::kStretch));
+        network.Render(block::FastestKernels(), phases_, stretch);
         output_.Process(stretch, samples.data());
         samples = samples.subspan(stretch.size());
     }

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
@@ -14,6 +13,9 @@
 
 namespace larynth {
 
+namespace block {
+class OwnNetwork;
+}
 class CurrentVoice;
 class OutputStage;
 class Roles;
@@ -30,17 +32,20 @@ class PacketRenderer {
     /// packet.
     ComPtr<ITTSSoundData> Render(ILarynthParams* packet, IUnknown* attached);
 
+    /// Lets go of the class that blocks are made of.
+    void ForgetBlockClass() noexcept { blocks_.Forget(); }
+
   private:
+    /// Renders the samples, in stretches when every component is this module's own, else one by one through
+    /// the interfaces, and appends them to the block.
     void RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging);
-    /// In blocks when every component is this module's own, else sample by sample.
-    void RenderSamples(std::span<std::int16_t> samples);
+    void RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept;
 
     BlockFactory blocks_;
     block::PhaseTable phases_;
     Roles& roles_;
     OutputStage& output_;
     CurrentVoice& voice_;
-    std::vector<std::int16_t> staging_;  // for long frames
 };
 
 }  // namespace larynth

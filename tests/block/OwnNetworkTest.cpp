@@ -138,6 +138,7 @@ struct Kind {
     const char* name;
     Make make;
     Items items;
+    std::vector<double> sampleFreqs = {11025.0};
 };
 
 const Items kVowel = {{"F0", {90.0, 110.0, 231.7}}, {"AV", {1000.0}}, {"OQ", {0.3, 0.6, 1.0}}};
@@ -174,6 +175,7 @@ const Kind kKinds[] = {
     {"tract as one filter with numbers that are none",
      {.filterTract = true},
      {{"F0", {100.0}}, {"AV", {kInfinity, 1.0}}, {"AH", {0.0, kInfinity}}, {"F2", {1000.0}}}},
+    {"other sample frequencies", {}, kFlutter, {11025.0, 22050.0, 8000.0}},
     {"no voicing filter", {.voicingFilter = false}, kVowel},
     {"tract as one filter", {.filterTract = true}, kFlutter},
     {"wave source", {.waveSource = true}, kFlutter},
@@ -196,6 +198,7 @@ class Frames {
             set(name, Between(30.0, 500.0));
         for (const char* const name : {"AH", "AF", "AB", "PG2", "PG4", "PG6"}) set(name, Between(0.0, 100.0));
         for (const auto& [name, choices] : kind_.items) set(name, choices[Index(choices.size())]);
+        packet->SetSampleFreq(kind_.sampleFreqs[Index(kind_.sampleFreqs.size())]);
         static_cast<void>(packet->ConvertToFilter());
         return packet;
     }
@@ -228,7 +231,8 @@ TEST(OwnNetwork, RendersTheBitsOfTheSamplePathFrameAfterFrame) {
         for (int k = 0; k < 60; ++k) {
             const auto packet = frames.Next();
             const std::size_t count = k < 30 ? frames.Index(40) : frames.Index(600);
-            comparison.Render(packet->Values(), &packet->Inner(), count, {kStretch});
+            comparison.Render(packet->Values(), static_cast<ILarynthParams*>(packet.get()), count,
+                              {kStretch});
             if (::testing::Test::HasFatalFailure()) return;
         }
     });
@@ -242,7 +246,8 @@ TEST(OwnNetwork, EverySplitOfAStreamGivesTheSameBits) {
         for (std::size_t first = 1; first < kCount; ++first) {
             for (std::size_t second = 1; second <= kCount - first; ++second) {
                 const auto packet = frames.Next();
-                comparison.Render(packet->Values(), &packet->Inner(), kCount, {first, second, kCount});
+                comparison.Render(packet->Values(), static_cast<ILarynthParams*>(packet.get()), kCount,
+                                  {first, second, kCount});
                 if (::testing::Test::HasFatalFailure()) return;
             }
         }

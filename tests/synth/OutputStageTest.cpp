@@ -32,21 +32,15 @@ TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
     for (const auto& row : rows) EXPECT_EQ(ToSample(row.value), row.sample) << row.value;
 }
 
-std::int16_t Process(OutputStage& stage, double tractSum) {
-    std::int16_t sample = 0;
-    stage.Process(std::span(&tractSum, 1), &sample);
-    return sample;
-}
-
 TEST(OutputStage, ScalesThenEmphasisesThenSetsTheVolume) {
     OutputStage stage;
     stage.outputGain = 10.0;
     stage.preEmphasis = 0.5;
     stage.volume = 3.0;
-    EXPECT_EQ(Process(stage, 1.0), 30);  // 3·(10 − 0.5·0)
-    EXPECT_EQ(Process(stage, 2.0), 45);  // 3·(20 − 0.5·10)
+    EXPECT_EQ(stage.Process(1.0), 30);  // 3·(10 − 0.5·0)
+    EXPECT_EQ(stage.Process(2.0), 45);  // 3·(20 − 0.5·10)
     stage.volume = -1.0;
-    EXPECT_EQ(Process(stage, 0.0), 10);  // −(0 − 0.5·20)
+    EXPECT_EQ(stage.Process(0.0), 10);  // −(0 − 0.5·20)
 }
 
 ShelfSettings Shelf(double G, double F) { return {.G = G, .F = F, .P3 = (1.0 + 1.0 / G) / 2.0, .P4 = 0.0}; }
@@ -55,7 +49,7 @@ ShelfSettings Shelf(double G, double F) { return {.G = G, .F = F, .P3 = (1.0 + 1
 double GainAt(OutputStage& stage, double omega) {
     double peak = 0.0;
     for (int n = 0; n < 8000; ++n) {
-        const double y = Process(stage, 1000.0 * std::cos(omega * n));
+        const double y = stage.Process(1000.0 * std::cos(omega * n));
         if (n > 6000) peak = std::fmax(peak, std::fabs(y));
     }
     return peak / 1000.0;
@@ -66,11 +60,11 @@ TEST(OutputStage, RunsAShelfOnlyWhileItsGainExceedsOne) {
         OutputStage stage;
         stage.SetShelves({.G = gain, .F = 300.0, .P3 = 0.7, .P4 = 0.0}, ShelfSettings{});
         stage.SetSampleFreq(11025.0);
-        EXPECT_EQ(Process(stage, 1000.0), 1000) << gain;
+        EXPECT_EQ(stage.Process(1000.0), 1000) << gain;
     }
     OutputStage stage;
     stage.SetShelves(Shelf(4.0, 300.0), ShelfSettings{});
-    EXPECT_EQ(Process(stage, 1000.0), 1000) << "without a sample frequency nothing is designed";
+    EXPECT_EQ(stage.Process(1000.0), 1000) << "without a sample frequency nothing is designed";
     stage.SetSampleFreq(11025.0);
     const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
     EXPECT_NEAR(low / high, 4.0, 0.02);
@@ -89,9 +83,9 @@ TEST(OutputStage, ANewDesignClearsTheFilters) {
         OutputStage stage;
         stage.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
         stage.SetSampleFreq(11025.0);
-        if (excitedBefore) Process(stage, 30000.0);
+        if (excitedBefore) stage.Process(30000.0);
         stage.SetSampleFreq(22050.0);
-        return Process(stage, 0.0) == 0 && Process(stage, 0.0) == 0;
+        return stage.Process(0.0) == 0 && stage.Process(0.0) == 0;
     };
     EXPECT_TRUE(rendered(false));
     EXPECT_TRUE(rendered(true));
@@ -99,9 +93,9 @@ TEST(OutputStage, ANewDesignClearsTheFilters) {
     OutputStage same;
     same.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
     same.SetSampleFreq(11025.0);
-    Process(same, 30000.0);
+    same.Process(30000.0);
     same.SetSampleFreq(11025.0);
-    EXPECT_NE(Process(same, 0.0), 0) << "the same frequency keeps design and state";
+    EXPECT_NE(same.Process(0.0), 0) << "the same frequency keeps design and state";
 }
 
 }  // namespace

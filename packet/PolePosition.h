@@ -3,15 +3,16 @@
 
 namespace larynth {
 
-/// The two functions that a section's coefficients cost, kept from frame to frame: where neither their
-/// arguments nor the sample time change, nothing is computed.
-class SectionFunctions {
+/// Where the pole of a section lies that F and BW describe: the exponential and the cosine that its
+/// coefficients cost. Kept from frame to frame, it computes what has other arguments than before and nothing
+/// else.
+class PolePosition {
   public:
     /// For F and BW in Hz and the sample time T in s.
     void Compute(double F, double BW, double T) noexcept;
 
-    // Pi with ten digits, the value that the engine's sections are defined with: more digits give other
-    // samples. Members, because this room cannot see the engine's constants, while its users see both.
+    // Pi with ten digits: more digits give other samples. The engine's constants are the same, but this room
+    // does not include the engine.
     static constexpr double kPi10 = 3.141592654;
     static constexpr double kTwoPi10 = 6.283185308;
 
