@@ -8,6 +8,7 @@
 #include "com/ComObject.h"
 #include "com/Create.h"
 #include "com/OutPointer.h"
+#include "tests/support/ForwardingOuter.h"
 
 LARYNTH_INTERFACE(IFirst, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a01") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetFirst(int* pnValue /*out*/) = 0;
@@ -47,24 +48,6 @@ class Example final : public ComObject<IFirst, SecondFace> {
 
   protected:
     int Value() noexcept override { return 2; }
-};
-
-/// An outer object on the stack that answers for its part.
-class Outer final : public IUnknown {
-  public:
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept override {
-        if (riid == IID_IUnknown) {
-            *ppv = this;
-            AddRef();
-            return S_OK;
-        }
-        return part->QueryInterface(riid, ppv);
-    }
-    ULONG LARYNTH_CALL AddRef() noexcept override { return ++count; }
-    ULONG LARYNTH_CALL Release() noexcept override { return --count; }
-
-    ComPtr<IUnknown> part;
-    ULONG count = 1;
 };
 
 class ComObjectTest : public ::testing::Test {
@@ -117,18 +100,18 @@ TEST_F(ComObjectTest, CreationThatFailsLeavesNothing) {
 }
 
 TEST_F(ComObjectTest, AsAPartLivesByItsInnerUnknownAndDelegatesTheRest) {
-    Outer outer;
+    ForwardingOuter outer;
     ASSERT_EQ(CreateInstance<Example>(&outer, IID_IUnknown, outer.part.PutVoid()), S_OK);
     EXPECT_NE(outer.part.Get(), static_cast<IUnknown*>(&outer));
     ComPtr<ISecond> second;
     ASSERT_TRUE(second.TryQuery(&outer));
-    EXPECT_EQ(outer.count, 2U) << "an interface counts on the outer object";
+    EXPECT_EQ(outer.references, 1) << "an interface counts on the outer object";
     ComPtr<IUnknown> identity;
     identity.Query(second.Get());
     EXPECT_EQ(identity.Get(), static_cast<IUnknown*>(&outer));
     identity.Release();
     second.Release();
-    EXPECT_EQ(outer.count, 1U);
+    EXPECT_EQ(outer.references, 0);
     EXPECT_EQ(destroyed, 0);
     outer.part.Release();
     EXPECT_EQ(destroyed, 1);

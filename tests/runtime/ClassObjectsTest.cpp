@@ -154,6 +154,20 @@ TEST(ClassObjects, WrongArgumentsAreRefused) {
     std::thread([] { EXPECT_STREQ(LarynthLastError(), ""); }).join();
 }
 
+TEST(ClassObjects, EveryChangeIsCountedAndNothingElse) {
+    HostFactory factory;
+    DWORD number = 0;
+    const auto changesOf = [](auto&& action) {
+        const std::uint32_t before = LarynthClassObjectChanges();
+        action();
+        return LarynthClassObjectChanges() - before;
+    };
+    EXPECT_EQ(changesOf([&] { number = factory.Register(); }), 1U);
+    EXPECT_EQ(changesOf([&] { EXPECT_EQ(WhoOffers(CLSID_SampleOne), &factory); }), 0U);
+    EXPECT_EQ(changesOf([&] { CoRevokeClassObject(number); }), 1U);
+    EXPECT_EQ(changesOf([&] { CoRevokeClassObject(number); }), 0U) << "no longer registered";
+}
+
 TEST(ClassObjects, ManyThreadsRegisterAndFindTheirOwn) {
     std::vector<std::thread> threads;
     for (std::uint32_t thread = 0; thread < 8; ++thread) {

@@ -14,6 +14,12 @@ TEST(NoiseState, SeedingOneGivesTheFirstDraws) {
     for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(noise.Draw(), expected);
 }
 
+TEST(NoiseState, IsKnownToBeSharedByThreadsAsSoonAsThereAreTwo) {
+    char inThread = 1;
+    std::thread([&] { inThread = *LarynthSingleThreaded(); }).join();
+    EXPECT_EQ(inThread, 0);
+}
+
 TEST(NoiseState, DrawsOfSeveralThreadsAreNeitherLostNorDoubled) {
     constexpr std::size_t kThreads = 4;
     constexpr std::size_t kDraws = 5000;

@@ -155,7 +155,7 @@ class FakeStdSource final : public FakeVoicingSource<ITTSVoicingSourceStd> {
 
 /// A noise source of constant `value`.
 template <class Interface>
-class FakeNoise final : public StandIn<Interface> {
+class FakeNoise : public StandIn<Interface> {
   public:
     explicit FakeNoise(std::string name, double constant) : name_(std::move(name)), value_(constant) {}
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) override {

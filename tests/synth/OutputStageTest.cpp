@@ -2,11 +2,16 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
+#include <vector>
 
 #include "synth/OutputStage.h"
 
 namespace larynth {
 namespace {
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
     const struct {
@@ -26,8 +31,8 @@ TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
         {9223372036854775808.0, 0},
         {-9223372036854775808.0, 0},
         {1e300, 0},
-        {std::numeric_limits<double>::infinity(), 0},
-        {std::numeric_limits<double>::quiet_NaN(), 0},
+        {kInfinity, 0},
+        {kNan, 0},
     };
     for (const auto& row : rows) EXPECT_EQ(ToSample(row.value), row.sample) << row.value;
 }
@@ -76,6 +81,45 @@ TEST(OutputStage, HighShelfLiftsTheTopOfTheBand) {
     stage.SetShelves(ShelfSettings{}, Shelf(3.0, 3000.0));
     const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
     EXPECT_NEAR(high / low, 3.0, 0.02);
+}
+
+/// A stretch is cut at once unless it holds a value too large for that: the samples must not depend on how
+/// sums are put together.
+TEST(OutputStage, StretchesGiveTheSamplesOfSingleValues) {
+    const struct {
+        const char* what;
+        double gain, volume, preEmphasis, shelfGain;
+        std::vector<double> oddities;
+    } rows[] = {{"plain", 0.9, 1.1, 0.0, 1.0, {}},
+                {"beyond 16 bits", 3.0, 7.7, 0.95, 1.0, {}},
+                {"shelves", 1.0, 5.0, -0.6, 2.5, {}},
+                {"beyond 32 bits", 1.5, 1.0, 0.9, 1.0, {2e9, -3e9, 1e18, 1e300}},
+                {"beyond 32 bits, shelves", 1.0, -1.0, 0.9, 3.0, {2e9, -1e12}},
+                {"numbers that are none", 1.0, 1.0, 0.5, 1.0, {kNan, kInfinity, -kInfinity}}};
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> sound(-40000.0, 40000.0);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        OutputStage stretches, single;
+        for (OutputStage* const stage : {&stretches, &single}) {
+            stage->outputGain = row.gain;
+            stage->volume = row.volume;
+            stage->preEmphasis = row.preEmphasis;
+            stage->SetShelves(Shelf(row.shelfGain, 300.0), Shelf(row.shelfGain, 3000.0));
+            stage->SetSampleFreq(11025.0);
+        }
+        for (int k = 0; k < 200; ++k) {
+            std::vector<double> sums(random() % 70);
+            for (double& sum : sums) sum = sound(random);
+            if (!row.oddities.empty() && !sums.empty() && k % 3 == 0) {
+                sums[random() % sums.size()] = row.oddities[random() % row.oddities.size()];
+            }
+            std::vector<std::int16_t> samples(sums.size()), expected;
+            for (const double sum : sums) expected.push_back(single.Process(sum));
+            stretches.Process(sums, samples.data());
+            ASSERT_EQ(samples, expected) << "stretch " << k;
+        }
+    }
 }
 
 TEST(OutputStage, ANewDesignClearsTheFilters) {

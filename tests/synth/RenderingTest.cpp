@@ -124,5 +124,28 @@ TEST_F(Rendering, AppliesOutputGainAndVolume) {
     EXPECT_EQ(Render(Packet(1)), std::vector<short>{-530});
 }
 
+/// A component that fades: each of its samples changes the synthesizer's volume.
+class FadingNoise final : public FakeNoise<ITTSFricationSource> {
+  public:
+    explicit FadingNoise(ILarynthAttributes* attributes)
+        : FakeNoise("frication", 100.0), attributes_(attributes) {}
+
+    HRESULT LARYNTH_CALL CalculateNext(double* pdValue) override {
+        attributes_->SetVolume(volume_ += 1.0);
+        return FakeNoise::CalculateNext(pdValue);
+    }
+
+  private:
+    ILarynthAttributes* attributes_;
+    double volume_ = 0.0;
+};
+
+TEST_F(Rendering, ASettingThatAComponentChangesActsOnTheSampleAtHand) {
+    const auto noise = Adopt<ITTSFricationSource>(new FadingNoise(attributes.Get()));
+    ASSERT_EQ(structure->SetFricationSource(noise.Get(), GUID_NULL), S_OK);
+    Initialize();
+    EXPECT_EQ(Render(Packet(3)), (std::vector<short>{530, 1060, 1590}));
+}
+
 }  // namespace
 }  // namespace larynth::test
