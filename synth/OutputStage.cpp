@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "synth/OutputStage.h"
 
-#include <cmath>
 #include <vector>
 
 #include "block/Kernels.h"
@@ -21,12 +20,6 @@ void Design(LFilter& filter, const ShelfSettings& settings, double fs, char kind
 
 }  // namespace
 
-std::int16_t ToSample(double value) noexcept {
-    constexpr double kIntegerLimit = 9223372036854775808.0;  // 2^63
-    if (!(std::fabs(value) < kIntegerLimit)) return 0;
-    return static_cast<std::int16_t>(static_cast<std::int64_t>(value));
-}
-
 void OutputStage::SetSampleFreq(double fs) {
     if (fs == designFreq_) return;
     designFreq_ = fs;
@@ -37,15 +30,6 @@ void OutputStage::SetShelves(const ShelfSettings& low, const ShelfSettings& high
     lowSettings_ = low;
     highSettings_ = high;
     DesignFilters();
-}
-
-std::int16_t OutputStage::Process(double tractSum) noexcept {
-    double y = tractSum * outputGain;
-    if (lowOn_) y = lowFilter_.Filter(y);
-    if (highOn_) y = highFilter_.Filter(y);
-    const double emphasised = y - preEmphasis * previousInput_;
-    previousInput_ = y;
-    return ToSample(volume * emphasised);
 }
 
 void OutputStage::Process(std::span<const double> tractSums, std::int16_t* samples) noexcept {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 
@@ -18,7 +19,11 @@ struct ShelfSettings {
 
 /// The 16-bit sample of a value: truncated toward zero, of which the low 16 bits are kept. There is no
 /// saturation: 32768.0 becomes −32768. A value that is not finite, or of 2^63 or more, becomes 0.
-std::int16_t ToSample(double value) noexcept;
+inline std::int16_t ToSample(double value) noexcept {
+    constexpr double kIntegerLimit = 9223372036854775808.0;  // 2^63
+    if (!(std::fabs(value) < kIntegerLimit)) return 0;
+    return static_cast<std::int16_t>(static_cast<std::int64_t>(value));
+}
 
 /// What happens to the sum of the tracts: gain, the two shelf filters, pre-emphasis, volume, 16 bits.
 class OutputStage {
@@ -54,5 +59,14 @@ class OutputStage {
     double designFreq_ = 0.0;     // Hz; 0: never designed
     double previousInput_ = 0.0;  // of the pre-emphasis
 };
+
+inline std::int16_t OutputStage::Process(double tractSum) noexcept {
+    double y = tractSum * outputGain;
+    if (lowOn_) y = lowFilter_.Filter(y);
+    if (highOn_) y = highFilter_.Filter(y);
+    const double emphasised = y - preEmphasis * previousInput_;
+    previousInput_ = y;
+    return ToSample(volume * emphasised);
+}
 
 }  // namespace larynth
