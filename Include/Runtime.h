@@ -33,9 +33,9 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, 
 /// Withdraws a class object by the number that its registration gave; CO_E_OBJNOTREG for another number.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister);
 
-/// How often the process's own class objects have changed. As long as the number stays the same, a class
-/// object that was found is found again, and may be kept instead of being looked up.
-LARYNTH_RUNTIME_API std::uint32_t LARYNTH_CALL LarynthClassObjectChanges();
+/// How many class objects of its own the process offers now. While it offers none, a class that was found in
+/// a loaded module is found there again: its class object may be kept instead of being looked up.
+LARYNTH_RUNTIME_API std::uint32_t LARYNTH_CALL LarynthClassObjectCount();
 
 /// Unloads the modules that say they can be unloaded; not while a look-up is going on. As a module cannot
 /// tell when its own last release has returned, no other thread may be inside one.

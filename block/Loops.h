@@ -54,17 +54,20 @@ struct Angles {
     std::uint64_t quadrant[kStretch];
 };
 
-/// Adds the sines of `count` angles. `kKernel` is the function that all of their quadrants take, or null when
-/// they differ.
+/// Adds the sines of angles whose quadrants all take one function.
 template <double (*kKernel)(double, double)>
+LARYNTH_KERNEL void AddAlikeSines(const double* r, const double* correction, const std::uint64_t* quadrant,
+                                  double* sums, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        sums[i] = sums[i] + WithSignOf(quadrant[i], kKernel(r[i], correction[i]));
+    }
+}
+
+/// Adds the sines of angles in any quadrants.
 LARYNTH_KERNEL void AddSines(const double* r, const double* correction, const std::uint64_t* quadrant,
                              double* sums, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        if constexpr (kKernel != nullptr) {
-            sums[i] = sums[i] + WithSignOf(quadrant[i], kKernel(r[i], correction[i]));
-        } else {
-            sums[i] = sums[i] + ReducedSine({r[i], correction[i], quadrant[i]});
-        }
+        sums[i] = sums[i] + ReducedSine({r[i], correction[i], quadrant[i]});
     }
 }
 
@@ -86,11 +89,11 @@ LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, 
         const double* const correction = angles.correction + first;
         const std::uint64_t* const quadrant = angles.quadrant + first;
         if (quadrant[0] != quadrant[length - 1]) {
-            AddSines<nullptr>(r, correction, quadrant, sums + first, length);
+            AddSines(r, correction, quadrant, sums + first, length);
         } else if ((quadrant[0] & 1U) != 0) {
-            AddSines<CosineKernel>(r, correction, quadrant, sums + first, length);
+            AddAlikeSines<CosineKernel>(r, correction, quadrant, sums + first, length);
         } else {
-            AddSines<SineKernel>(r, correction, quadrant, sums + first, length);
+            AddAlikeSines<SineKernel>(r, correction, quadrant, sums + first, length);
         }
     }
 }

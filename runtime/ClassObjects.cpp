@@ -43,7 +43,7 @@ DWORD ClassObjects::Add(REFCLSID rclsid, IUnknown* object) {
     const auto entry = std::make_shared<Entry>(rclsid, ComPtr<IUnknown>::Adopt(object));
     const std::scoped_lock lock(mutex_);
     entries_.push_back(entry);
-    changes_.fetch_add(1);
+    count_.fetch_add(1);
     if (++lastNumber_ == 0) ++lastNumber_;
     return entry->number = lastNumber_;
 }
@@ -56,7 +56,7 @@ bool ClassObjects::Remove(DWORD number) {
     if (found == entries_.end()) return false;
     removed = std::move(*found);
     entries_.erase(found);
-    changes_.fetch_add(1);
+    count_.fetch_sub(1);
     return true;
 }
 
@@ -74,7 +74,7 @@ HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, IUnknown* pUnk, DWOR
     });
 }
 
-std::uint32_t LARYNTH_CALL LarynthClassObjectChanges() { return larynth::ClassObjectsOfProcess().Changes(); }
+std::uint32_t LARYNTH_CALL LarynthClassObjectCount() { return larynth::ClassObjectsOfProcess().Count(); }
 
 HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
     return larynth::Contained([&] {

@@ -25,8 +25,8 @@ class ClassObjects {
     /// in use.
     bool Remove(DWORD number);
 
-    /// How many additions and removals there were; grows when one is complete.
-    std::uint32_t Changes() const noexcept { return changes_.load(); }
+    /// How many there are.
+    std::uint32_t Count() const noexcept { return count_.load(); }
 
   private:
     struct Entry;
@@ -37,7 +37,7 @@ class ClassObjects {
     std::mutex mutex_;               // guards all that follows
     std::vector<EntryPtr> entries_;  // in the order of registration
     DWORD lastNumber_ = 0;
-    std::atomic<std::uint32_t> changes_ = 0;  // read without the lock
+    std::atomic<std::uint32_t> count_ = 0;  // of the entries, to be read without the lock
 };
 
 /// The class objects of this process.

@@ -5,21 +5,22 @@
 
 namespace larynth {
 
-using Zelvani::CheckResult;
-
 ComPtr<ITTSSoundData> BlockFactory::New() {
-    if (!factory_ || changes_ != LarynthClassObjectChanges()) LookUp();
     ComPtr<ITTSSoundData> block;
-    CheckResult(factory_->CreateInstance(nullptr, block.Id(), block.PutVoid()));
-    if (!block) CheckResult(E_FAIL);
+    Zelvani::CheckResult(Create(block));
+    if (!block) Zelvani::CheckResult(E_FAIL);
     return block;
 }
 
-void BlockFactory::LookUp() {
-    changes_ = LarynthClassObjectChanges();  // before the look-up, which may see a later state
-    CheckResult(CoGetClassObject(CLSID_TTSSoundData, CLSCTX_INPROC_SERVER, nullptr, factory_.Id(),
-                                 factory_.PutVoid()));
-    if (!factory_) CheckResult(E_FAIL);
+HRESULT BlockFactory::Create(ComPtr<ITTSSoundData>& block) {
+    if (LarynthClassObjectCount() != 0) return block.Create(CLSID_TTSSoundData);
+    if (!kept_) {
+        const HRESULT hr =
+            CoGetClassObject(CLSID_TTSSoundData, CLSCTX_INPROC_SERVER, nullptr, kept_.Id(), kept_.PutVoid());
+        if (FAILED(hr)) return hr;
+        if (!kept_) return E_FAIL;
+    }
+    return kept_->CreateInstance(nullptr, block.Id(), block.PutVoid());
 }
 
 }  // namespace larynth

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
-
 #include <larynth/ComPtr.h>
 #include <larynth/Streams.h>
 
 namespace larynth {
 
-/// Makes sample blocks. The class is looked up once and again only when the process's class objects change: a
-/// look-up takes locks that all threads share, and there is a block for every packet.
+/// Makes sample blocks. A look-up of their class takes locks that all threads share, and there is a block for
+/// every packet: so the class is kept, but only while it can come from nowhere else than a loaded module. A
+/// class object that the host offers is asked for each time and never held.
 class BlockFactory {
   public:
     /// A new block. Raises ComException with the code of the look-up or the creation, E_FAIL for a success
@@ -17,13 +16,12 @@ class BlockFactory {
     ComPtr<ITTSSoundData> New();
 
     /// Gives the class back: it keeps the module loaded that it comes from.
-    void Forget() noexcept { factory_.Release(); }
+    void Forget() noexcept { kept_.Release(); }
 
   private:
-    void LookUp();
+    HRESULT Create(ComPtr<ITTSSoundData>& block);
 
-    ComPtr<IClassFactory> factory_;
-    std::uint32_t changes_ = 0;  // of the process's class objects, when the factory was found
+    ComPtr<IClassFactory> kept_;
 };
 
 }  // namespace larynth

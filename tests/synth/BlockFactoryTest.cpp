@@ -8,10 +8,6 @@ namespace {
 /// A class object for blocks that counts what is asked of it.
 class CountingBlocks final : public StackObject<IClassFactory> {
   public:
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept override {
-        ++lookUps;
-        return StackObject::QueryInterface(riid, ppv);
-    }
     HRESULT LARYNTH_CALL CreateInstance(IUnknown*, REFIID riid, void** ppv) noexcept override {
         ++made;
         *ppv = nullptr;
@@ -26,7 +22,7 @@ class CountingBlocks final : public StackObject<IClassFactory> {
     }
     void Revoke() { EXPECT_EQ(CoRevokeClassObject(number_), S_OK); }
 
-    int made = 0, lookUps = 0;
+    int made = 0;
     bool withhold = false;
 
   private:
@@ -42,25 +38,20 @@ class BlockFactory : public SynthFixture {
     CountingBlocks first_, second_;
 };
 
-TEST_F(BlockFactory, UsesTheClassObjectThatIsOfferedNow) {
+TEST_F(BlockFactory, UsesTheClassObjectThatIsOfferedNowAndHoldsNone) {
     Initialize();
     EXPECT_EQ(RenderOne(), S_OK);
     first_.Register();
     for (int i = 0; i < 3; ++i) EXPECT_EQ(RenderOne(), S_OK);
     EXPECT_EQ(first_.made, 3);
-    EXPECT_EQ(first_.lookUps, 1) << "one look-up serves until the class objects change";
     second_.Register();
     EXPECT_EQ(RenderOne(), S_OK);
     EXPECT_EQ(second_.made, 1);
     EXPECT_EQ(first_.references, 1) << "that of the registration";
     second_.Revoke();
+    EXPECT_EQ(second_.references, 0);
     EXPECT_EQ(RenderOne(), S_OK);
     EXPECT_EQ(first_.made, 4);
-    EXPECT_EQ(second_.references, 0);
-    structure.Release();
-    attributes.Release();
-    process.Release();
-    EXPECT_EQ(first_.references, 1) << "given back with the synthesizer";
     first_.Revoke();
     EXPECT_EQ(first_.references, 0);
 }
@@ -68,10 +59,9 @@ TEST_F(BlockFactory, UsesTheClassObjectThatIsOfferedNow) {
 TEST_F(BlockFactory, TriesAgainAfterAFailure) {
     constexpr HRESULT kOdd = static_cast<HRESULT>(0x80041234);
     Initialize();
-    EXPECT_EQ(RenderOne(), S_OK);
     first_.queryCode = kOdd;
     first_.Register();
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(RenderOne(), kOdd) << "not the class object of before";
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(RenderOne(), kOdd);
     first_.queryCode = S_OK;
     first_.withhold = true;
     EXPECT_EQ(RenderOne(), E_FAIL) << "success without a block";
