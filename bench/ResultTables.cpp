@@ -64,7 +64,7 @@ void ResultTables::Note(const Run& run) {
     }
 }
 
-void ResultTables::Finalize() {
+void ResultTables::Print() {
     ConsoleReporter::Finalize();
     if (!medians_.empty()) PrintComparisons();
     if (!threads_.empty()) PrintThreads();

@@ -19,7 +19,8 @@ class ResultTables final : public benchmark::ConsoleReporter {
     explicit ResultTables(const std::vector<Case>& cases) : cases_(cases) {}
 
     void ReportRuns(const std::vector<Run>& runs) override;
-    void Finalize() override;
+    /// The tables, once all has been run.
+    void Print();
 
   private:
     using Counters = benchmark::UserCounters;
