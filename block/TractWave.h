@@ -98,16 +98,16 @@ struct ParallelBranch {
         return y;
     }
     LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t i) {
-        static_assert(Tracts::kParallelCount == 7);
-        const Lanes y = Outputs(samples.frication[i]);
+        double outputs[SectionLanes::kLanes];
+        StoreLanes(Outputs(samples.frication[i]), outputs);
         double sum = bypass * samples.frication[i];
-        for (int k = 0; k < 4; ++k) sum = sum + y.low[k];
-        for (int k = 0; k < 3; ++k) sum = sum + y.high[k];
+        for (int k = 0; k < Tracts::kParallelCount; ++k) sum = sum + outputs[k];
         return sum;
     }
     LARYNTH_KERNEL Double4 FourSteps(TractSamples samples, std::int64_t i) {
         const double* const x = samples.frication + i;
         Lanes a = Outputs(x[0]), b = Outputs(x[1]), c = Outputs(x[2]), d = Outputs(x[3]);
+        static_assert(Tracts::kParallelCount == 7);
         Transpose(a.low, b.low, c.low, d.low);
         Transpose(a.high, b.high, c.high, d.high);
         const Double4 sum = (((bypass * Load4(x) + a.low) + b.low) + c.low) + d.low;
