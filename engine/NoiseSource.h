@@ -8,9 +8,10 @@ namespace larynth {
 
 /// The noise sample of draw r (0 … 32767): uniform over ±(√3/2)·amplitude, standard deviation amplitude/2.
 /// √3 has ten digits, like pi elsewhere, and the factors stand in this order. `Number` is double, or a vector
-/// of doubles for as many samples.
+/// of doubles for as many samples: inlined always, as a vector can be handed over only within one instruction
+/// set.
 template <class Number>
-constexpr Number NoiseSample(Number r, double amplitude) {
+[[gnu::always_inline]] constexpr Number NoiseSample(Number r, double amplitude) {
     return (r * 3.051850947599719e-05 - 0.5) * amplitude * 1.732050808;  // the first factor is 1/32767
 }
 
