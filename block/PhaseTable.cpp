@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "block/PhaseTable.h"
 
+#include "engine/VoicingSourceCore.h"
+
 namespace larynth::block {
 
 void PhaseTable::AddUp(double T, double& phase, const double* T0, std::span<double> phases) noexcept {
     double t = phase;
     for (std::size_t i = 0; i < phases.size(); ++i) {
-        t = t + T;
-        if (t > T0[i]) t = 0.0;
-        phases[i] = t;
+        phases[i] = t = NextPhase(t, T, T0[i]);
     }
     phase = t;
 }

@@ -3,32 +3,21 @@
 
 #include <array>
 
-#include <larynth/Tracts.h>
-
-#include "com/ComObject.h"
-#include "components/ElementOutput.h"
 #include "components/OwnPacket.h"
 #include "components/SectionCoefficients.h"
+#include "components/TractObject.h"
 #include "engine/CascadeTract.h"
 
 namespace larynth {
 
 /// The cascade tract as a chain of sections: nasal zero, nasal pole, F1 … F5.
-class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
+class TTSVocalTractR final : public TractObject<CascadeTract, ITTSVocalTract, ITTSVocalTractR> {
   public:
-    using RecognisedBy = ITTSVocalTract;
-    using ComObject::ComObject;
+    using TractObject::TractObject;
 
     /// E_FAIL for a packet without cascade values; else the first failing call's code, sections before it
     /// keep their new coefficients. The result is the last GetC's. Poles are read before the zero.
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
-
-    HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override {
-        return WriteSample(core_.Store(core_.Process(dInputValue)), pdValue);
-    }
-    HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
-        return PutOutput(core_, pdValue);
-    }
 
     HRESULT LARYNTH_CALL GetResonatorsCount(int* pnCount) noexcept override {
         return Put(pnCount, static_cast<int>(core_.Resonators().size()));
@@ -43,11 +32,7 @@ class TTSVocalTractR final : public ComObject<ITTSVocalTract, ITTSVocalTractR> {
         return SetSection(core_.AntiResonators(), nIndex, A, B, C);
     }
 
-    /// For code that renders many samples at once.
-    CascadeTract& Core() noexcept { return core_; }
-
   private:
-    CascadeTract core_;
     std::array<PolePosition, kCascadePoles.count> polePositions_;
     std::array<PolePosition, kCascadeZeros.count> zeroPositions_;
 };

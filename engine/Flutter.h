@@ -23,7 +23,7 @@ class Flutter {
     /// Advances as a step for each of `times` does, and writes the flutter time behind each.
     void Advance(double FLT, std::span<double> times) {
         double t = t_;  // not the member, which `times` could overlap for all that a compiler knows
-        for (double& time : times) time = t = t - FLT * -1e-5;
+        for (double& time : times) time = t = NextTime(t, FLT);
         t_ = t;
     }
 
@@ -46,6 +46,8 @@ class Flutter {
     double Time() const { return t_; }
 
   private:
+    static double NextTime(double t, double FLT) { return t - FLT * -1e-5; }
+
     /// More than an hour of speech. The little that it stays below the limit covers the rounding of many
     /// steps.
     static constexpr double kReducedTime = 6250.0;
@@ -55,7 +57,7 @@ class Flutter {
 };
 
 inline double Flutter::Step(double F0, double FL, double FLT) {
-    t_ = t_ - FLT * -1e-5;
+    t_ = NextTime(t_, FLT);
     const double a = kPi10 * t_;
     return Moved(F0, FL, (Sine(kMultiples[0] * a) + Sine(kMultiples[1] * a)) + Sine(kMultiples[2] * a));
 }

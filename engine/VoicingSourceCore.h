@@ -7,6 +7,14 @@
 
 namespace larynth {
 
+/// The phase (s) of a pitch period of length T0 one sample time T behind `t`: past its end the next one
+/// begins.
+inline double NextPhase(double t, double T, double T0) {
+    t = t + T;
+    if (t > T0) t = 0.0;
+    return t;
+}
+
 /// What the length of a pitch period decides.
 struct GlottalPeriod {
     double T0 = 0.01;   ///< s
@@ -98,8 +106,7 @@ inline GlottalPeriod GlottalPeriod::OfT0(double T0, double OQ) {
 
 inline double VoicingSourceCore::Evaluate(bool recompute) {
     if (recompute) Invalidate();
-    t_ = t_ + T_;
-    if (t_ > period_.T0) t_ = 0.0;
+    t_ = NextPhase(t_, T_, period_.T0);
     return ComputeSample();
 }
 

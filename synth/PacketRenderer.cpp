@@ -73,13 +73,17 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
 }
 
 void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging) {
+    RenderSamples(staging);
+    block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
+}
+
+void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
     const FlushDenormals whileRendering;
     if (auto own = block::OwnNetwork::Find(roles_.Components())) {
-        RenderInStretches(*own, staging);
+        RenderInStretches(*own, samples);
     } else {
-        for (std::int16_t& sample : staging) sample = output_.Process(roles_.NextSample());
+        for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());
     }
-    block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
 }
 
 void PacketRenderer::RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept {

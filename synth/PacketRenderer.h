@@ -36,9 +36,9 @@ class PacketRenderer {
     void ForgetBlockClass() noexcept { blocks_.Forget(); }
 
   private:
-    /// Renders the samples, in stretches when every component is this module's own, else one by one through
-    /// the interfaces, and appends them to the block.
     void RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging);
+    /// In stretches when every component is this module's own, else one by one through the interfaces.
+    void RenderSamples(std::span<std::int16_t> samples);
     void RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept;
 
     BlockFactory blocks_;
