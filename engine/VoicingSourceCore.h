@@ -70,8 +70,6 @@ class VoicingSourceCore final : public Component {
     double Evaluate(bool recompute) override;
 
     double F0() const { return F0_; }
-    double FL() const { return FL_; }
-    double FLT() const { return FLT_; }
 
     /// True when AV or OQ makes every sample 0.
     bool IsSilent() const { return AV_ == 0.0 || OQ_ == 0.0; }

@@ -13,7 +13,6 @@
 #include "components/TTSVocalTractR.h"
 #include "components/TTSVoicingSourceFilter.h"
 #include "components/TTSVoicingSourceStd.h"
-#include "packet/LarynthParams.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
 
@@ -108,16 +107,6 @@ TEST(Component, RefusesWhatIsNoPacketForIt) {
             EXPECT_EQ(packet.References(), 0);
             EXPECT_TRUE(packet.Calls().empty());
         }
-    }
-}
-
-TEST(Component, TakesThisSystemsPacket) {
-    const auto packet = MakeObject<LarynthParams>();
-    for (const Row& row : AllComponents()) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Code(row.setParams(&packet->Inner())), Code(S_OK));
-        EXPECT_EQ(packet->AddRef(), 2U);
-        EXPECT_EQ(packet->Release(), 1U);
     }
 }
 
