@@ -8,8 +8,8 @@
 #include <larynth/Sources.h>
 #include <larynth/Tracts.h>
 
-#include "block/Kernels.h"
-#include "block/PhaseTable.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/PhaseTable.h"
 #include "components/TTSAspirationSource.h"
 #include "components/TTSFricationSource.h"
 #include "components/TTSParallelTract.h"

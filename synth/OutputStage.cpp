@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "block/Kernels.h"
+#include "engine/block/Kernels.h"
 #include "engine/ShelfFilter.h"
 
 namespace larynth {

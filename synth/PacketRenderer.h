@@ -8,7 +8,7 @@
 #include <larynth/Packet.h>
 #include <larynth/Streams.h>
 
-#include "block/PhaseTable.h"
+#include "engine/block/PhaseTable.h"
 #include "synth/BlockFactory.h"
 
 namespace larynth {

@@ -4,7 +4,7 @@
 #include <random>
 #include <vector>
 
-#include "block/Kernels.h"
+#include "engine/block/Kernels.h"
 #include "engine/NoiseSource.h"
 #include "synth/OutputStage.h"
 

@@ -12,8 +12,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "block/Lanes.h"
-#include "block/Tracts.h"
+#include "engine/block/Lanes.h"
+#include "engine/block/Tracts.h"
 
 namespace larynth::block {
 

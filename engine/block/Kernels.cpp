@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "block/Kernels.h"
+#include "engine/block/Kernels.h"
 
-#include "block/Loops.h"
-#include "block/NoiseLoops.h"
-#include "block/TractWave.h"
+#include "engine/block/Loops.h"
+#include "engine/block/NoiseLoops.h"
+#include "engine/block/TractWave.h"
 
 namespace larynth::block {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "block/Tracts.h"
+#include "engine/block/Tracts.h"
 #include "engine/VoicingSourceCore.h"
 
 namespace larynth::block {

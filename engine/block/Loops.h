@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "block/Kernels.h"
-#include "block/Lanes.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/Lanes.h"
 #include "engine/Flutter.h"
 #include "engine/VoicingSourceCore.h"
 

@@ -2,8 +2,8 @@
 /// The noise of two sources that draw in turn from one generator.
 #pragma once
 
-#include "block/Kernels.h"
-#include "block/Lanes.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/Lanes.h"
 #include "engine/NoiseSource.h"
 
 namespace larynth::block {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "block/PhaseTable.h"
+#include "engine/block/PhaseTable.h"
 
 #include "engine/VoicingSourceCore.h"
 
