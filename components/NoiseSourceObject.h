@@ -4,21 +4,20 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Runtime.h>
 
+#include "com/Boundary.h"
 #include "com/ComObject.h"
 #include "components/ElementOutput.h"
-#include "components/OwnPacket.h"
 #include "engine/NoiseSource.h"
 
 namespace larynth {
 
 /// A noise source as a component. Aspiration and frication differ in their interface, in the packet's
-/// interface, in the getter of the amplitude and the item that it reads, nothing else. Silent until the first
+/// interface and in the getter of the amplitude, nothing else. Silent until the first
 /// SetParams.
 ///
 /// All sources of a process draw from one generator, also while silent, so the order of calls decides who
 /// gets which value.
-template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*),
-          ScalarItem kAmplitude>
+template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>
 class NoiseSourceObject : public ComObject<Interface> {
   public:
     using ComObject<Interface>::ComObject;
@@ -31,27 +30,24 @@ class NoiseSourceObject : public ComObject<Interface> {
     /// The getter's code is not examined; an amplitude that it does not deliver is 0.
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept final;
 
-    /// For code that renders many samples at once.
-    NoiseSource& Core() noexcept { return core_; }
+    /// The element inside, for whoever recognised the object as this module's own.
+    NoiseSource& Element() noexcept { return core_; }
 
   private:
     NoiseSource core_{0.0, NoiseGenerator(*LarynthNoiseState(), *LarynthSingleThreaded())};
 };
 
-template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*),
-          ScalarItem kAmplitude>
-HRESULT LARYNTH_CALL NoiseSourceObject<Interface, Params, GetAmplitude, kAmplitude>::SetParams(
-    IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        core_.SetAmplitude(values->Scalar(kAmplitude));
+template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>
+HRESULT LARYNTH_CALL NoiseSourceObject<Interface, Params, GetAmplitude>::SetParams(IUnknown* pIParams,
+                                                                                   REFIID /*riid*/) noexcept {
+    return Guarded([&]() -> HRESULT {
+        ComPtr<Params> params;
+        if (!params.TryQuery(pIParams)) return E_FAIL;
+        double amplitude = 0.0;
+        (params.Get()->*GetAmplitude)(&amplitude);
+        core_.SetAmplitude(amplitude);
         return S_OK;
-    }
-    ComPtr<Params> params;
-    if (!params.TryQuery(pIParams)) return E_FAIL;
-    double amplitude = 0.0;
-    (params.Get()->*GetAmplitude)(&amplitude);
-    core_.SetAmplitude(amplitude);
-    return S_OK;
+    });
 }
 
 }  // namespace larynth

@@ -4,6 +4,6 @@
 namespace larynth {
 
 template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                 &ILarynthAspirationParams::GetAH, ScalarItem::AH>;
+                                 &ILarynthAspirationParams::GetAH>;
 
 }  // namespace larynth

@@ -9,11 +9,11 @@
 namespace larynth {
 
 extern template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                        &ILarynthAspirationParams::GetAH, ScalarItem::AH>;
+                                        &ILarynthAspirationParams::GetAH>;
 
 /// Aspiration noise, mixed with the voicing in front of the cascade. Amplitude: the packet's AH.
 class TTSAspirationSource final : public NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
-                                                           &ILarynthAspirationParams::GetAH, ScalarItem::AH> {
+                                                           &ILarynthAspirationParams::GetAH> {
   public:
     using RecognisedBy = ITTSAspirationSource;
     using NoiseSourceObject::NoiseSourceObject;

@@ -4,6 +4,6 @@
 namespace larynth {
 
 template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
-                                 &ILarynthFricationParams::GetAF, ScalarItem::AF>;
+                                 &ILarynthFricationParams::GetAF>;
 
 }  // namespace larynth

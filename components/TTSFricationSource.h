@@ -9,11 +9,11 @@
 namespace larynth {
 
 extern template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
-                                        &ILarynthFricationParams::GetAF, ScalarItem::AF>;
+                                        &ILarynthFricationParams::GetAF>;
 
 /// Frication noise, the input of the parallel tract. Amplitude: the packet's AF.
 class TTSFricationSource final : public NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
-                                                          &ILarynthFricationParams::GetAF, ScalarItem::AF> {
+                                                          &ILarynthFricationParams::GetAF> {
   public:
     using RecognisedBy = ITTSFricationSource;
     using NoiseSourceObject::NoiseSourceObject;

@@ -11,11 +11,6 @@
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->parallelPoles, polePositions_);
-        core_.Bypass().SetGain(values->Scalar(ScalarItem::AB));
-        return S_OK;
-    }
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthParallelTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;

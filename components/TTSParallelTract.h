@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-
-#include "components/OwnPacket.h"
 #include "components/TractObject.h"
 #include "engine/ParallelTractCore.h"
 
@@ -18,9 +15,6 @@ class TTSParallelTract final : public TractObject<ParallelTractCore, ITTSParalle
     /// before it keep their new coefficients and the bypass stays. The code of GetAB is not examined; a gain
     /// that it does not deliver is 0. The result is the last GetC's.
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
-
-  private:
-    std::array<PolePosition, kParallelPoles.count> polePositions_;
 };
 
 }  // namespace larynth

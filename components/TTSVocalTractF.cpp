@@ -9,7 +9,7 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
 
-#include "components/OwnPacket.h"
+#include "com/Boundary.h"
 
 namespace larynth {
 namespace {
@@ -42,23 +42,18 @@ class Coefficients {
 }  // namespace
 
 HRESULT LARYNTH_CALL TTSVocalTractF::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (const KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        static_assert(KlattPacketData::kAlphaCount == CascadeFilterTract::kFeedbackCount);
-        static_assert(KlattPacketData::kBetaCount == CascadeFilterTract::kFeedForwardCount);
-        std::ranges::copy(values->alpha, core_.Filter().Feedback().begin());
-        std::ranges::copy(values->beta, core_.Filter().FeedForward().begin());
+    return Guarded([&]() -> HRESULT {
+        ComPtr<FilterParams> params;
+        if (!params.TryQuery(pIParams)) return E_FAIL;
+        // Both sets are read before either is stored: a degree that does not fit must change nothing.
+        Coefficients<Frame::kFeedbackCount> alpha;
+        Coefficients<Frame::kFeedForwardCount> beta;
+        if (!alpha.Read(*params.Get(), &FilterParams::GetAlphaDegree, &FilterParams::GetAlpha)) return E_FAIL;
+        if (!beta.Read(*params.Get(), &FilterParams::GetBetaDegree, &FilterParams::GetBeta)) return E_FAIL;
+        alpha.CopyTo(core_.Filter().Feedback());
+        beta.CopyTo(core_.Filter().FeedForward());
         return S_OK;
-    }
-    ComPtr<FilterParams> params;
-    if (!params.TryQuery(pIParams)) return E_FAIL;
-    // Both sets are read before either is stored: a degree that does not fit must change nothing.
-    Coefficients<CascadeFilterTract::kFeedbackCount> alpha;
-    Coefficients<CascadeFilterTract::kFeedForwardCount> beta;
-    if (!alpha.Read(*params.Get(), &FilterParams::GetAlphaDegree, &FilterParams::GetAlpha)) return E_FAIL;
-    if (!beta.Read(*params.Get(), &FilterParams::GetBetaDegree, &FilterParams::GetBeta)) return E_FAIL;
-    alpha.CopyTo(core_.Filter().Feedback());
-    beta.CopyTo(core_.Filter().FeedForward());
-    return S_OK;
+    });
 }
 
 }  // namespace larynth

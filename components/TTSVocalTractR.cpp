@@ -10,11 +10,6 @@
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        TakeSections(core_.Resonators(), values->cascadePoles, polePositions_);
-        TakeSections(core_.AntiResonators(), values->cascadeZeros, zeroPositions_);
-        return S_OK;
-    }
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthVocalTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;

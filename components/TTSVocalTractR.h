@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-
-#include "components/OwnPacket.h"
 #include "components/SectionCoefficients.h"
 #include "components/TractObject.h"
 #include "engine/CascadeTract.h"
@@ -31,10 +28,6 @@ class TTSVocalTractR final : public TractObject<CascadeTract, ITTSVocalTract, IT
     HRESULT LARYNTH_CALL SetAntiResonator(int nIndex, double A, double B, double C) noexcept override {
         return SetSection(core_.AntiResonators(), nIndex, A, B, C);
     }
-
-  private:
-    std::array<PolePosition, kCascadePoles.count> polePositions_;
-    std::array<PolePosition, kCascadeZeros.count> zeroPositions_;
 };
 
 }  // namespace larynth

@@ -4,7 +4,6 @@
 #include <larynth/Packet.h>
 
 #include "com/Boundary.h"
-#include "components/OwnPacket.h"
 
 namespace larynth {
 namespace {
@@ -20,32 +19,16 @@ void Read(ILarynthVoiceParams& voice, Getter get, double& field) {
     Zelvani::CheckResult(hr);
 }
 
-/// Truncation toward zero; NaN counts as 0. What lies far outside the table of tilts is brought nearer first,
-/// as an int need not hold it.
-int TruncatedTilt(double TL) {
-    constexpr double kLimit = 1000.0;
-    if (!(TL > -kLimit)) return 0;
-    return static_cast<int>(TL < kLimit ? TL : kLimit);
-}
-
 }  // namespace
 
 HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (!CanCall(pIParams)) return E_POINTER;
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        using enum ScalarItem;
-        F0_ = values->Scalar(F0);
-        FL_ = values->Scalar(FL);
-        FLT_ = values->Scalar(FLT);
-        tilt_.SetTilt(TruncatedTilt(values->Scalar(TL)), values->SampleFreq());
-        return S_OK;
-    }
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthVoiceParams> voice;
         if (!voice.TryQuery(pIParams)) return S_OK;
-        Read(*voice.Get(), &ILarynthVoiceParams::GetF0, F0_);
-        Read(*voice.Get(), &ILarynthVoiceParams::GetFL, FL_);
-        Read(*voice.Get(), &ILarynthVoiceParams::GetFLT, FLT_);
+        Read(*voice.Get(), &ILarynthVoiceParams::GetF0, core_.F0);
+        Read(*voice.Get(), &ILarynthVoiceParams::GetFL, core_.FL);
+        Read(*voice.Get(), &ILarynthVoiceParams::GetFLT, core_.FLT);
 
         ComPtr<ILarynthParams> params;
         params.Query(pIParams);
@@ -53,7 +36,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFII
         if (params) params->GetSampleFreq(&fs);
         double TL = 0.0;
         Read(*voice.Get(), &ILarynthVoiceParams::GetTL, TL);
-        tilt_.SetTilt(TruncatedTilt(TL), fs);
+        core_.SetTilt(TL, fs);
         return S_OK;
     });
 }

@@ -4,10 +4,10 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Sources.h>
 
+#include "com/Boundary.h"
 #include "com/ComObject.h"
 #include "components/ElementOutput.h"
-#include "engine/Flutter.h"
-#include "engine/TiltFilter.h"
+#include "engine/VoicingFilterCore.h"
 
 namespace larynth {
 
@@ -20,7 +20,7 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
 
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override;
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
-        return PutOutput(tilt_, pdValue);
+        return PutOutput(core_, pdValue);
     }
 
     /// E_POINTER for a null or unreadable packet. A packet without voice values changes nothing: S_OK. The
@@ -31,29 +31,23 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
     /// Gives the held source back first, so that a failed query, whose code is the result, leaves none.
     HRESULT LARYNTH_CALL SetVoicingSource(IUnknown* pIVoicingSource, REFIID riid) noexcept override;
 
-    /// For code that renders many samples at once; without a reference.
+    /// The element inside, for whoever recognised the object as this module's own.
+    VoicingFilterCore& Element() noexcept { return core_; }
+
+    /// The source whose F0 flutter moves, without a reference.
     ITTSVoicingSource* Source() const noexcept { return source_.Get(); }
-    bool Flutters() const noexcept { return source_ && Flutter::Applies(F0_, FL_); }
-    double NextF0() noexcept { return flutter_.Step(F0_, FL_, FLT_); }
-    Flutter& FlutterState() noexcept { return flutter_; }
-    double F0() const noexcept { return F0_; }
-    double FL() const noexcept { return FL_; }
-    double FLT() const noexcept { return FLT_; }
-    TiltFilter& Tilt() noexcept { return tilt_; }
 
   private:
-    TiltFilter tilt_;
+    VoicingFilterCore core_;
     ComPtr<ITTSVoicingSource> source_;
-    double F0_ = 0.0;   // Hz, the centre of the flutter
-    double FL_ = 0.0;   // largest excursion, a fraction of F0
-    double FLT_ = 0.0;  // 10⁻⁵ of flutter time per sample
-    Flutter flutter_;
 };
 
 inline HRESULT LARYNTH_CALL TTSVoicingSourceFilter::CalculateNext(double dInputValue,
                                                                   double* pdValue) noexcept {
-    if (Flutters()) source_->SetF0(NextF0());
-    return WriteSample(tilt_.Store(tilt_.Process(dInputValue)), pdValue);
+    return Guarded([&] {
+        if (source_ && core_.Flutters()) source_->SetF0(core_.NextF0());
+        return WriteSample(core_.Store(core_.Process(dInputValue)), pdValue);
+    });
 }
 
 }  // namespace larynth

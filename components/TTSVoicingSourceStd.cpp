@@ -4,35 +4,30 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
 
-#include "components/OwnPacket.h"
+#include "com/Boundary.h"
 
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVoicingSourceStd::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        using enum ScalarItem;
-        SetSampleFreq(values->SampleFreq());
-        core_.SetParams(values->Scalar(F0), values->Scalar(AV), values->Scalar(OQ), values->Scalar(FL),
-                        values->Scalar(FLT), values->Scalar(DI));
-        return S_OK;
-    }
-    ComPtr<ILarynthVoiceParams> voice;
-    if (!voice.TryQuery(pIParams)) return E_FAIL;
-    ComPtr<ILarynthParams> params;
-    const HRESULT result = params.QueryFrom(pIParams);
-    if (!params) return E_FAIL;
+    return Guarded([&]() -> HRESULT {
+        ComPtr<ILarynthVoiceParams> voice;
+        if (!voice.TryQuery(pIParams)) return E_FAIL;
+        ComPtr<ILarynthParams> params;
+        const HRESULT result = params.QueryFrom(pIParams);
+        if (!params) return E_FAIL;
 
-    double fs = 0.0, AV = 0.0, F0 = 0.0, OQ = 0.0, FL = 0.0, FLT = 0.0, DI = 0.0, TL = 0.0;
-    const bool complete = params->GetSampleFreq(&fs) == S_OK && voice->GetAV(&AV) == S_OK &&
-                          voice->GetF0(&F0) == S_OK && voice->GetOQ(&OQ) == S_OK &&
-                          voice->GetFL(&FL) == S_OK && voice->GetFLT(&FLT) == S_OK &&
-                          voice->GetDI(&DI) == S_OK &&
-                          voice->GetTL(&TL) == S_OK;  // must be there, though only the filter uses it
-    if (!complete) return E_FAIL;
+        double fs = 0.0, AV = 0.0, F0 = 0.0, OQ = 0.0, FL = 0.0, FLT = 0.0, DI = 0.0, TL = 0.0;
+        const bool complete = params->GetSampleFreq(&fs) == S_OK && voice->GetAV(&AV) == S_OK &&
+                              voice->GetF0(&F0) == S_OK && voice->GetOQ(&OQ) == S_OK &&
+                              voice->GetFL(&FL) == S_OK && voice->GetFLT(&FLT) == S_OK &&
+                              voice->GetDI(&DI) == S_OK &&
+                              voice->GetTL(&TL) == S_OK;  // must be there, though only the filter uses it
+        if (!complete) return E_FAIL;
 
-    SetSampleFreq(fs);
-    core_.SetParams(F0, AV, OQ, FL, FLT, DI);
-    return result;
+        SetSampleFreq(fs);
+        core_.SetParams(F0, AV, OQ, FL, FLT, DI);
+        return result;
+    });
 }
 
 }  // namespace larynth

@@ -43,8 +43,8 @@ class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicin
     HRESULT LARYNTH_CALL SetDI(double dValue) noexcept override { return core_.SetDI(dValue), S_OK; }
     HRESULT LARYNTH_CALL SetTL(double /*dValue*/) noexcept override { return S_OK; }
 
-    /// For code that renders many samples at once.
-    VoicingSourceCore& Core() noexcept { return core_; }
+    /// The element inside, for whoever recognised the object as this module's own.
+    VoicingSourceCore& Element() noexcept { return core_; }
 
   private:
     VoicingSourceCore core_;

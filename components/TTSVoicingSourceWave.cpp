@@ -7,7 +7,6 @@
 #include <larynth/Classes.h>
 
 #include "com/Create.h"
-#include "components/OwnPacket.h"
 #include "components/PropertyIndex.h"
 
 namespace larynth {
@@ -51,27 +50,23 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::Clone(REFIID Id, IUnknown** ppClone) 
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    if (KlattPacketData* const values = OwnPacketValues(pIParams)) {
-        player_.SetF0(values->Scalar(ScalarItem::F0));
-        player_.SetAmplitude(values->Scalar(ScalarItem::AV));
-        player_.SetSampleFreq(values->SampleFreq());
-        return S_OK;
-    }
-    ComPtr<ILarynthVoiceParams> voice;
-    if (!voice.TryQuery(pIParams)) return E_FAIL;
-    ComPtr<ILarynthParams> params;
-    const HRESULT result = params.QueryFrom(pIParams);
-    if (!params) return E_FAIL;
+    return Guarded([&]() -> HRESULT {
+        ComPtr<ILarynthVoiceParams> voice;
+        if (!voice.TryQuery(pIParams)) return E_FAIL;
+        ComPtr<ILarynthParams> params;
+        const HRESULT result = params.QueryFrom(pIParams);
+        if (!params) return E_FAIL;
 
-    double fs = 0.0, AV = 0.0, F0 = 0.0;
-    const bool complete =
-        params->GetSampleFreq(&fs) == S_OK && voice->GetAV(&AV) == S_OK && voice->GetF0(&F0) == S_OK;
-    if (!complete) return E_FAIL;
+        double fs = 0.0, AV = 0.0, F0 = 0.0;
+        const bool complete =
+            params->GetSampleFreq(&fs) == S_OK && voice->GetAV(&AV) == S_OK && voice->GetF0(&F0) == S_OK;
+        if (!complete) return E_FAIL;
 
-    player_.SetF0(F0);
-    player_.SetAmplitude(AV);
-    player_.SetSampleFreq(fs);
-    return result;
+        player_.SetF0(F0);
+        player_.SetAmplitude(AV);
+        player_.SetSampleFreq(fs);
+        return result;
+    });
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadFromTxt(LPSTR sFileName) noexcept {

@@ -69,6 +69,9 @@ class TTSVoicingSourceWave final
     HRESULT LARYNTH_CALL GetClassID(CLSID* pClassID) noexcept override;
     HRESULT LARYNTH_CALL GetProgID(LPCSTR* psProgID) noexcept override;
 
+    /// The element inside, for whoever recognised the object as this module's own.
+    WaveTablePlayer& Element() noexcept { return player_; }
+
   private:
     void RebuildAtDefaultPitch();
     void StoreElement(int index, int size, double value);

@@ -10,7 +10,7 @@ namespace larynth {
 
 /// A tract as a component: an engine element behind the interfaces, the first of which is the role's. What a
 /// packet gives the element is the class's own affair.
-template <class Element, class Role, class... Others>
+template <class Core, class Role, class... Others>
 class TractObject : public ComObject<Role, Others...> {
   public:
     using RecognisedBy = Role;
@@ -21,11 +21,11 @@ class TractObject : public ComObject<Role, Others...> {
     }
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept final { return PutOutput(core_, pdValue); }
 
-    /// For code that renders many samples at once.
-    Element& Core() noexcept { return core_; }
+    /// The element inside, for whoever recognised the object as this module's own.
+    Core& Element() noexcept { return core_; }
 
   protected:
-    Element core_;
+    Core core_;
 };
 
 }  // namespace larynth

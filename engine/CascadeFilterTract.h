@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
 
 #include "engine/FilterComponent.h"
+#include "engine/Frame.h"
 #include "engine/LFilter.h"
 
 namespace larynth {
@@ -12,8 +13,12 @@ namespace larynth {
 /// are written.
 class CascadeFilterTract final : public FilterComponent {
   public:
-    static constexpr std::size_t kFeedbackCount = 12;
-    static constexpr std::size_t kFeedForwardCount = 3;
+    static constexpr Frame::Sections kSections = Frame::Sections::None;
+
+    void Take(const Frame& frame) {
+        std::ranges::copy(frame.alpha, filter_.Feedback().begin());
+        std::ranges::copy(frame.beta, filter_.FeedForward().begin());
+    }
 
     double Process(double x) override { return filter_.Filter(x); }
 
@@ -21,7 +26,7 @@ class CascadeFilterTract final : public FilterComponent {
     LFilter& Filter() { return filter_; }
 
   private:
-    LFilter filter_{kFeedbackCount, kFeedForwardCount};
+    LFilter filter_{Frame::kFeedbackCount, Frame::kFeedForwardCount};
 };
 
 }  // namespace larynth

@@ -6,6 +6,7 @@
 
 #include "engine/AntiResonator.h"
 #include "engine/FilterComponent.h"
+#include "engine/Frame.h"
 #include "engine/Resonator.h"
 
 namespace larynth {
@@ -13,6 +14,13 @@ namespace larynth {
 /// The vocal tract as sections in series: nasal zero, nasal pole, F1 … F5. A new tract passes its input on.
 class CascadeTract final : public FilterComponent {
   public:
+    static constexpr Frame::Sections kSections = Frame::Sections::Cascade;
+
+    void Take(const Frame& frame) {
+        SetSections<Resonator>(resonators_, frame.cascadePoles);
+        SetSections<AntiResonator>(antiResonators_, frame.cascadeZeros);
+    }
+
     double Process(double x) override;
 
     /// Position 0 is the nasal pole, 1 to 5 are the formants.
@@ -22,8 +30,8 @@ class CascadeTract final : public FilterComponent {
     std::span<AntiResonator> AntiResonators() { return antiResonators_; }
 
   private:
-    std::array<Resonator, 6> resonators_;
-    std::array<AntiResonator, 1> antiResonators_;
+    std::array<Resonator, Frame::kCascadePoles> resonators_;
+    std::array<AntiResonator, Frame::kCascadeZeros> antiResonators_;
 };
 
 inline double CascadeTract::Process(double x) {

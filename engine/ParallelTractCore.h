@@ -5,6 +5,7 @@
 #include <span>
 
 #include "engine/FilterComponent.h"
+#include "engine/Frame.h"
 #include "engine/Multiplier.h"
 #include "engine/Resonator.h"
 
@@ -14,13 +15,20 @@ namespace larynth {
 /// A new branch has identity sections and bypass gain 1.
 class ParallelTractCore final : public FilterComponent {
   public:
+    static constexpr Frame::Sections kSections = Frame::Sections::Parallel;
+
+    void Take(const Frame& frame) {
+        SetSections<Resonator>(resonators_, frame.parallelPoles);
+        bypass_.SetGain(frame.AB);
+    }
+
     double Process(double x) override;
 
     std::span<Resonator> Resonators() { return resonators_; }
     Multiplier& Bypass() { return bypass_; }
 
   private:
-    std::array<Resonator, 7> resonators_;
+    std::array<Resonator, Frame::kParallelPoles> resonators_;
     Multiplier bypass_{1.0};
 };
 

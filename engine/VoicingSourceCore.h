@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engine/Component.h"
+#include "engine/Frame.h"
 
 namespace larynth {
 
@@ -48,6 +49,13 @@ inline double SecondPulseTime(double t, const GlottalPeriod& period, double OQ, 
 /// samples. Parameter changes keep the phase.
 class VoicingSourceCore final : public Component {
   public:
+    static constexpr Frame::Sections kSections = Frame::Sections::None;
+
+    void Take(const Frame& frame) {
+        SetSampleTime(1.0 / frame.SampleFreq());
+        SetParams(frame.F0, frame.AV, frame.OQ, frame.FL, frame.FLT, frame.DI);
+    }
+
     /// Sample time in seconds; to be set before the first sample.
     void SetSampleTime(double T) { T_ = T; }
 

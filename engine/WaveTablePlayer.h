@@ -7,6 +7,7 @@
 
 #include "engine/Component.h"
 #include "engine/Constants.h"
+#include "engine/Frame.h"
 
 namespace larynth {
 
@@ -24,6 +25,14 @@ class WaveTablePlayer final : public Component {
     /// The most entries that a table and the most samples that a waveform can have. The table has one entry
     /// per 49 Hz of sample frequency: what needs more is no sample frequency of a sound.
     static constexpr std::size_t kMostSamples = std::size_t{1} << 24;
+
+    static constexpr Frame::Sections kSections = Frame::Sections::None;
+
+    void Take(const Frame& frame) {
+        SetF0(frame.F0);
+        SetAmplitude(frame.AV);
+        SetSampleFreq(frame.SampleFreq());
+    }
 
     void SetSampleFreq(double fs);                           ///< Hz.
     void SetF0(double F0);                                   ///< Hz.

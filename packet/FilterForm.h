@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
+/// The cascade tract of a packet as one rational filter.
 #pragma once
 
 #include <array>
 #include <cstddef>
 
-namespace larynth {
+#include <larynth/Packet.h>
 
-class KlattPacketData;
+#include "packet/KlattPacketData.h"
+
+namespace larynth {
 
 /// Coefficients of the product Π (1 + b[i]·z^−1 + c[i]·z^−2) of N factors, lowest power first.
 template <std::size_t N>
@@ -21,8 +24,19 @@ constexpr std::array<double, 2 * N + 1> MultiplyQuadratics(const std::array<doub
     return p;
 }
 
-/// Computes alpha and beta, the cascade tract as one rational filter, from the cascade's resonators and
-/// antiresonator, and marks them valid. An antiresonator with A = 0 gives no numbers.
-void ConvertToFilterForm(KlattPacketData& packet) noexcept;
+class FilterFace : public PacketFace<ILarynthVocalTractFilterParams> {
+  public:
+    HRESULT LARYNTH_CALL GetAlphaDegree(int* pnDegree) noexcept override;
+    HRESULT LARYNTH_CALL GetBetaDegree(int* pnDegree) noexcept override;
+    HRESULT LARYNTH_CALL SetAlpha(int nIndex, double dValue) noexcept override;
+    HRESULT LARYNTH_CALL GetAlpha(int nIndex, double* pdValue) noexcept override;
+    HRESULT LARYNTH_CALL SetBeta(int nIndex, double dValue) noexcept override;
+    HRESULT LARYNTH_CALL GetBeta(int nIndex, double* pdValue) noexcept override;
+    HRESULT LARYNTH_CALL ConvertFromFilter() noexcept override { return S_OK; }
+    /// Computes alpha and beta from the cascade's resonators and antiresonator, and marks them valid. An
+    /// antiresonator with A = 0 gives no numbers.
+    HRESULT LARYNTH_CALL ConvertToFilter() noexcept override;
+    HRESULT LARYNTH_CALL IsFilterDataValid(LONG* pbValid) noexcept override;
+};
 
 }  // namespace larynth

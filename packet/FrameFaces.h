@@ -4,7 +4,7 @@
 
 #include <larynth/Packet.h>
 
-#include "packet/PacketFace.h"
+#include "packet/KlattPacketData.h"
 
 namespace larynth {
 
@@ -57,19 +57,19 @@ class FricationFace : public PacketFace<ILarynthFricationParams> {
 
 // The packet stores the sample time, which its conversions use: a frequency passes through 1/x twice.
 inline HRESULT TimingFace::SetSampleFreq(double dValue) noexcept {
-    Data().sampleTime = 1.0 / dValue;
+    Data().frame.sampleTime = 1.0 / dValue;
     return S_OK;
 }
 
 inline HRESULT TimingFace::GetSampleFreq(double* pdValue) noexcept {
-    return Put(pdValue, Data().SampleFreq());
+    return Put(pdValue, Data().frame.SampleFreq());
 }
 
 inline HRESULT TimingFace::SetFrameLen(int nValue) noexcept {
-    Data().frameLen = nValue;
+    Data().frame.length = nValue;
     return S_OK;
 }
 
-inline HRESULT TimingFace::GetFrameLen(int* pnValue) noexcept { return Put(pnValue, Data().frameLen); }
+inline HRESULT TimingFace::GetFrameLen(int* pnValue) noexcept { return Put(pnValue, Data().frame.length); }
 
 }  // namespace larynth

@@ -31,8 +31,6 @@ struct EntryRow {
     std::array<double, kValuesPerEntry> initial;  // Hz, Hz, linear
 };
 
-constexpr int kEntryCount = kCascadePoles.count + kCascadeZeros.count + kParallelPoles.count;
-
 // The first entry of the cascade is the nasal pole, so that its formants count from 1; the antiresonator is
 // the nasal zero that goes with it. The parallel tract counts from 0.
 constexpr std::array<EntryRow, kEntryCount> kEntries{{
@@ -76,7 +74,7 @@ constexpr Items kItems = BuildItems();
 
 std::optional<int> IndexInGroup(const ResonatorGroup& group, int offset) noexcept {
     if (offset >= kValuesPerEntry * group.count) return std::nullopt;
-    return group.firstIndex + offset;
+    return kScalarCount + kValuesPerEntry * group.firstEntry + offset;
 }
 
 }  // namespace

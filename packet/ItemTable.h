@@ -9,6 +9,8 @@
 #include <optional>
 #include <string_view>
 
+#include "engine/Frame.h"
+
 namespace larynth {
 
 /// The items that belong to no resonator; the number is index and ID at once.
@@ -21,16 +23,17 @@ inline constexpr int kValuesPerEntry = 3;  ///< F (Hz), BW (Hz), G (linear), in 
 struct ResonatorGroup {
     int unitCode;    ///< ID of the group's first item.
     int count;       ///< Entries.
-    int firstIndex;  ///< Index of the group's first item.
+    int firstEntry;  ///< Place of the group's first entry among all of them.
 
-    constexpr int EndIndex() const noexcept { return firstIndex + kValuesPerEntry * count; }
+    constexpr int EndEntry() const noexcept { return firstEntry + count; }
 };
 
-inline constexpr ResonatorGroup kCascadePoles{1024, 6, kScalarCount};
-inline constexpr ResonatorGroup kCascadeZeros{2048, 1, kCascadePoles.EndIndex()};
-inline constexpr ResonatorGroup kParallelPoles{3072, 7, kCascadeZeros.EndIndex()};
+inline constexpr ResonatorGroup kCascadePoles{1024, Frame::kCascadePoles, 0};
+inline constexpr ResonatorGroup kCascadeZeros{2048, Frame::kCascadeZeros, kCascadePoles.EndEntry()};
+inline constexpr ResonatorGroup kParallelPoles{3072, Frame::kParallelPoles, kCascadeZeros.EndEntry()};
 
-inline constexpr int kItemCount = kParallelPoles.EndIndex();
+inline constexpr int kEntryCount = kParallelPoles.EndEntry();
+inline constexpr int kItemCount = kScalarCount + kValuesPerEntry * kEntryCount;
 static_assert(kItemCount == 52);
 
 struct ItemInfo {

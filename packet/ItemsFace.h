@@ -3,7 +3,7 @@
 
 #include <larynth/Packet.h>
 
-#include "packet/PacketFace.h"
+#include "packet/KlattPacketData.h"
 
 namespace larynth {
 

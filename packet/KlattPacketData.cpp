@@ -5,53 +5,47 @@ namespace larynth {
 
 namespace {
 
-/// Tells the entries of a group where they sit, and gives them their initial values.
-template <class Entries>
-void SetUp(Entries& entries, const ResonatorGroup& group, KlattPacketData& owner) noexcept {
-    int position = 0, index = group.firstIndex;
-    for (ResonatorEntry& entry : entries) {
-        entry.Attach(owner, group.unitCode, position++);
-        for (int k = 0; k < kValuesPerEntry; ++k) entry.Item(k) = Item(index++).initial;
+/// The entries of a group that stand for `sections`, told where they sit.
+void AttachAll(KlattPacketData& owner, const ResonatorGroup& group,
+               std::span<SectionCoefficients> sections) noexcept {
+    int position = 0;
+    for (ResonatorEntry& entry : owner.Entries(group)) {
+        entry.Attach(owner, group, position, sections[static_cast<std::size_t>(position)]);
+        ++position;
     }
-}
-
-template <class Entries>
-void CopyAll(Entries& entries, const Entries& sources) noexcept {
-    for (std::size_t i = 0; i < entries.size(); ++i) entries[i].CopyFrom(sources[i]);
-}
-
-template <class Entries>
-double& ItemInGroup(Entries& entries, int offset) noexcept {
-    return entries[static_cast<std::size_t>(offset / kValuesPerEntry)].Item(offset % kValuesPerEntry);
 }
 
 }  // namespace
 
 KlattPacketData::KlattPacketData() noexcept {
-    for (int index = 0; index < kScalarCount; ++index) Item(index) = larynth::Item(index).initial;
-    SetUp(cascadePoles, kCascadePoles, *this);
-    SetUp(cascadeZeros, kCascadeZeros, *this);
-    SetUp(parallelPoles, kParallelPoles, *this);
+    frame.sampleTime = 1.0 / 11025.0;
+    AttachAll(*this, kCascadePoles, frame.cascadePoles);
+    AttachAll(*this, kCascadeZeros, frame.cascadeZeros);
+    AttachAll(*this, kParallelPoles, frame.parallelPoles);
+    for (int index = 0; index < kItemCount; ++index) Item(index) = larynth::Item(index).initial;
 }
 
 void KlattPacketData::CopyFrom(const KlattPacketData& source) noexcept {
-    scalars = source.scalars;
+    frame = source.frame;
     validity = source.validity;
-    alpha = source.alpha;
-    beta = source.beta;
-    CopyAll(cascadePoles, source.cascadePoles);
-    CopyAll(cascadeZeros, source.cascadeZeros);
-    CopyAll(parallelPoles, source.parallelPoles);
-    sampleTime = source.sampleTime;
-    frameLen = source.frameLen;
+    for (std::size_t i = 0; i < entries_.size(); ++i) entries_[i].CopyFrom(source.entries_[i]);
     if (source.truWords) truWords = source.truWords;
 }
 
 double& KlattPacketData::Item(int index) noexcept {
-    if (index < kScalarCount) return scalars[static_cast<std::size_t>(index)];
-    if (index < kCascadePoles.EndIndex()) return ItemInGroup(cascadePoles, index - kCascadePoles.firstIndex);
-    if (index < kCascadeZeros.EndIndex()) return ItemInGroup(cascadeZeros, index - kCascadeZeros.firstIndex);
-    return ItemInGroup(parallelPoles, index - kParallelPoles.firstIndex);
+    if (index < kScalarCount) return Scalar(static_cast<ScalarItem>(index));
+    const int offset = index - kScalarCount;
+    return entries_[static_cast<std::size_t>(offset / kValuesPerEntry)].Item(offset % kValuesPerEntry);
+}
+
+const Frame& KlattPacketData::Converted(Frame::Sections sections) noexcept {
+    if (sections == Frame::Sections::Cascade) {
+        for (ResonatorEntry& entry : Entries(kCascadePoles)) entry.UpdateABC();
+        for (ResonatorEntry& entry : Entries(kCascadeZeros)) entry.UpdateABC();
+    } else if (sections == Frame::Sections::Parallel) {
+        for (ResonatorEntry& entry : Entries(kParallelPoles)) entry.UpdateABC();
+    }
+    return frame;
 }
 
 }  // namespace larynth

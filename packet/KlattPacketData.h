@@ -3,27 +3,27 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 
-#include "packet/AntiResonatorEntry.h"
+#include "com/OutPointer.h"
+#include "engine/Frame.h"
 #include "packet/ItemTable.h"
 #include "packet/ResonatorEntry.h"
-#include "packet/TruPacket.h"
 
 namespace larynth {
 
-/// The stored values of one frame. All sizes are fixed, so that a packet is one block of memory and an item
-/// is found by arithmetic.
+/// One frame as 41 words; each is read as a signed integer in two's complement.
+using TruWords = std::array<std::uint16_t, 41>;
+
+/// The stored values of a packet. All sizes are fixed, so that a packet is one block of memory and an item is
+/// found by arithmetic.
 class KlattPacketData {
   public:
-    static constexpr double kDefaultSampleTime = 1.0 / 11025.0;  ///< s
-
     /// Bits of `validity`: which form of the cascade tract was written last. A conversion adds the filter's.
     static constexpr int kResonatorDataValid = 1;
     static constexpr int kFilterDataValid = 2;
-
-    static constexpr std::size_t kAlphaCount = 2 * kCascadePoles.count;
-    static constexpr std::size_t kBetaCount = 2 * kCascadeZeros.count + 1;
 
     KlattPacketData() noexcept;
     KlattPacketData(const KlattPacketData&) = delete;
@@ -36,25 +36,49 @@ class KlattPacketData {
 
     /// Storage of an item, as it stands; the index must be one.
     double& Item(int index) noexcept;
-    double& Scalar(ScalarItem item) noexcept { return scalars[static_cast<std::size_t>(item)]; }
+    double& Scalar(ScalarItem item) noexcept;
 
-    /// Hz, by the way through the stored sample time: 1/(1/x) need not be x.
-    double SampleFreq() const noexcept { return 1.0 / sampleTime; }
+    std::span<ResonatorEntry> Entries(const ResonatorGroup& group) noexcept;
 
-    std::array<double, kScalarCount> scalars{};  ///< In the order of ScalarItem.
+    /// The frame with the coefficients of these sections up to date; the others stand as they were.
+    const Frame& Converted(Frame::Sections sections) noexcept;
 
+    Frame frame{};
     int validity = kResonatorDataValid;
-    std::array<double, kAlphaCount> alpha{};  ///< alpha[k−1]: coefficient of y[n−k].
-    std::array<double, kBetaCount> beta{};    ///< beta[k]: coefficient of x[n−k].
-    std::array<ResonatorEntry, kCascadePoles.count> cascadePoles;
-    std::array<AntiResonatorEntry, kCascadeZeros.count> cascadeZeros;
-
-    std::array<ResonatorEntry, kParallelPoles.count> parallelPoles;
-
-    double sampleTime = kDefaultSampleTime;  ///< s
-    int frameLen = 0;                        ///< Samples.
-
     std::optional<TruWords> truWords;  ///< The 16-bit packet, once one was set.
+
+  private:
+    std::array<ResonatorEntry, kEntryCount> entries_;
 };
+
+/// Base of the packet's faces: each implements one interface over the values that all of them share. The
+/// packet lists its faces and supplies the data once for all.
+template <class PacketInterface>
+class PacketFace : public PacketInterface {
+  public:
+    using Interface = PacketInterface;
+
+  protected:
+    virtual KlattPacketData& Data() noexcept = 0;
+
+    HRESULT Store(ScalarItem item, double dValue) noexcept {
+        Data().Scalar(item) = dValue;
+        return S_OK;
+    }
+    HRESULT Read(ScalarItem item, double* pdValue) noexcept { return Put(pdValue, Data().Scalar(item)); }
+    static HRESULT ReadID(ScalarItem item, int* pnID) noexcept { return Put(pnID, static_cast<int>(item)); }
+};
+
+inline double& KlattPacketData::Scalar(ScalarItem item) noexcept {
+    constexpr std::array<double Frame::*, kScalarCount> kPlaces = {
+        &Frame::F0, &Frame::OQ, &Frame::FL, &Frame::FLT, &Frame::DI,
+        &Frame::TL, &Frame::AV, &Frame::AH, &Frame::AF,  &Frame::AB};  // in the order of ScalarItem
+    return frame.*kPlaces[static_cast<std::size_t>(item)];
+}
+
+inline std::span<ResonatorEntry> KlattPacketData::Entries(const ResonatorGroup& group) noexcept {
+    return std::span(entries_).subspan(static_cast<std::size_t>(group.firstEntry),
+                                       static_cast<std::size_t>(group.count));
+}
 
 }  // namespace larynth

@@ -4,12 +4,12 @@
 #include <larynth/Packet.h>
 
 #include "com/ComObject.h"
-#include "packet/FilterFace.h"
+#include "packet/FilterForm.h"
 #include "packet/FrameFaces.h"
 #include "packet/ItemsFace.h"
 #include "packet/KlattPacketData.h"
 #include "packet/TractFaces.h"
-#include "packet/TruFace.h"
+#include "packet/TruPacket.h"
 
 namespace larynth {
 

@@ -3,32 +3,69 @@
 
 #include <cmath>
 
+#include "engine/Constants.h"
 #include "packet/KlattPacketData.h"
 
 namespace larynth {
 
-void ResonatorEntry::Attach(KlattPacketData& owner, int unitCode, int position) noexcept {
+namespace {
+
+SectionCoefficients ResonatorABC(const FrequencyForm& fb, double T) noexcept {
+    const auto [F, BW, G] = fb;
+    if (F <= 0.0 || BW <= 0.0) return {G, 0.0, 0.0};
+    const double r = std::exp(-kPi10 * BW * T);
+    const double C = -(r * r);
+    const double B = 2.0 * r * std::cos(kTwoPi10 * F * T);
+    return {G * (1.0 - B - C), B, C};
+}
+
+SectionCoefficients AntiResonatorABC(const FrequencyForm& fb, double T) noexcept {
+    const auto [F, BW, G] = fb;
+    if (F == 0.0) return {1.0, 0.0, 0.0};
+    const double r = std::exp(-kPi10 * BW * T);
+    const double c0 = -(r * r);
+    const double b0 = 2.0 * r * std::cos(kTwoPi10 * F * T);
+    const double A = G / (1.0 - b0 - c0);
+    return {A, -b0 * A, -c0 * A};
+}
+
+FrequencyForm ResonatorFB(const SectionCoefficients& abc, double T) noexcept {
+    const auto [A, B, C] = abc;
+    const double x = C < 0.0 ? B / (2.0 * std::sqrt(-C)) : 0.0;
+    if (!(C < 0.0) || x > 1.0 || x < -1.0) return {0.0, 0.0, A};  // a plain gain is the nearest thing
+    const double BW = -std::log(-C) / (kTwoPi10 * T);
+    const double F = std::acos(x) / (kTwoPi10 * T);
+    return {F, BW, A / (1.0 - B - C)};
+}
+
+FrequencyForm AntiResonatorFB(const SectionCoefficients& abc, double T) noexcept {
+    const auto [A, B, C] = abc;
+    const double m = C / A;
+    const double b0 = -B / A;
+    const double c0 = -m;
+    const double BW = -std::log(m) / (kTwoPi10 * T);
+    const double F = std::acos(b0 / (2.0 * std::sqrt(m))) / (kTwoPi10 * T);
+    return {F, BW, (1.0 - b0 - c0) * A};
+}
+
+}  // namespace
+
+void ResonatorEntry::Attach(KlattPacketData& owner, const ResonatorGroup& group, int position,
+                            SectionCoefficients& abc) noexcept {
     owner_ = &owner;
-    unitCode_ = unitCode;
+    group_ = &group;
     position_ = position;
+    abc_ = &abc;
 }
 
 void ResonatorEntry::CopyFrom(const ResonatorEntry& source) noexcept {
     current_ = source.current_;
-    userState_ = source.userState_;
+    userState = source.userState;
     fb_ = source.fb_;
-    abc_ = source.abc_;
-    position_ = source.position_;
-    unitCode_ = source.unitCode_;
 }
 
-void ResonatorEntry::SetFB(const FrequencyForm& fb) noexcept {
-    fb_ = fb;
-    Written(Current::FB);
-}
-
-void ResonatorEntry::SetABC(const CoefficientForm& abc) noexcept {
-    abc_ = abc;
+void ResonatorEntry::SetABC(const SectionCoefficients& abc) noexcept {
+    *abc_ = abc;
     Written(Current::ABC);
 }
 
@@ -37,33 +74,34 @@ void ResonatorEntry::Set(double FrequencyForm::*value, double dValue) noexcept {
     Written(Current::FB);
 }
 
-void ResonatorEntry::Set(double CoefficientForm::*value, double dValue) noexcept {
-    abc_.*value = dValue;
+void ResonatorEntry::Set(double SectionCoefficients::*value, double dValue) noexcept {
+    abc_->*value = dValue;
     Written(Current::ABC);
 }
 
-const FrequencyForm* ResonatorEntry::FB() noexcept {
-    if (current_ == Current::ABC) {
-        if (owner_ == nullptr) return nullptr;
-        ABCToFB(owner_->sampleTime);
-    }
-    return &fb_;
+double ResonatorEntry::Get(double FrequencyForm::*value) noexcept {
+    UpdateFB();
+    return fb_.*value;
 }
 
-const CoefficientForm* ResonatorEntry::ComputedABC(PolePosition& position) noexcept {
-    if (owner_ == nullptr) return nullptr;
-    FBToABC(owner_->sampleTime, position);
-    return &abc_;
+double ResonatorEntry::Get(double SectionCoefficients::*value) noexcept {
+    UpdateABC();
+    return abc_->*value;
 }
 
-std::optional<double> ResonatorEntry::Get(double FrequencyForm::*value) noexcept {
-    const FrequencyForm* fb = FB();
-    return fb != nullptr ? std::optional(fb->*value) : std::nullopt;
+void ResonatorEntry::UpdateABC() noexcept {
+    if (current_ != Current::FB) return;
+    const double T = owner_->frame.sampleTime;
+    const bool anti = IsAntiResonator();
+    *abc_ = anti ? AntiResonatorABC(fb_, T) : ResonatorABC(fb_, T);
+    if (!anti || fb_.F != 0.0) current_ = Current::Both;
 }
 
-std::optional<double> ResonatorEntry::Get(double CoefficientForm::*value) noexcept {
-    const CoefficientForm* abc = ABC();
-    return abc != nullptr ? std::optional(abc->*value) : std::nullopt;
+void ResonatorEntry::UpdateFB() noexcept {
+    if (current_ != Current::ABC) return;
+    const double T = owner_->frame.sampleTime;
+    fb_ = IsAntiResonator() ? AntiResonatorFB(*abc_, T) : ResonatorFB(*abc_, T);
+    current_ = Current::Both;
 }
 
 double& ResonatorEntry::Item(int k) noexcept {
@@ -72,38 +110,15 @@ double& ResonatorEntry::Item(int k) noexcept {
     return fb_.*kValues[k];
 }
 
-int ResonatorEntry::ItemID(int k) const noexcept { return unitCode_ + kValuesPerEntry * position_ + k; }
+int ResonatorEntry::ItemID(int k) const noexcept { return UnitCode() + kValuesPerEntry * position_ + k; }
 
-void ResonatorEntry::FBToABC(double T, PolePosition& position) noexcept {
-    const auto [F, BW, G] = fb_;
-    if (F <= 0.0 || BW <= 0.0) {
-        abc_ = {G, 0.0, 0.0};  // passes its input, scaled
-    } else {
-        position.Compute(F, BW, T);
-        const double r = position.Radius();
-        const double C = -(r * r);
-        const double B = 2.0 * r * position.Cosine();
-        abc_ = {G * (1.0 - B - C), B, C};
-    }
-    current_ = Current::Both;
-}
+int ResonatorEntry::UnitCode() const noexcept { return group_->unitCode; }
 
-void ResonatorEntry::ABCToFB(double T) noexcept {
-    const auto [A, B, C] = abc_;
-    const double x = C < 0.0 ? B / (2.0 * std::sqrt(-C)) : 0.0;
-    if (!(C < 0.0) || x > 1.0 || x < -1.0) {
-        fb_ = {0.0, 0.0, A};  // no pair of conjugate poles: a plain gain is the nearest thing
-    } else {
-        const double BW = -std::log(-C) / (PolePosition::kTwoPi10 * T);
-        const double F = std::acos(x) / (PolePosition::kTwoPi10 * T);
-        fb_ = {F, BW, A / (1.0 - B - C)};
-    }
-    current_ = Current::Both;
-}
+bool ResonatorEntry::IsAntiResonator() const noexcept { return UnitCode() == kCascadeZeros.unitCode; }
 
 void ResonatorEntry::Written(Current form) noexcept {
     current_ = form;
-    if (owner_ != nullptr) owner_->validity = KlattPacketData::kResonatorDataValid;
+    owner_->validity = KlattPacketData::kResonatorDataValid;
 }
 
 }  // namespace larynth

@@ -1,63 +1,56 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
-
-#include "packet/PolePosition.h"
+#include "engine/SectionValues.h"
 
 namespace larynth {
 
 class KlattPacketData;
+struct ResonatorGroup;
 
 /// What a front end thinks in: centre frequency and bandwidth (Hz), linear gain at 0 Hz.
 struct FrequencyForm {
     double F = 0.0, BW = 0.0, G = 1.0;
 };
 
-/// What the engine runs: the coefficients of the second-order difference equation.
-struct CoefficientForm {
-    double A = 0.0, B = 0.0, C = 0.0;
-};
-
-/// One resonator of a packet, y[n] = A·x[n] + B·y[n−1] + C·y[n−2], in two forms (Klatt 1980).
+/// One section of a packet in two forms (Klatt 1980): a resonator y[n] = A·x[n] + B·y[n−1] + C·y[n−2], or an
+/// antiresonator y[n] = A·x[n] + B·x[n−1] + C·x[n−2], the reciprocal of the resonator with the same F and BW,
+/// times G.
 ///
-/// The form that was written last is current; reading the other one computes it with the owner's sample time
-/// and keeps it until the next write. Every write through a setter makes the owner's resonator data the valid
-/// ones.
+/// The form that was written last is current; reading the other one computes it with the packet's sample time
+/// and keeps it until the next write. Every write through a setter makes the packet's resonator data the
+/// valid ones.
+///
+/// A resonator whose F or BW is not above 0 passes its input times G. So does one whose coefficients have no
+/// pair of conjugate poles when its frequencies are read. An antiresonator with F exactly 0 passes its input,
+/// whatever the gain, and is computed again at every read; its way back has no fallback: coefficients without
+/// a pair of conjugate zeros give no numbers.
 class ResonatorEntry {
   public:
     ResonatorEntry() = default;
     ResonatorEntry(const ResonatorEntry&) = delete;
     ResonatorEntry& operator=(const ResonatorEntry&) = delete;
-    virtual ~ResonatorEntry() = default;
 
-    /// Tells the entry where it sits. The owner is not owned and outlives it.
-    void Attach(KlattPacketData& owner, int unitCode, int position) noexcept;
+    /// Tells the entry where it sits: done once, by the packet that it is a part of.
+    void Attach(KlattPacketData& owner, const ResonatorGroup& group, int position,
+                SectionCoefficients& abc) noexcept;
 
-    /// Takes over everything but the owner.
+    /// Takes over frequencies, user state and which form is current; the coefficients lie in the packet's
+    /// frame.
     void CopyFrom(const ResonatorEntry& source) noexcept;
 
-    void SetFB(const FrequencyForm& fb) noexcept;
-    void SetABC(const CoefficientForm& abc) noexcept;
+    void SetABC(const SectionCoefficients& abc) noexcept;
 
     /// Sets one value (`&FrequencyForm::BW`); the other two of its form keep what they hold, stale or not.
     void Set(double FrequencyForm::*value, double dValue) noexcept;
-    void Set(double CoefficientForm::*value, double dValue) noexcept;
+    void Set(double SectionCoefficients::*value, double dValue) noexcept;
 
-    /// The form, computed if it is stale; null when it cannot be computed because the entry has no owner.
-    const FrequencyForm* FB() noexcept;
-    const CoefficientForm* ABC() noexcept {
-        PolePosition fresh;
-        return ABC(fresh);
-    }
-    /// The same for a reader that keeps the functions of the last frame's entry at this place.
-    const CoefficientForm* ABC(PolePosition& kept) noexcept {
-        return current_ != Current::FB ? &abc_ : ComputedABC(kept);
-    }
+    /// One value of a form, which is computed if it is stale.
+    double Get(double FrequencyForm::*value) noexcept;
+    double Get(double SectionCoefficients::*value) noexcept;
 
-    /// One value of a form; nothing when the form cannot be computed.
-    std::optional<double> Get(double FrequencyForm::*value) noexcept;
-    std::optional<double> Get(double CoefficientForm::*value) noexcept;
+    /// Brings the coefficients up to date.
+    void UpdateABC() noexcept;
 
     /// Storage of the item `k`: 0 F, 1 BW, 2 G; as it stands, whichever form is current. Writing to it tells
     /// nobody.
@@ -66,32 +59,24 @@ class ResonatorEntry {
     /// ID of the item `k`.
     int ItemID(int k) const noexcept;
 
-    /// A number kept for the client; it has no meaning here.
-    int UserState() const noexcept { return userState_; }
-    void SetUserState(int nState) noexcept { userState_ = nState; }
+    int UnitCode() const noexcept;
+    int Position() const noexcept { return position_; }  ///< 0-based place in its group.
 
-    int UnitCode() const noexcept { return unitCode_; }
-    int Position() const noexcept { return position_; }
+    int userState = 0;  ///< A number kept for the client; it has no meaning here.
 
-  protected:
-    /// Conversions with sample time T (s); on success both forms are current.
-    virtual void FBToABC(double T, PolePosition& position) noexcept;
-    virtual void ABCToFB(double T) noexcept;
+  private:
+    enum class Current { FB, ABC, Both };
 
-    enum class Current : int { FB = 0, ABC = 1, Both = 2 };
+    void Written(Current form) noexcept;
+    void UpdateFB() noexcept;
+    bool IsAntiResonator() const noexcept;
 
     Current current_ = Current::FB;
     FrequencyForm fb_;
-    CoefficientForm abc_;
-
-  private:
-    const CoefficientForm* ComputedABC(PolePosition& position) noexcept;
-    void Written(Current form) noexcept;
-
-    int userState_ = 0;
+    SectionCoefficients* abc_ = nullptr;  // in the packet's frame
     KlattPacketData* owner_ = nullptr;
-    int position_ = 0;  // 0-based place in its group
-    int unitCode_ = 0;
+    const ResonatorGroup* group_ = nullptr;
+    int position_ = 0;
 };
 
 }  // namespace larynth

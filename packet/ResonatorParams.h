@@ -33,11 +33,11 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
     // These two serve both forms.
     HRESULT LARYNTH_CALL SetState(int nState) noexcept override {
         if (entry_ == nullptr) return E_FAIL;
-        entry_->SetUserState(nState);
+        entry_->userState = nState;
         return S_OK;
     }
     HRESULT LARYNTH_CALL GetState(int* pnState) noexcept override {
-        return entry_ != nullptr ? Put(pnState, entry_->UserState()) : E_FAIL;
+        return entry_ != nullptr ? Put(pnState, entry_->userState) : E_FAIL;
     }
 
     HRESULT LARYNTH_CALL SetFreq(double dValue) noexcept override { return Store(&FB::F, dValue); }
@@ -76,7 +76,7 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
 
   private:
     using FB = FrequencyForm;
-    using ABC = CoefficientForm;
+    using ABC = SectionCoefficients;
 
     template <class Form>
     HRESULT Store(double Form::*value, double dValue) noexcept {
@@ -89,9 +89,7 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
     HRESULT Read(double Form::*value, double* pdValue) noexcept {
         if (entry_ == nullptr) return E_FAIL;
         if (!CanWrite(pdValue)) return E_POINTER;
-        const std::optional<double> current = entry_->Get(value);
-        if (!current) return E_FAIL;
-        *pdValue = *current;
+        *pdValue = entry_->Get(value);
         return S_OK;
     }
 

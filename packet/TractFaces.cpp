@@ -10,8 +10,9 @@ namespace {
 
 /// Writes a new view of entry `nIndex` as `riid`. Whatever keeps the view from being made gives E_FAIL. A
 /// view that does not answer `riid` is destroyed, and with it its reference on the packet.
-template <class View, class Entries>
-HRESULT HandOut(Entries& entries, int nIndex, IUnknown& packet, IUnknown** ppRes, REFIID riid) noexcept {
+template <class View>
+HRESULT HandOut(std::span<ResonatorEntry> entries, int nIndex, IUnknown& packet, IUnknown** ppRes,
+                REFIID riid) noexcept {
     return Guarded([&]() -> HRESULT {
         if (!CanWrite(ppRes)) return E_POINTER;
         if (nIndex < 0 || nIndex >= static_cast<int>(entries.size())) return E_FAIL;
@@ -30,11 +31,11 @@ HRESULT CascadeFace::GetAntiResonatorsCount(int* pnCount) noexcept {
 }
 
 HRESULT CascadeFace::GetResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSResonatorParams>(Data().cascadePoles, nIndex, *this, ppRes, riid);
+    return HandOut<TTSResonatorParams>(Data().Entries(kCascadePoles), nIndex, *this, ppRes, riid);
 }
 
 HRESULT CascadeFace::GetAntiResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSAntiResonatorParams>(Data().cascadeZeros, nIndex, *this, ppRes, riid);
+    return HandOut<TTSAntiResonatorParams>(Data().Entries(kCascadeZeros), nIndex, *this, ppRes, riid);
 }
 
 HRESULT CascadeFace::IsResDataValid(LONG* pbValid) noexcept {
@@ -44,7 +45,7 @@ HRESULT CascadeFace::IsResDataValid(LONG* pbValid) noexcept {
 HRESULT ParallelFace::GetResonatorsCount(int* pnCount) noexcept { return Put(pnCount, kParallelPoles.count); }
 
 HRESULT ParallelFace::GetResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSResonatorParams>(Data().parallelPoles, nIndex, *this, ppRes, riid);
+    return HandOut<TTSResonatorParams>(Data().Entries(kParallelPoles), nIndex, *this, ppRes, riid);
 }
 
 }  // namespace larynth

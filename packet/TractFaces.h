@@ -4,7 +4,7 @@
 
 #include <larynth/Packet.h>
 
-#include "packet/PacketFace.h"
+#include "packet/KlattPacketData.h"
 
 namespace larynth {
 

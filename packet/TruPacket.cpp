@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "packet/TruPacket.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
-
-#include "packet/KlattPacketData.h"
 
 namespace larynth {
 
@@ -57,12 +56,12 @@ class Words {
     /// Negated in 16 bits: −32768 stays what it is.
     int Negated(std::size_t k) const noexcept { return static_cast<std::int16_t>(-Signed(k)); }
 
-    CoefficientForm Pole(const PoleRow& row) const noexcept {
+    SectionCoefficients Pole(const PoleRow& row) const noexcept {
         return {Signed(row.wordA) * row.scaleA, Signed(row.wordB) * kScaleB, Negated(row.wordC) * kScaleC};
     }
 
     /// The nasal zero; its C is the only one that is not negated.
-    CoefficientForm Zero() const noexcept {
+    SectionCoefficients Zero() const noexcept {
         return {1.0, Signed(kZeroWordB) * kScaleB, Signed(kZeroWordC) * kScaleC};
     }
 
@@ -76,25 +75,49 @@ class Words {
     const TruWords& words_;
 };
 
+/// Fills a packet from the words: resonators in coefficient form, amplitudes as fractions of full scale,
+/// pitch as a period of a 22050 Hz clock. The packet's sample time is not changed.
+void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept {
+    const Words w(words);
+    Frame& frame = packet.frame;
+    frame.length = kFrameLen;
+    frame.F0 = w.F0();
+    frame.OQ = kOpenQuotient;
+    frame.FL = frame.FLT = frame.DI = frame.TL = 0.0;
+    frame.AV = w.Signed(kVoicingWord) * kScaleVoicing;
+    frame.AH = w.Signed(kAspirationWord) * kScaleAspiration;
+    frame.AF = kFrication;
+    frame.AB = w.Signed(kBypassWord) * kScaleA;
+
+    packet.Entries(kCascadeZeros)[0].SetABC(w.Zero());
+    for (const PoleRow& row : kCascadeRows) packet.Entries(kCascadePoles)[row.position].SetABC(w.Pole(row));
+    for (ResonatorEntry& entry : packet.Entries(kParallelPoles)) entry.SetABC({});
+    for (const PoleRow& row : kParallelRows) packet.Entries(kParallelPoles)[row.position].SetABC(w.Pole(row));
+}
+
 }  // namespace
 
-void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept {
-    using enum ScalarItem;
-    const Words w(words);
+HRESULT TruFace::SetTruPacket(unsigned short* pnPacket, LONG bConvert) noexcept {
+    TruWords& words = Data().truWords.emplace();
+    std::copy_n(pnPacket, words.size(), words.begin());
+    if (bConvert != 0) static_cast<void>(ConvertFromTru());
+    return S_OK;
+}
 
-    packet.frameLen = kFrameLen;
-    packet.Scalar(F0) = w.F0();
-    packet.Scalar(OQ) = kOpenQuotient;
-    for (const ScalarItem item : {FL, FLT, DI, TL}) packet.Scalar(item) = 0.0;
-    packet.Scalar(AV) = w.Signed(kVoicingWord) * kScaleVoicing;
-    packet.Scalar(AH) = w.Signed(kAspirationWord) * kScaleAspiration;
-    packet.Scalar(AF) = kFrication;
-    packet.Scalar(AB) = w.Signed(kBypassWord) * kScaleA;
+HRESULT TruFace::GetTruPacket(unsigned short* pnPacket, LONG bConvert) noexcept {
+    if (bConvert != 0) static_cast<void>(ConvertToTru());
+    const std::optional<TruWords>& words = Data().truWords;
+    if (!words) return E_FAIL;
+    if (!CanWriteBytes(pnPacket, sizeof(TruWords))) return E_POINTER;
+    std::copy(words->begin(), words->end(), pnPacket);
+    return S_OK;
+}
 
-    packet.cascadeZeros[0].SetABC(w.Zero());
-    for (const PoleRow& row : kCascadeRows) packet.cascadePoles[row.position].SetABC(w.Pole(row));
-    for (ResonatorEntry& entry : packet.parallelPoles) entry.SetABC({});
-    for (const PoleRow& row : kParallelRows) packet.parallelPoles[row.position].SetABC(w.Pole(row));
+HRESULT TruFace::ConvertFromTru() noexcept {
+    const std::optional<TruWords>& words = Data().truWords;
+    if (!words) return E_FAIL;
+    ConvertTruWords(*words, Data());
+    return S_OK;
 }
 
 }  // namespace larynth

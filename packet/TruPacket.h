@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <larynth/Packet.h>
+
+#include "packet/KlattPacketData.h"
 
 namespace larynth {
 
-class KlattPacketData;
-
-/// One frame as 41 words; each is read as a signed integer in two's complement.
-using TruWords = std::array<std::uint16_t, 41>;
-
-/// Fills a packet from the words: resonators in coefficient form, amplitudes as fractions of full scale,
-/// pitch as a period of a 22050 Hz clock. The packet's sample time is not changed.
-void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept;
+/// The 16-bit form of a packet. It goes one way: words are never built from the packet's values.
+class TruFace : public PacketFace<ITTSTruKlattParams> {
+  public:
+    /// The caller answers for 41 readable words; they are not probed.
+    HRESULT LARYNTH_CALL SetTruPacket(unsigned short* pnPacket, LONG bConvert) noexcept override;
+    HRESULT LARYNTH_CALL GetTruPacket(unsigned short* pnPacket, LONG bConvert) noexcept override;
+    HRESULT LARYNTH_CALL ConvertFromTru() noexcept override;
+    HRESULT LARYNTH_CALL ConvertToTru() noexcept override { return S_OK; }
+};
 
 }  // namespace larynth

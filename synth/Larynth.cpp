@@ -52,8 +52,10 @@ HRESULT Larynth::SetVoice(IUnknown* pIVoice, REFIID) noexcept {
 
 HRESULT Larynth::GetVoice(REFIID riid, IUnknown** ppIVoice) noexcept {
     if (const HRESULT hr = Put(ppIVoice, nullptr); FAILED(hr)) return hr;
-    ITTSVoice* voice = voice_.Get();
-    return voice != nullptr ? voice->QueryInterface(riid, reinterpret_cast<void**>(ppIVoice)) : S_FALSE;
+    return Guarded([&]() -> HRESULT {
+        ITTSVoice* voice = voice_.Get();
+        return voice != nullptr ? voice->QueryInterface(riid, reinterpret_cast<void**>(ppIVoice)) : S_FALSE;
+    });
 }
 
 HRESULT Larynth::SetPacketSyncPointState(LONG bOnOff) noexcept {
@@ -158,7 +160,8 @@ HRESULT Larynth::RemoveComponent(LONG nID) noexcept {
 HRESULT Larynth::GetComponent(LONG nID, REFIID riid, IUnknown** ppIComponent) noexcept {
     if (!CanWrite(ppIComponent)) return E_POINTER;
     if (nID != kVoicingFilter || !roles_.voicingFilter) return E_FAIL;
-    return roles_.voicingFilter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent));
+    return Guarded(
+        [&] { return roles_.voicingFilter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent)); });
 }
 
 }  // namespace larynth

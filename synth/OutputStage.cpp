@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "engine/block/Kernels.h"
 #include "engine/ShelfFilter.h"
+#include "engine/block/Kernels.h"
 
 namespace larynth {
 

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "block/OwnNetwork.h"
 #include "com/FlushDenormals.h"
-#include "com/OutPointer.h"
 #include "engine/Exception.h"
 #include "synth/CurrentVoice.h"
 #include "synth/OutputStage.h"
@@ -53,10 +51,7 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     SetUp(block, attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
-    {
-        const KnownCallable called(packet);
-        roles_.SetParams(packet);
-    }
+    roles_.SetParams(packet);
 
     const Timing timing = ReadTiming(packet);
     output_.SetSampleFreq(timing.sampleFreq);
@@ -79,18 +74,19 @@ void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> st
 
 void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
     const FlushDenormals whileRendering;
-    if (auto own = block::OwnNetwork::Find(roles_.Components())) {
+    if (const auto own = roles_.OwnElements()) {
         RenderInStretches(*own, samples);
     } else {
         for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());
     }
 }
 
-void PacketRenderer::RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept {
+void PacketRenderer::RenderInStretches(const Network::Elements& own,
+                                       std::span<std::int16_t> samples) noexcept {
     double sums[block::kStretch];
     while (!samples.empty()) {
         const std::span stretch(sums, std::min(samples.size(), block::kStretch));
-        network.Render(block::FastestKernels(), phases_, stretch);
+        network_.Render(own, stretch);
         output_.Process(stretch, samples.data());
         samples = samples.subspan(stretch.size());
     }

@@ -8,14 +8,11 @@
 #include <larynth/Packet.h>
 #include <larynth/Streams.h>
 
-#include "engine/block/PhaseTable.h"
+#include "engine/Network.h"
 #include "synth/BlockFactory.h"
 
 namespace larynth {
 
-namespace block {
-class OwnNetwork;
-}
 class CurrentVoice;
 class OutputStage;
 class Roles;
@@ -39,10 +36,10 @@ class PacketRenderer {
     void RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging);
     /// In stretches when every component is this module's own, else one by one through the interfaces.
     void RenderSamples(std::span<std::int16_t> samples);
-    void RenderInStretches(block::OwnNetwork& network, std::span<std::int16_t> samples) noexcept;
+    void RenderInStretches(const Network::Elements& own, std::span<std::int16_t> samples) noexcept;
 
     BlockFactory blocks_;
-    block::PhaseTable phases_;
+    Network network_;
     Roles& roles_;
     OutputStage& output_;
     CurrentVoice& voice_;

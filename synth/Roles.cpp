@@ -5,6 +5,16 @@
 #include <larynth/Packet.h>
 
 #include "com/OutPointer.h"
+#include "com/OwnObject.h"
+#include "components/TTSAspirationSource.h"
+#include "components/TTSFricationSource.h"
+#include "components/TTSParallelTract.h"
+#include "components/TTSVocalTractF.h"
+#include "components/TTSVocalTractR.h"
+#include "components/TTSVoicingSourceFilter.h"
+#include "components/TTSVoicingSourceStd.h"
+#include "components/TTSVoicingSourceWave.h"
+#include "packet/LarynthParams.h"
 
 namespace larynth {
 
@@ -45,6 +55,52 @@ SourceKind ClassifyForVoice(IUnknown* source, ITTSVoiceSourceParams* settings) {
         return SourceKind::Wave;
     }
     return Answers(source, ComPtr<ITTSVoicingSourceStd>()) ? SourceKind::Standard : SourceKind::Other;
+}
+
+void TakeFrame(TTSAspirationSource& source, KlattPacketData& packet) {
+    source.Element().SetAmplitude(packet.frame.AH);
+}
+
+void TakeFrame(TTSFricationSource& source, KlattPacketData& packet) {
+    source.Element().SetAmplitude(packet.frame.AF);
+}
+
+template <class Own>
+void TakeFrame(Own& component, KlattPacketData& packet) {
+    auto& element = component.Element();
+    element.Take(packet.Converted(element.kSections));
+}
+
+/// Hands one packet to one component after the other.
+class PacketRound {
+  public:
+    explicit PacketRound(IUnknown* packet) noexcept
+        : packet_(packet), own_(OwnObject<LarynthParams>::Find(packet)) {}
+
+    /// `Own` are the classes of ours that can fill the role.
+    template <class... Own, class Role>
+    void HandTo(const ComPtr<Role>& role) {
+        if (own_ != nullptr && (TakenBy<Own>(role.Get()) || ...)) return;
+        Zelvani::CheckResult(role->SetParams(packet_, IID_ILarynthParams));
+    }
+
+  private:
+    template <class Own>
+    bool TakenBy(IUnknown* component) {
+        Own* const own = OwnObject<Own>::Find(component);
+        if (own != nullptr) TakeFrame(*own, own_->Values());
+        return own != nullptr;
+    }
+
+    IUnknown* packet_;
+    LarynthParams* own_;
+};
+
+/// The element of a component that is an `Own`; null for any other.
+template <class Own>
+auto ElementOf(IUnknown* component) noexcept {
+    Own* const own = OwnObject<Own>::Find(component);
+    return own != nullptr ? &own->Element() : nullptr;
 }
 
 }  // namespace
@@ -96,12 +152,34 @@ bool Roles::Complete() const noexcept {
 }
 
 void Roles::SetParams(IUnknown* packet) {
-    Zelvani::CheckResult(voicingSource->SetParams(packet, IID_ILarynthParams));
-    Zelvani::CheckResult(vocalTract->SetParams(packet, IID_ILarynthParams));
-    Zelvani::CheckResult(parallelTract->SetParams(packet, IID_ILarynthParams));
-    Zelvani::CheckResult(aspirationSource->SetParams(packet, IID_ILarynthParams));
-    Zelvani::CheckResult(fricationSource->SetParams(packet, IID_ILarynthParams));
-    if (voicingFilter) Zelvani::CheckResult(voicingFilter->SetParams(packet, IID_ILarynthParams));
+    PacketRound round(packet);
+    round.HandTo<TTSVoicingSourceStd, TTSVoicingSourceWave>(voicingSource);
+    round.HandTo<TTSVocalTractR, TTSVocalTractF>(vocalTract);
+    round.HandTo<TTSParallelTract>(parallelTract);
+    round.HandTo<TTSAspirationSource>(aspirationSource);
+    round.HandTo<TTSFricationSource>(fricationSource);
+    if (voicingFilter) round.HandTo<TTSVoicingSourceFilter>(voicingFilter);
+}
+
+std::optional<Network::Elements> Roles::OwnElements() const noexcept {
+    Network::Elements own;
+    own.source = ElementOf<TTSVoicingSourceStd>(voicingSource.Get());
+    own.waveSource = ElementOf<TTSVoicingSourceWave>(voicingSource.Get());
+    own.aspiration = ElementOf<TTSAspirationSource>(aspirationSource.Get());
+    own.frication = ElementOf<TTSFricationSource>(fricationSource.Get());
+    own.cascade = ElementOf<TTSVocalTractR>(vocalTract.Get());
+    own.filterTract = ElementOf<TTSVocalTractF>(vocalTract.Get());
+    own.parallel = ElementOf<TTSParallelTract>(parallelTract.Get());
+    if (!own.Complete()) return std::nullopt;
+    if (!voicingFilter) return own;
+
+    auto* const filter = OwnObject<TTSVoicingSourceFilter>::Find(voicingFilter.Get());
+    if (filter == nullptr) return std::nullopt;
+    ITTSVoicingSource* const moved = filter->Source();
+    if (moved != nullptr && moved != voicingSource.Get()) return std::nullopt;
+    own.filter = &filter->Element();
+    own.filterMovesSource = moved != nullptr;
+    return own;
 }
 
 }  // namespace larynth

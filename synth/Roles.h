@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include <larynth/ComPtr.h>
 #include <larynth/Sources.h>
 #include <larynth/Tracts.h>
 #include <larynth/Voice.h>
 
-#include "block/OwnNetwork.h"
+#include "engine/Network.h"
 
 namespace larynth {
 
@@ -45,15 +47,14 @@ class Roles {
     /// True when every role but the voicing filter's is filled.
     bool Complete() const noexcept;
 
-    /// The components as they are called; valid until a role changes.
-    block::Network Components() const noexcept {
-        return {voicingSource.Get(), aspirationSource.Get(), fricationSource.Get(),
-                vocalTract.Get(),    parallelTract.Get(),    voicingFilter.Get()};
-    }
-
-    /// Hands a frame's packet to every component, voicing filter last. Raises ComException with the first
+    /// Hands a frame's packet to every component, voicing filter last: to a component of ours the frame that
+    /// a packet of ours has filled, in any other case the packet itself. Raises ComException with the first
     /// failure.
     void SetParams(IUnknown* packet);
+
+    /// The elements inside, where every component is this module's own and stands alone; valid until a role
+    /// changes. Nothing for any other network, and for one whose voicing filter moves another source.
+    std::optional<Network::Elements> OwnElements() const noexcept;
 
     /// Advances every component by one sample: the sum of both tracts. The sources come first, in the order
     /// voicing, aspiration, frication, which decides who draws which random number. Failures of components

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
-#include <sys/mman.h>
-#include <thread>
 
 #include "com/ComObject.h"
 #include "com/Create.h"
-#include "com/OutPointer.h"
 #include "com/OwnObject.h"
 #include "tests/support/ForwardingOuter.h"
 
@@ -47,34 +44,6 @@ TEST(OwnObject, FindsOnlyAnObjectOfTheClassThatStandsAloneByItsRole) {
                 {"an object of no class of ours", &outer}};
     for (const auto& row : rows) EXPECT_EQ(OwnObject<Own>::Find(row.pointer), nullptr) << row.what;
     EXPECT_EQ(OwnObject<NeverMade>::Find(role(object)), nullptr);
-}
-
-TEST(KnownCallable, SparesTheQuestionForOneObjectWhileItLives) {
-    // Two addresses that cannot be read: only what is not asked about can be called.
-    constexpr std::size_t kPage = 4096;
-    void* const pages = mmap(nullptr, 2 * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    ASSERT_NE(pages, MAP_FAILED);
-    auto* const one = static_cast<IUnknown*>(pages);
-    auto* const other = reinterpret_cast<IUnknown*>(static_cast<char*>(pages) + kPage);
-    {
-        const KnownCallable outer(one);
-        EXPECT_TRUE(CanCall(one));
-        EXPECT_FALSE(CanCall(other));
-        EXPECT_FALSE(CanCall(nullptr));
-        std::thread([&] { EXPECT_FALSE(CanCall(one)) << "on another thread"; }).join();
-        {
-            const KnownCallable inner(other);
-            EXPECT_FALSE(CanCall(one));
-            EXPECT_TRUE(CanCall(other));
-            const KnownCallable nothing(nullptr);
-            EXPECT_FALSE(CanCall(other));
-            EXPECT_FALSE(CanCall(nullptr));
-        }
-        EXPECT_TRUE(CanCall(one));
-        EXPECT_FALSE(CanCall(other));
-    }
-    EXPECT_FALSE(CanCall(one));
-    munmap(pages, 2 * kPage);
 }
 
 }  // namespace

@@ -7,10 +7,17 @@
 #include <string>
 #include <vector>
 
-#include "block/OwnNetwork.h"
 #include "com/Create.h"
 #include "com/FlushDenormals.h"
 #include "components/PropertyIndex.h"
+#include "components/TTSAspirationSource.h"
+#include "components/TTSFricationSource.h"
+#include "components/TTSParallelTract.h"
+#include "components/TTSVocalTractF.h"
+#include "components/TTSVocalTractR.h"
+#include "components/TTSVoicingSourceFilter.h"
+#include "components/TTSVoicingSourceStd.h"
+#include "components/TTSVoicingSourceWave.h"
 #include "packet/ItemTable.h"
 #include "packet/LarynthParams.h"
 #include "synth/Roles.h"
@@ -88,7 +95,7 @@ std::vector<double> Shown(const Roles& roles) {
 /// Two equal networks, one of which is rendered sample by sample, the other in stretches.
 class Comparison {
   public:
-    Comparison(const Kernels& kernels, const Make& make) : kernels_(kernels) {
+    Comparison(const Kernels& kernels, const Make& make) : network_(kernels) {
         FillRoles(single_, make);
         FillRoles(blocks_, make);
     }
@@ -105,12 +112,12 @@ class Comparison {
         const std::uint32_t stateBehind = *LarynthNoiseState();
 
         LarynthSeedNoise(state);
-        auto own = OwnNetwork::Find(blocks_.Components());
+        const auto own = blocks_.OwnElements();
         ASSERT_TRUE(own.has_value());
         std::size_t done = 0;
         for (std::size_t k = 0; done < count; ++k) {
             const std::size_t length = std::min(count - done, stretches[k % stretches.size()]);
-            own->Render(kernels_, phases_, std::span(sums).subspan(done, length));
+            network_.Render(*own, std::span(sums).subspan(done, length));
             done += length;
         }
         ASSERT_EQ(*LarynthNoiseState(), stateBehind);
@@ -126,8 +133,7 @@ class Comparison {
     }
 
   private:
-    const Kernels& kernels_;
-    PhaseTable phases_;
+    Network network_;
     Roles single_, blocks_;
 };
 
@@ -224,7 +230,7 @@ void ForEachKindAndKernels(Body&& body) {
     }
 }
 
-TEST(OwnNetwork, RendersTheBitsOfTheSamplePathFrameAfterFrame) {
+TEST(Network, RendersTheBitsOfTheSamplePathFrameAfterFrame) {
     ForEachKindAndKernels([](const Kernels& kernels, const Kind& kind) {
         Comparison comparison(kernels, kind.make);
         Frames frames(kind);
@@ -238,7 +244,7 @@ TEST(OwnNetwork, RendersTheBitsOfTheSamplePathFrameAfterFrame) {
     });
 }
 
-TEST(OwnNetwork, EverySplitOfAStreamGivesTheSameBits) {
+TEST(Network, EverySplitOfAStreamGivesTheSameBits) {
     constexpr std::size_t kCount = 19;
     ForEachKindAndKernels([](const Kernels& kernels, const Kind& kind) {
         Comparison comparison(kernels, kind.make);
@@ -254,26 +260,26 @@ TEST(OwnNetwork, EverySplitOfAStreamGivesTheSameBits) {
     });
 }
 
-TEST(OwnNetwork, IsNoneWithAComponentThatCouldBehaveOtherwise) {
+TEST(Network, IsNoneWithAComponentThatCouldBehaveOtherwise) {
     Roles roles;
     FillRoles(roles, {});
-    EXPECT_TRUE(OwnNetwork::Find(roles.Components()));
+    EXPECT_TRUE(roles.OwnElements());
     {
         Roles foreign = roles;
         FakeVoicingSource source;
         foreign.voicingSource.Query(&source);
-        EXPECT_FALSE(OwnNetwork::Find(foreign.Components())) << "a host's own source";
+        EXPECT_FALSE(foreign.OwnElements()) << "a host's own source";
         foreign.voicingSource = roles.voicingSource;
         foreign.voicingFilter->SetVoicingSource(&source, GUID_NULL);
-        EXPECT_FALSE(OwnNetwork::Find(foreign.Components())) << "flutter moves a host's source";
+        EXPECT_FALSE(foreign.OwnElements()) << "flutter moves a host's source";
         foreign.voicingFilter->SetVoicingSource(nullptr, GUID_NULL);
-        EXPECT_TRUE(OwnNetwork::Find(foreign.Components())) << "a filter without a source";
+        EXPECT_TRUE(foreign.OwnElements()) << "a filter without a source";
     }
     const auto outer = MakeObject<TTSVocalTractR>();
     const auto part = MakeObject<TTSParallelTract>(&outer->Inner());
-    Network network = roles.Components();
-    network.parallelTract = part.get();
-    EXPECT_FALSE(OwnNetwork::Find(network)) << "a part of another object";
+    part->AddRef();
+    roles.parallelTract = ComPtr<ITTSParallelTract>::Adopt(part.get());
+    EXPECT_FALSE(roles.OwnElements()) << "a part of another object";
 }
 
 }  // namespace

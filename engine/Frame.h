@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "engine/SectionValues.h"
+
+namespace larynth {
+
+/// One frame of speech, converted: what the elements of a voice take from it (Klatt 1980; Klatt and Klatt
+/// 1990).
+struct Frame {
+    static constexpr std::size_t kCascadePoles = 6, kCascadeZeros = 1, kParallelPoles = 7;
+    static constexpr std::size_t kFeedbackCount = 2 * kCascadePoles,
+                                 kFeedForwardCount = 2 * kCascadeZeros + 1;
+
+    /// The sections of a frame that an element reads: whoever converts them on demand converts no others.
+    enum class Sections { None, Cascade, Parallel };
+
+    double F0, OQ;   ///< Hz; open phase as a fraction of the period.
+    double FL, FLT;  ///< Flutter: largest excursion as a fraction of F0, 10⁻⁵ of its time per sample.
+    double DI, TL;   ///< Diplophonia; spectral tilt, 0 to 41.
+    double AV, AH, AF, AB;  ///< Linear amplitudes: voicing, aspiration, frication, bypass.
+
+    std::array<SectionCoefficients, kCascadePoles> cascadePoles;  ///< Nasal pole, F1 … F5.
+    std::array<SectionCoefficients, kCascadeZeros> cascadeZeros;  ///< Nasal zero.
+    std::array<SectionCoefficients, kParallelPoles> parallelPoles;
+
+    /// The cascade as one filter: coefficients of y[n−1−i], and of x[n−j].
+    std::array<double, kFeedbackCount> alpha;
+    std::array<double, kFeedForwardCount> beta;
+
+    double sampleTime;  ///< s
+    int length;         ///< Samples.
+
+    /// Hz, by the way through the sample time: 1/(1/x) need not be x.
+    double SampleFreq() const { return 1.0 / sampleTime; }
+};
+
+}  // namespace larynth

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "engine/CascadeFilterTract.h"
+#include "engine/CascadeTract.h"
+#include "engine/NoiseSource.h"
+#include "engine/ParallelTractCore.h"
+#include "engine/VoicingFilterCore.h"
+#include "engine/VoicingSourceCore.h"
+#include "engine/WaveTablePlayer.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/PhaseTable.h"
+
+namespace larynth {
+
+/// Renders many samples of a voice at once, from the elements that make it: the samples, and all that the
+/// elements keep and show, are what advancing them one by one would leave. The order for each sample is
+/// voicing, aspiration, frication, voicing filter, cascade tract, parallel tract.
+class Network {
+  public:
+    /// The elements of one voice, which belong to others and outlive the rendering.
+    struct Elements {
+        VoicingSourceCore* source = nullptr;  ///< Null with a wave source.
+        WaveTablePlayer* waveSource = nullptr;
+        VoicingFilterCore* filter = nullptr;  ///< May be null.
+        bool filterMovesSource = false;       ///< Whether flutter reaches the source.
+        NoiseSource* aspiration = nullptr;
+        NoiseSource* frication = nullptr;
+        CascadeTract* cascade = nullptr;  ///< Null with a filter tract.
+        CascadeFilterTract* filterTract = nullptr;
+        ParallelTractCore* parallel = nullptr;
+
+        /// Whether there is an element for every role but the filter's.
+        bool Complete() const {
+            return (source != nullptr || waveSource != nullptr) && aspiration != nullptr &&
+                   frication != nullptr && (cascade != nullptr || filterTract != nullptr) &&
+                   parallel != nullptr;
+        }
+    };
+
+    explicit Network(const block::Kernels& kernels = block::FastestKernels()) : kernels_(kernels) {}
+
+    /// The next sums of both tracts. The elements are complete.
+    void Render(const Elements& elements, std::span<double> sums) noexcept;
+
+  private:
+    void RenderStretch(std::span<double> sums) noexcept;
+    void Excite(std::span<double> voicing) noexcept;
+    void ExciteSteadily(std::span<double> voicing) noexcept;
+    void ExciteFluttering(std::span<double> voicing) noexcept;
+    void ExciteFromWave(std::span<double> voicing, bool flutters) noexcept;
+    void FlutterF0(std::span<double> F0) noexcept;
+    void DrawNoise(double* aspiration, double* frication, std::size_t count) noexcept;
+    void RunTracts(block::TractSamples samples, std::size_t count) noexcept;
+    void RunFilterTract(block::TractSamples samples, std::size_t count) noexcept;
+
+    const block::Kernels& kernels_;
+    block::PhaseTable phases_;
+    Elements elements_;
+};
+
+}  // namespace larynth
