@@ -51,11 +51,13 @@ consteval GUID ParseGuid(const char (&text)[37]) {
 
 }  // namespace larynth
 
-/// Declares interface `Name` with its identifier, both as IID_<Name> and bound to the type. The methods
-/// follow in slot order. Once released, a line of an interface never changes: a changed interface is a new
-/// name with a new identifier.
+/// Opens the declaration of interface `Name`, `struct LARYNTH_INTERFACE(Name, "...") : IUnknown {`, with its
+/// identifier both as IID_<Name> and bound to the type. The methods follow in slot order. Once released, a
+/// line of an interface never changes: a changed interface is a new name with a new identifier. The word
+/// `struct` stands in front of the macro so that tools which read sources without expanding macros see a
+/// type, not a function.
 #define LARYNTH_INTERFACE(Name, Text)                           \
-    struct Name;                                                \
+    Name;                                                       \
     inline constexpr IID IID_##Name = larynth::ParseGuid(Text); \
     template <>                                                 \
     struct larynth::InterfaceId<Name> {                         \
@@ -67,7 +69,7 @@ consteval GUID ParseGuid(const char (&text)[37]) {
 #define LARYNTH_CLASS(Name, Text) inline constexpr CLSID CLSID_##Name = larynth::ParseGuid(Text)
 
 /// The base of every interface. An object is destroyed by the release of its last reference.
-LARYNTH_INTERFACE(IUnknown, "00000000-0000-0000-c000-000000000046") {
+struct LARYNTH_INTERFACE(IUnknown, "00000000-0000-0000-c000-000000000046") {
     /// Writes the object's `riid` interface with a reference for the caller; E_NOINTERFACE and null when the
     /// object has none, E_POINTER for a null `ppv`.
     virtual HRESULT LARYNTH_CALL QueryInterface(REFIID riid /*in*/, void** ppv /*out*/) = 0;
@@ -76,10 +78,10 @@ LARYNTH_INTERFACE(IUnknown, "00000000-0000-0000-c000-000000000046") {
 };
 
 /// Creates the objects of one class.
-LARYNTH_INTERFACE(IClassFactory, "00000001-0000-0000-c000-000000000046") : IUnknown {
+struct LARYNTH_INTERFACE(IClassFactory, "00000001-0000-0000-c000-000000000046") : IUnknown {
     /// Writes a new object's `riid` interface; the caller owns the reference. With an outer object only
     /// IUnknown may be asked for: CLASS_E_NOAGGREGATION. E_OUTOFMEMORY, E_NOINTERFACE, E_POINTER.
-    virtual HRESULT LARYNTH_CALL CreateInstance(IUnknown * pUnkOuter /*in*/, REFIID riid /*in*/,
+    virtual HRESULT LARYNTH_CALL CreateInstance(IUnknown* pUnkOuter /*in*/, REFIID riid /*in*/,
                                                 void** ppvObject /*out*/) = 0;
     /// Holds the module in memory (true) or gives that hold back (false).
     virtual HRESULT LARYNTH_CALL LockServer(BOOL fLock /*in*/) = 0;

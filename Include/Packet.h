@@ -9,7 +9,7 @@
 #include <larynth/Interface.h>
 
 /// Timing of the frame.
-LARYNTH_INTERFACE(ILarynthParams, "3ceaaf30-8142-48ea-91d9-3080f9b439fc") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthParams, "3ceaaf30-8142-48ea-91d9-3080f9b439fc") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetSampleFreq(double dValue /*in*/) = 0;     ///< Hz; kept as its reciprocal.
     virtual HRESULT LARYNTH_CALL GetSampleFreq(double* pdValue /*out*/) = 0;  ///< Hz; 11025 for a new packet.
     virtual HRESULT LARYNTH_CALL SetFrameLen(int nValue /*in*/) = 0;          ///< Samples.
@@ -17,7 +17,7 @@ LARYNTH_INTERFACE(ILarynthParams, "3ceaaf30-8142-48ea-91d9-3080f9b439fc") : IUnk
 };
 
 /// The voice of the frame. GetID… give the item's ID for ITTSDoublePacket.
-LARYNTH_INTERFACE(ILarynthVoiceParams, "9dfb369b-ab13-4fae-a276-55daa05f1119") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthVoiceParams, "9dfb369b-ab13-4fae-a276-55daa05f1119") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetAV(double dValue /*in*/) = 0;  ///< Voicing amplitude, linear.
     virtual HRESULT LARYNTH_CALL GetAV(double* pdValue /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL GetIDAV(int* pnID /*out*/) = 0;
@@ -44,14 +44,14 @@ LARYNTH_INTERFACE(ILarynthVoiceParams, "9dfb369b-ab13-4fae-a276-55daa05f1119") :
 };
 
 /// Aspiration noise of the frame.
-LARYNTH_INTERFACE(ILarynthAspirationParams, "6301bbfc-a0c5-454e-8ff9-bb510944fe0c") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthAspirationParams, "6301bbfc-a0c5-454e-8ff9-bb510944fe0c") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetAH(double dValue /*in*/) = 0;  ///< Aspiration amplitude, linear.
     virtual HRESULT LARYNTH_CALL GetAH(double* pdValue /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL GetIDAH(int* pnID /*out*/) = 0;
 };
 
 /// Frication noise of the frame.
-LARYNTH_INTERFACE(ILarynthFricationParams, "6fced11d-2bd8-41e6-847a-8387cdde8d51") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthFricationParams, "6fced11d-2bd8-41e6-847a-8387cdde8d51") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetAF(double dValue /*in*/) = 0;  ///< Frication amplitude, linear.
     virtual HRESULT LARYNTH_CALL GetAF(double* pdValue /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL GetIDAF(int* pnID /*out*/) = 0;
@@ -59,7 +59,7 @@ LARYNTH_INTERFACE(ILarynthFricationParams, "6fced11d-2bd8-41e6-847a-8387cdde8d51
 
 /// The cascade tract in resonator form. A handed-out object is a live view of the packet's entry and keeps
 /// the packet alive.
-LARYNTH_INTERFACE(ILarynthVocalTractParams, "3a124c64-7e02-4f05-b7c1-dce27f7695f5") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthVocalTractParams, "3a124c64-7e02-4f05-b7c1-dce27f7695f5") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetResonatorsCount(int* pnCount /*out*/) = 0;      ///< 6.
     virtual HRESULT LARYNTH_CALL GetAntiResonatorsCount(int* pnCount /*out*/) = 0;  ///< 1.
     /// A view of cascade resonator `nIndex` as `riid`: 0 is the nasal pole, 1 to 5 are the formants. E_FAIL
@@ -70,11 +70,11 @@ LARYNTH_INTERFACE(ILarynthVocalTractParams, "3a124c64-7e02-4f05-b7c1-dce27f7695f
     virtual HRESULT LARYNTH_CALL GetAntiResonator(int nIndex /*in*/, IUnknown** ppRes /*out*/,
                                                   REFIID riid /*in*/) = 0;
     /// 1 while the resonator form counts as valid, else 0.
-    virtual HRESULT LARYNTH_CALL IsResDataValid(LONG * pbValid /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL IsResDataValid(LONG* pbValid /*out*/) = 0;
 };
 
 /// The parallel tract.
-LARYNTH_INTERFACE(ILarynthParallelTractParams, "66080f17-4c96-48e2-9cbd-0ba3a1a6bcde") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthParallelTractParams, "66080f17-4c96-48e2-9cbd-0ba3a1a6bcde") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetResonatorsCount(int* pnCount /*out*/) = 0;  ///< 7.
     /// A view of parallel resonator `nIndex` as `riid`; failures as for the cascade.
     virtual HRESULT LARYNTH_CALL GetResonator(int nIndex /*in*/, IUnknown** ppRes /*out*/,
@@ -86,7 +86,7 @@ LARYNTH_INTERFACE(ILarynthParallelTractParams, "66080f17-4c96-48e2-9cbd-0ba3a1a6
 
 /// The cascade tract as one rational filter,
 /// y[n] = Σ beta[k]·x[n−k] (k = 0…2) + Σ alpha[k−1]·y[n−k] (k = 1…12).
-LARYNTH_INTERFACE(ILarynthVocalTractFilterParams, "b120a366-f0bb-49cf-82f2-dc05873f9bd0") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthVocalTractFilterParams, "b120a366-f0bb-49cf-82f2-dc05873f9bd0") : IUnknown {
     /// Number of feedback values, 12.
     virtual HRESULT LARYNTH_CALL GetAlphaDegree(int* pnDegree /*out*/) = 0;
     /// Number of feed-forward values, 3.
@@ -102,12 +102,12 @@ LARYNTH_INTERFACE(ILarynthVocalTractFilterParams, "b120a366-f0bb-49cf-82f2-dc058
     /// Does nothing: resonators are not derived from filters.
     virtual HRESULT LARYNTH_CALL ConvertFromFilter() = 0;
     virtual HRESULT LARYNTH_CALL ConvertToFilter() = 0;  ///< Computes both lists from the resonators.
-    virtual HRESULT LARYNTH_CALL IsFilterDataValid(LONG * pbValid /*out*/) = 0;  ///< 2 while valid, else 0.
+    virtual HRESULT LARYNTH_CALL IsFilterDataValid(LONG* pbValid /*out*/) = 0;  ///< 2 while valid, else 0.
 };
 
 /// The packet's 52 numbers by index, ID or name. Values go straight to storage: they reach a resonator only
 /// while that is in frequency form. E_FAIL for an index, ID or name that names no item.
-LARYNTH_INTERFACE(ITTSDoublePacket, "78b7d0ac-8477-4ce0-8e4c-da11b43c589b") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSDoublePacket, "78b7d0ac-8477-4ce0-8e4c-da11b43c589b") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetItemsCount(int* pnCount /*out*/) = 0;  ///< 52.
     virtual HRESULT LARYNTH_CALL GetIDFromIndex(int nIndex /*in*/, int* pnID /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL GetIndexFromID(int nID /*in*/, int* pnIndex /*out*/) = 0;
@@ -124,7 +124,7 @@ LARYNTH_INTERFACE(ITTSDoublePacket, "78b7d0ac-8477-4ce0-8e4c-da11b43c589b") : IU
 };
 
 /// One frame as 41 signed 16-bit words in two's complement, 22050 Hz clock.
-LARYNTH_INTERFACE(ITTSTruKlattParams, "2330fcf1-562a-44b8-8866-8d77e827062c") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSTruKlattParams, "2330fcf1-562a-44b8-8866-8d77e827062c") : IUnknown {
     /// Stores a copy of 41 words, which must be readable; with `bConvert` also fills the packet from them.
     /// E_FAIL when there is no memory for the copy.
     virtual HRESULT LARYNTH_CALL SetTruPacket(unsigned short* pnPacket /*in*/, LONG bConvert /*in*/) = 0;
@@ -136,12 +136,12 @@ LARYNTH_INTERFACE(ITTSTruKlattParams, "2330fcf1-562a-44b8-8866-8d77e827062c") : 
 };
 
 /// Marks a packet that could be given in decibels; has no methods.
-LARYNTH_INTERFACE(ITTSDecKlattParams, "c1acc990-6424-450a-a36b-f9b3ddcb369d") : IUnknown{};
+struct LARYNTH_INTERFACE(ITTSDecKlattParams, "c1acc990-6424-450a-a36b-f9b3ddcb369d") : IUnknown {};
 
 /// Copying of whole objects.
-LARYNTH_INTERFACE(IACLClone, "9ad9b9a2-5e78-454d-b065-a1c284cc4549") : IUnknown {
+struct LARYNTH_INTERFACE(IACLClone, "9ad9b9a2-5e78-454d-b065-a1c284cc4549") : IUnknown {
     /// Not supported by this system: E_FAIL.
-    virtual HRESULT LARYNTH_CALL Copy(IUnknown * pSource /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL Copy(IUnknown* pSource /*in*/) = 0;
     /// A new object that holds a deep copy, as interface `Id`; E_FAIL when none can be made.
-    virtual HRESULT LARYNTH_CALL Clone(REFIID Id /*in*/, IUnknown * *ppClone /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL Clone(REFIID Id /*in*/, IUnknown** ppClone /*out*/) = 0;
 };

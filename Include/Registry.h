@@ -14,7 +14,7 @@
 ///
 /// Codes: REGDB_E_KEYMISSING where a key or value is not there, REGDB_E_READREGDB and REGDB_E_WRITEREGDB when
 /// the store fails (LarynthLastError() says why), E_INVALIDARG for a malformed path, E_POINTER.
-LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614") : IUnknown {
     /// Waits for other writers. E_FAIL within a transaction.
     virtual HRESULT LARYNTH_CALL Begin() = 0;
     /// E_FAIL outside a transaction. When it fails for another reason, Rollback ends the transaction.
@@ -29,7 +29,7 @@ LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614") : IU
     virtual HRESULT LARYNTH_CALL SetValue(LPCSTR sKey /*in*/, LPCSTR sName /*in*/, LPCSTR sValue /*in*/) = 0;
 
     virtual HRESULT LARYNTH_CALL GetValue(LPCSTR sKey /*in*/, LPCSTR sName /*in*/,
-                                          LPCSTR * psValue /*out*/) = 0;
+                                          LPCSTR* psValue /*out*/) = 0;
     /// Keys directly below, and named values: a default value does not count.
     virtual HRESULT LARYNTH_CALL GetCounts(LPCSTR sKey /*in*/, int* pnSubkeys /*out*/,
                                            int* pnValues /*out*/) = 0;

@@ -9,7 +9,7 @@
 #include <larynth/Interface.h>
 
 /// Frequency form of a resonator.
-LARYNTH_INTERFACE(ITTSResonatorFBParams, "99356597-6fba-4662-b6a7-30b7b12e9eed") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSResonatorFBParams, "99356597-6fba-4662-b6a7-30b7b12e9eed") : IUnknown {
     /// A number for the client; no meaning here.
     virtual HRESULT LARYNTH_CALL SetState(int nState /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL GetState(int* pnState /*out*/) = 0;
@@ -25,7 +25,7 @@ LARYNTH_INTERFACE(ITTSResonatorFBParams, "99356597-6fba-4662-b6a7-30b7b12e9eed")
 };
 
 /// Coefficient form of a resonator: y[n] = A·x[n] + B·y[n−1] + C·y[n−2].
-LARYNTH_INTERFACE(ITTSResonatorABCParams, "8df08078-a22e-4180-85c2-c2af3977a654") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSResonatorABCParams, "8df08078-a22e-4180-85c2-c2af3977a654") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetState(int nState /*in*/) = 0;  ///< The same number as in frequency form.
     virtual HRESULT LARYNTH_CALL GetState(int* pnState /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL SetA(double dValue /*in*/) = 0;
@@ -40,15 +40,15 @@ LARYNTH_INTERFACE(ITTSResonatorABCParams, "8df08078-a22e-4180-85c2-c2af3977a654"
 };
 
 /// Where a resonator lives.
-LARYNTH_INTERFACE(ITTSResonatorStructInfo, "f3194a3b-381e-43e7-952c-466e473a1797") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSResonatorStructInfo, "f3194a3b-381e-43e7-952c-466e473a1797") : IUnknown {
     /// The owning packet's QueryInterface and its result.
-    virtual HRESULT LARYNTH_CALL QueryPacketInterface(REFIID riid /*in*/, IUnknown * *ppIPacket /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL QueryPacketInterface(REFIID riid /*in*/, IUnknown** ppIPacket /*out*/) = 0;
     /// Unit 0 is the cascade, 1 the parallel tract; the index counts from 0. Either pointer may be null.
     virtual HRESULT LARYNTH_CALL GetLocation(int* pnUnit /*out*/, int* pnIndex /*out*/) = 0;
 };
 
 /// Frequency form of an antiresonator.
-LARYNTH_INTERFACE(ITTSAntiResonatorFBParams, "c498b6e7-3648-445e-9afa-3a387f006745") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSAntiResonatorFBParams, "c498b6e7-3648-445e-9afa-3a387f006745") : IUnknown {
     /// A number for the client; no meaning here.
     virtual HRESULT LARYNTH_CALL SetState(int nState /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL GetState(int* pnState /*out*/) = 0;
@@ -64,7 +64,7 @@ LARYNTH_INTERFACE(ITTSAntiResonatorFBParams, "c498b6e7-3648-445e-9afa-3a387f0067
 };
 
 /// Coefficient form of an antiresonator: y[n] = A·x[n] + B·x[n−1] + C·x[n−2].
-LARYNTH_INTERFACE(ITTSAntiResonatorABCParams, "ab57f985-4332-43da-a75a-2e199b58ba8d") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSAntiResonatorABCParams, "ab57f985-4332-43da-a75a-2e199b58ba8d") : IUnknown {
     virtual HRESULT LARYNTH_CALL SetState(int nState /*in*/) = 0;  ///< The same number as in frequency form.
     virtual HRESULT LARYNTH_CALL GetState(int* pnState /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL SetA(double dValue /*in*/) = 0;
@@ -79,9 +79,9 @@ LARYNTH_INTERFACE(ITTSAntiResonatorABCParams, "ab57f985-4332-43da-a75a-2e199b58b
 };
 
 /// Where an antiresonator lives.
-LARYNTH_INTERFACE(ITTSAntiResonatorStructInfo, "c1b87f1a-7323-491b-99f9-cbef0f69a4d0") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSAntiResonatorStructInfo, "c1b87f1a-7323-491b-99f9-cbef0f69a4d0") : IUnknown {
     /// The owning packet's QueryInterface and its result.
-    virtual HRESULT LARYNTH_CALL QueryPacketInterface(REFIID riid /*in*/, IUnknown * *ppIPacket /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL QueryPacketInterface(REFIID riid /*in*/, IUnknown** ppIPacket /*out*/) = 0;
     /// Unit 0 is the cascade; the index counts from 0. Either pointer may be null.
     virtual HRESULT LARYNTH_CALL GetLocation(int* pnUnit /*out*/, int* pnIndex /*out*/) = 0;
 };

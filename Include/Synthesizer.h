@@ -5,9 +5,9 @@
 #include <larynth/Interface.h>
 
 /// Settings of a synthesizer. They hold from the next sample on.
-LARYNTH_INTERFACE(ILarynthAttributes, "23961c52-2970-4819-ae6f-8f356f02bfb4") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthAttributes, "23961c52-2970-4819-ae6f-8f356f02bfb4") : IUnknown {
     /// No effect.
-    virtual HRESULT LARYNTH_CALL SetStructure(IUnknown * pIStructure /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetStructure(IUnknown* pIStructure /*in*/, REFIID riid /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL ResetToDefaults() = 0;                ///< No effect.
     virtual HRESULT LARYNTH_CALL SetVolume(double dValue /*in*/) = 0;  ///< Linear, applied last; any value.
     virtual HRESULT LARYNTH_CALL GetVolume(double* pdValue /*out*/) = 0;
@@ -17,18 +17,18 @@ LARYNTH_INTERFACE(ILarynthAttributes, "23961c52-2970-4819-ae6f-8f356f02bfb4") : 
     /// Takes an object that answers ITTSVoice (else E_FAIL, nothing changed), with its source, pre-emphasis,
     /// open quotient and output filters; null removes the voice and brings back a standard source. E_FAIL
     /// when no source can be had. The voice is announced at the next holder in a stream.
-    virtual HRESULT LARYNTH_CALL SetVoice(IUnknown * pIVoice /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetVoice(IUnknown* pIVoice /*in*/, REFIID riid /*in*/) = 0;
     /// None: S_FALSE, null.
-    virtual HRESULT LARYNTH_CALL GetVoice(REFIID riid /*in*/, IUnknown * *ppIVoice /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL GetVoice(REFIID riid /*in*/, IUnknown** ppIVoice /*out*/) = 0;
     /// Non-zero: every sample block carries its packet as attached object.
     virtual HRESULT LARYNTH_CALL SetPacketSyncPointState(LONG bOnOff /*in*/) = 0;
 };
 
 /// Processing of input objects into output objects.
-LARYNTH_INTERFACE(IACLIOProcess, "48018f5e-1863-41da-abca-5daa475d779c") : IUnknown {
+struct LARYNTH_INTERFACE(IACLIOProcess, "48018f5e-1863-41da-abca-5daa475d779c") : IUnknown {
     /// Fills every empty role with this system's own component; a failed creation's code. Arguments are not
     /// used.
-    virtual HRESULT LARYNTH_CALL Initialize(IUnknown * pParam /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL Initialize(IUnknown* pParam /*in*/, REFIID riid /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL Uninitialize() = 0;  ///< Calculate fails until the next Initialize.
     virtual HRESULT LARYNTH_CALL Reset() = 0;         ///< No effect: state runs on from frame to frame.
     /// Renders a packet into a block (`IdOut` null or ITTSSoundData), or a list or a holder into a list (as
@@ -36,32 +36,32 @@ LARYNTH_INTERFACE(IACLIOProcess, "48018f5e-1863-41da-abca-5daa475d779c") : IUnkn
     /// a packet while a mandatory role is empty, for a bad sample frequency, a negative frame length or
     /// another `IdOut`; E_POINTER for null input; E_NOINTERFACE for an input of no known kind; else the code
     /// of the call that failed.
-    virtual HRESULT LARYNTH_CALL Calculate(IUnknown * pInput /*in*/, REFIID IdIn /*in*/, REFIID IdOut /*in*/,
-                                           IUnknown * *ppOutput /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL Calculate(IUnknown* pInput /*in*/, REFIID IdIn /*in*/, REFIID IdOut /*in*/,
+                                           IUnknown** ppOutput /*out*/) = 0;
 };
 
 /// The components of a synthesizer. Setters release the old component before they query the new one: a failed
 /// query leaves the role empty and returns its code. Each takes a reference of its own.
-LARYNTH_INTERFACE(ILarynthStruct, "614d292e-1f1e-4bfa-a300-3324c470d28b") : IUnknown {
+struct LARYNTH_INTERFACE(ILarynthStruct, "614d292e-1f1e-4bfa-a300-3324c470d28b") : IUnknown {
     /// Also hands the source to the voicing source filter, if there is one. E_POINTER for null.
-    virtual HRESULT LARYNTH_CALL SetVoicingSource(IUnknown * pIVoicingSource /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetVoicingSource(IUnknown* pIVoicingSource /*in*/, REFIID riid /*in*/) = 0;
     /// E_FAIL: null.
-    virtual HRESULT LARYNTH_CALL SetVocalTract(IUnknown * pIVocalTract /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetVocalTract(IUnknown* pIVocalTract /*in*/, REFIID riid /*in*/) = 0;
     /// E_FAIL: null.
-    virtual HRESULT LARYNTH_CALL SetParallelTract(IUnknown * pIParallelTract /*in*/, REFIID riid /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetParallelTract(IUnknown* pIParallelTract /*in*/, REFIID riid /*in*/) = 0;
     /// E_FAIL: null.
-    virtual HRESULT LARYNTH_CALL SetAspirationSource(IUnknown * pIAspirationSource /*in*/,
+    virtual HRESULT LARYNTH_CALL SetAspirationSource(IUnknown* pIAspirationSource /*in*/,
                                                      REFIID riid /*in*/) = 0;
     /// E_FAIL: null.
-    virtual HRESULT LARYNTH_CALL SetFricationSource(IUnknown * pIFricationSource /*in*/,
+    virtual HRESULT LARYNTH_CALL SetFricationSource(IUnknown* pIFricationSource /*in*/,
                                                     REFIID riid /*in*/) = 0;
     /// Fills the role that `riid` names and writes its fixed number: voicing 1, aspiration 2, frication 3,
     /// cascade 4, parallel 5, voicing filter 6. An unknown `riid` does nothing: S_OK.
-    virtual HRESULT LARYNTH_CALL AddComponent(IUnknown * pIComponent /*in*/, REFIID riid /*in*/,
-                                              LONG * pnID /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL AddComponent(IUnknown* pIComponent /*in*/, REFIID riid /*in*/,
+                                              LONG* pnID /*out*/) = 0;
     /// 6 empties the voicing filter's role.
     virtual HRESULT LARYNTH_CALL RemoveComponent(LONG nID /*in*/) = 0;
     /// Role 6 as `riid`; E_FAIL for any other role or an empty one.
     virtual HRESULT LARYNTH_CALL GetComponent(LONG nID /*in*/, REFIID riid /*in*/,
-                                              IUnknown * *ppIComponent /*out*/) = 0;
+                                              IUnknown** ppIComponent /*out*/) = 0;
 };

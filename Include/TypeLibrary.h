@@ -61,8 +61,8 @@ struct LarynthImplementedInfo {
 /// A library that was read. It never changes and may be used by several threads. Texts belong to the library
 /// and are valid as long as it lives. Indices count from 0 in the library's order; E_FAIL for one outside,
 /// E_POINTER for a bad out-pointer, nothing changed.
-LARYNTH_INTERFACE(ILarynthTypeLibrary, "7f1c52de-90b4-4c06-a5a8-6a1a7c2f9b35") : IUnknown {
-    virtual HRESULT LARYNTH_CALL GetLibrary(LarynthLibraryInfo * pInfo /*out*/) = 0;
+struct LARYNTH_INTERFACE(ILarynthTypeLibrary, "7f1c52de-90b4-4c06-a5a8-6a1a7c2f9b35") : IUnknown {
+    virtual HRESULT LARYNTH_CALL GetLibrary(LarynthLibraryInfo* pInfo /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL GetType(int nType /*in*/, LarynthTypeInfo* pInfo /*out*/) = 0;
     /// A method that the interface adds to its base.
     virtual HRESULT LARYNTH_CALL GetFunction(int nType /*in*/, int nFunction /*in*/,

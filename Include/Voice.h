@@ -6,7 +6,7 @@
 
 #include <larynth/Interface.h>
 
-LARYNTH_INTERFACE(ITTSVoice, "27f82f94-6709-4347-bf02-83a32bc318aa") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSVoice, "27f82f94-6709-4347-bf02-83a32bc318aa") : IUnknown {
     virtual HRESULT LARYNTH_CALL Reserved3() = 0;
     virtual HRESULT LARYNTH_CALL Reserved4() = 0;
     virtual HRESULT LARYNTH_CALL Reserved5() = 0;
@@ -16,10 +16,10 @@ LARYNTH_INTERFACE(ITTSVoice, "27f82f94-6709-4347-bf02-83a32bc318aa") : IUnknown 
     virtual HRESULT LARYNTH_CALL Reserved9() = 0;
     /// The voice's own voicing source as `riid`, with a reference for the caller; null and S_OK when it has
     /// none.
-    virtual HRESULT LARYNTH_CALL GetVoicingSource(REFIID riid /*in*/, IUnknown * *ppSource /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL GetVoicingSource(REFIID riid /*in*/, IUnknown** ppSource /*out*/) = 0;
 };
 
-LARYNTH_INTERFACE(ITTSVoiceSourceParams, "90237de7-232a-49de-bed4-32292ed99a49") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSVoiceSourceParams, "90237de7-232a-49de-bed4-32292ed99a49") : IUnknown {
     virtual HRESULT LARYNTH_CALL Reserved3() = 0;
     virtual HRESULT LARYNTH_CALL Reserved4() = 0;
     virtual HRESULT LARYNTH_CALL Reserved5() = 0;
@@ -36,7 +36,7 @@ LARYNTH_INTERFACE(ITTSVoiceSourceParams, "90237de7-232a-49de-bed4-32292ed99a49")
 
 /// The two output shelf filters: F is a corner frequency in Hz, G a linear gain (a filter runs only while G >
 /// 1), P3 and P4 shape the curve.
-LARYNTH_INTERFACE(ITTSVoiceFilterParams, "521b55ad-a989-48e5-9645-f8997a98714f") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSVoiceFilterParams, "521b55ad-a989-48e5-9645-f8997a98714f") : IUnknown {
     virtual HRESULT LARYNTH_CALL Reserved3() = 0;
     virtual HRESULT LARYNTH_CALL Reserved4() = 0;
     virtual HRESULT LARYNTH_CALL Reserved5() = 0;
@@ -58,10 +58,10 @@ LARYNTH_INTERFACE(ITTSVoiceFilterParams, "521b55ad-a989-48e5-9645-f8997a98714f")
 /// Fills this system's voice. A new voice has no source, pre-emphasis 0, open quotient 0.5 and both filters
 /// off (G = 1, other values 0). Values are taken as they are; a synthesizer reads them when the voice is set
 /// on it.
-LARYNTH_INTERFACE(ITTSVoiceSettings, "9e450909-a8d1-4dea-9ddf-c65e144b2080") : IUnknown {
+struct LARYNTH_INTERFACE(ITTSVoiceSettings, "9e450909-a8d1-4dea-9ddf-c65e144b2080") : IUnknown {
     /// Held with a reference; null removes it. E_NOINTERFACE, nothing changed, when it is no
     /// ITTSVoicingSource.
-    virtual HRESULT LARYNTH_CALL SetVoicingSource(IUnknown * pSource /*in*/) = 0;
+    virtual HRESULT LARYNTH_CALL SetVoicingSource(IUnknown* pSource /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL SetPreEmphasis(double dValue /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL SetOpenQuotient(double dValue /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL SetLowFilter(double dF /*in*/, double dG /*in*/, double dP3 /*in*/,

@@ -9,9 +9,9 @@
 #include "host/ClientObject.h"
 
 /// A text at a position of an utterance.
-LARYNTH_INTERFACE(IUtteranceMarker, "4fb9bd62-1c5e-4a7e-93a1-d3a7bd17b0c5") : IUnknown {
+struct LARYNTH_INTERFACE(IUtteranceMarker, "4fb9bd62-1c5e-4a7e-93a1-d3a7bd17b0c5") : IUnknown {
     /// UTF-8, ended by a zero byte; valid as long as the marker. E_POINTER for null.
-    virtual HRESULT LARYNTH_CALL GetText(LPCSTR * psText /*out*/) = 0;
+    virtual HRESULT LARYNTH_CALL GetText(LPCSTR* psText /*out*/) = 0;
 };
 
 namespace larynth {

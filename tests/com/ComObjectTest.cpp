@@ -10,10 +10,10 @@
 #include "com/OutPointer.h"
 #include "tests/support/ForwardingOuter.h"
 
-LARYNTH_INTERFACE(IFirst, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a01") : IUnknown {
+struct LARYNTH_INTERFACE(IFirst, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a01") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetFirst(int* pnValue /*out*/) = 0;
 };
-LARYNTH_INTERFACE(ISecond, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a02") : IUnknown {
+struct LARYNTH_INTERFACE(ISecond, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a02") : IUnknown {
     virtual HRESULT LARYNTH_CALL GetSecond(int* pnValue /*out*/) = 0;
 };
 

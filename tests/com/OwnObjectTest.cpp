@@ -6,8 +6,8 @@
 #include "com/OwnObject.h"
 #include "tests/support/ForwardingOuter.h"
 
-LARYNTH_INTERFACE(IPlain, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a03") : IUnknown{};
-LARYNTH_INTERFACE(IRole, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a04") : IUnknown{};
+struct LARYNTH_INTERFACE(IPlain, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a03") : IUnknown {};
+struct LARYNTH_INTERFACE(IRole, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a04") : IUnknown {};
 
 namespace larynth::test {
 namespace {

@@ -56,12 +56,12 @@ TEST(Agreement, HeadersAndLibraryDeclareTheSameNamesAndDirections) {
 TEST(Agreement, AHeaderIsReadAsItIsWritten) {
     const auto listings = HeaderListings(R"(
 /// Not a LARYNTH_ thing: "text".
-LARYNTH_INTERFACE(IMarker, "01234567-89ab-cdef-0123-456789abcdef") : IUnknown{};
+struct LARYNTH_INTERFACE(IMarker, "01234567-89ab-cdef-0123-456789abcdef") : IUnknown {};
 
-LARYNTH_INTERFACE(IExample, "11234567-89ab-cdef-0123-456789abcdef") : IMarker {
+struct LARYNTH_INTERFACE(IExample, "11234567-89ab-cdef-0123-456789abcdef") : IMarker {
     virtual HRESULT LARYNTH_CALL First() = 0;  ///< First; of (two).
     /// Second.
-    virtual ULONG LARYNTH_CALL Second(IUnknown * *ppRes /*out*/, unsigned short* pWords /*in*/,
+    virtual ULONG LARYNTH_CALL Second(IUnknown** ppRes /*out*/, unsigned short* pWords /*in*/,
                                       REFIID riid /*in*/, LONG* pnID /*out*/) = 0;
 };)");
     EXPECT_EQ(listings.size(), 2U);

@@ -32,14 +32,9 @@ std::string TakeUntil(std::string& text, const std::string& mark) {
     return Trimmed(taken);
 }
 
-/// "IUnknown * *" as "IUnknown**", LONG as "long" and so on.
+/// LONG as "long", a reference to an identifier as a pointer.
 std::string LibrarySpelling(const std::string& type) {
-    std::string spelling;
-    for (const char c : type) {
-        if (c == '*' && spelling.back() == ' ') spelling.pop_back();
-        spelling += c;
-    }
-    spelling = Trimmed(spelling);
+    const std::string spelling = Trimmed(type);
     if (spelling == "REFIID") return "_GUID*";
     return spelling.substr(0, 4) == "LONG" ? "long" + spelling.substr(4) : spelling;
 }
