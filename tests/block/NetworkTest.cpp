@@ -280,6 +280,7 @@ TEST(Network, IsNoneWithAComponentThatCouldBehaveOtherwise) {
     part->AddRef();
     roles.parallelTract = ComPtr<ITTSParallelTract>::Adopt(part.get());
     EXPECT_FALSE(roles.OwnElements()) << "a part of another object";
+    roles.parallelTract.Release();
 }
 
 }  // namespace
