@@ -5,6 +5,8 @@
 
 #include "com/Boundary.h"
 #include "com/OutPointer.h"
+#include "com/OwnObject.h"
+#include "packet/LarynthParams.h"
 #include "synth/StreamRenderer.h"
 
 namespace larynth {
@@ -85,9 +87,11 @@ HRESULT Larynth::Calculate(IUnknown* pInput, REFIID, REFIID IdOut, IUnknown** pp
 }
 
 HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutput) {
+    // A packet of ours is neither holder nor list, and need not be asked.
+    const bool ownPacket = OwnObject<LarynthParams>::Find(input) != nullptr;
     ComPtr<ITTSSyncHolder> holder;
     ComPtr<ITTSObjectList> list;
-    if (!holder.TryQuery(input) && !list.TryQuery(input)) {
+    if (ownPacket || (!holder.TryQuery(input) && !list.TryQuery(input))) {
         ComPtr<ILarynthParams> packet;
         packet.Query(input);
         if (!packet) return E_FAIL;
