@@ -1,18 +1,45 @@
 // SPDX-License-Identifier: MIT
+/// How the companion's classes keep objects that clients give them, and hand them out again.
 #pragma once
 
 #include <larynth/ComPtr.h>
 #include <larynth/Streams.h>
 
+#include "com/Boundary.h"
+#include "com/OutPointer.h"
+
 namespace larynth {
+
+/// A reference of our own on an object that the caller keeps; null stays null.
+inline ComPtr<IUnknown> Hold(IUnknown* object) noexcept {
+    if (object != nullptr) object->AddRef();
+    return ComPtr<IUnknown>::Adopt(object);
+}
+
+/// Writes `object`'s `riid` interface with a reference for the caller; null and S_OK when there is no object,
+/// null and the query's code when it fails. E_POINTER.
+inline HRESULT HandOut(const ComPtr<IUnknown>& object, REFIID riid, IUnknown** ppAnswer) noexcept {
+    if (!CanWrite(ppAnswer)) return E_POINTER;
+    *ppAnswer = nullptr;
+    if (!object) return S_OK;
+    const HRESULT hr =
+        Guarded([&] { return object->QueryInterface(riid, reinterpret_cast<void**>(ppAnswer)); });
+    if (FAILED(hr)) *ppAnswer = nullptr;
+    return hr;
+}
 
 /// One attached object, or none: the face that sample blocks and stream holders share.
 class AttachedObject : public ITTSSyncHolder {
   public:
     using Interface = ITTSSyncHolder;
 
-    HRESULT LARYNTH_CALL SetObject(IUnknown* pObject) noexcept override;
-    HRESULT LARYNTH_CALL GetObject(REFIID riid, IUnknown** ppObject) noexcept override;
+    HRESULT LARYNTH_CALL SetObject(IUnknown* pObject) noexcept override {
+        object_ = Hold(pObject);
+        return S_OK;
+    }
+    HRESULT LARYNTH_CALL GetObject(REFIID riid, IUnknown** ppObject) noexcept override {
+        return HandOut(object_, riid, ppObject);
+    }
 
   protected:
     AttachedObject() = default;

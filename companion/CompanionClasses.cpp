@@ -4,7 +4,6 @@
 #include "com/Create.h"
 #include "companion/TTSObjectList.h"
 #include "companion/TTSSoundData.h"
-#include "companion/TTSStreamHolder.h"
 #include "companion/TTSVoice.h"
 #include "module/ClassTable.h"
 

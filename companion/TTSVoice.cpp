@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "companion/TTSVoice.h"
 
-#include "companion/References.h"
+#include "companion/AttachedObject.h"
 
 namespace larynth {
 
@@ -22,10 +22,12 @@ HRESULT TTSVoice::GetHighP4(double* pdValue) noexcept { return Put(pdValue, high
 HRESULT TTSVoice::GetHighG(double* pdValue) noexcept { return Put(pdValue, high_.G); }
 
 HRESULT TTSVoice::SetVoicingSource(IUnknown* pSource) noexcept {
-    ComPtr<ITTSVoicingSource> source;
-    if (pSource != nullptr && !source.TryQuery(pSource)) return E_NOINTERFACE;
-    source_ = ComPtr<IUnknown>::Adopt(source.Detach());
-    return S_OK;
+    return Guarded([&]() -> HRESULT {
+        ComPtr<ITTSVoicingSource> source;
+        if (pSource != nullptr && !source.TryQuery(pSource)) return E_NOINTERFACE;
+        source_ = ComPtr<IUnknown>::Adopt(source.Detach());
+        return S_OK;
+    });
 }
 
 HRESULT TTSVoice::SetPreEmphasis(double dValue) noexcept {

@@ -6,7 +6,6 @@
 #include <larynth/Resonators.h>
 
 #include "com/Boundary.h"
-#include "components/SectionCoefficients.h"
 
 namespace larynth {
 

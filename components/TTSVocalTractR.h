@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "components/SectionCoefficients.h"
 #include "components/TractObject.h"
 #include "engine/CascadeTract.h"
 

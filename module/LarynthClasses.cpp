@@ -2,8 +2,7 @@
 #include <larynth/Classes.h>
 
 #include "com/Create.h"
-#include "components/TTSAspirationSource.h"
-#include "components/TTSFricationSource.h"
+#include "components/NoiseSources.h"
 #include "components/TTSParallelTract.h"
 #include "components/TTSVocalTractF.h"
 #include "components/TTSVocalTractR.h"

@@ -6,8 +6,7 @@
 
 #include "com/OutPointer.h"
 #include "com/OwnObject.h"
-#include "components/TTSAspirationSource.h"
-#include "components/TTSFricationSource.h"
+#include "components/NoiseSources.h"
 #include "components/TTSParallelTract.h"
 #include "components/TTSVocalTractF.h"
 #include "components/TTSVocalTractR.h"

@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "com/Create.h"
-#include "components/TTSAspirationSource.h"
-#include "components/TTSFricationSource.h"
+#include "components/NoiseSources.h"
 #include "components/TTSParallelTract.h"
 #include "components/TTSVocalTractF.h"
 #include "components/TTSVocalTractR.h"

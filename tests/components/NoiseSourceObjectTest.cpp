@@ -4,8 +4,7 @@
 #include <larynth/Runtime.h>
 
 #include "com/Create.h"
-#include "components/TTSAspirationSource.h"
-#include "components/TTSFricationSource.h"
+#include "components/NoiseSources.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
 

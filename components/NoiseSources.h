@@ -2,7 +2,9 @@
 #pragma once
 
 #include <larynth/ComPtr.h>
+#include <larynth/Packet.h>
 #include <larynth/Runtime.h>
+#include <larynth/Sources.h>
 
 #include "com/Boundary.h"
 #include "com/ComObject.h"
@@ -49,5 +51,27 @@ HRESULT LARYNTH_CALL NoiseSourceObject<Interface, Params, GetAmplitude>::SetPara
         return S_OK;
     });
 }
+
+extern template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
+                                        &ILarynthAspirationParams::GetAH>;
+
+/// Aspiration noise, mixed with the voicing in front of the cascade. Amplitude: the packet's AH.
+class TTSAspirationSource final : public NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
+                                                           &ILarynthAspirationParams::GetAH> {
+  public:
+    using RecognisedBy = ITTSAspirationSource;
+    using NoiseSourceObject::NoiseSourceObject;
+};
+
+extern template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
+                                        &ILarynthFricationParams::GetAF>;
+
+/// Frication noise, the input of the parallel tract. Amplitude: the packet's AF.
+class TTSFricationSource final : public NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
+                                                          &ILarynthFricationParams::GetAF> {
+  public:
+    using RecognisedBy = ITTSFricationSource;
+    using NoiseSourceObject::NoiseSourceObject;
+};
 
 }  // namespace larynth

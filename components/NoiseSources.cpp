@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "components/TTSFricationSource.h"
+#include "components/NoiseSources.h"
 
 namespace larynth {
+
+template class NoiseSourceObject<ITTSAspirationSource, ILarynthAspirationParams,
+                                 &ILarynthAspirationParams::GetAH>;
 
 template class NoiseSourceObject<ITTSFricationSource, ILarynthFricationParams,
                                  &ILarynthFricationParams::GetAF>;
