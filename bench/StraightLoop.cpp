@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/Sine.h"
+#include "engine/Exponential.h"
+#include "engine/Trigonometry.h"
 
 namespace larynth::bench {
 namespace {
@@ -25,18 +26,18 @@ std::int16_t To16Bit(double value) {
 Section ConvertPole(const double* item, double T) {
     const double F = item[0], BW = item[1], G = item[2];
     if (F <= 0.0 || BW <= 0.0) return {G, 0.0, 0.0};
-    const double r = std::exp(-kPi * BW * T);
+    const double r = Exponential(-kPi * BW * T);
     const double C = -(r * r);
-    const double B = 2.0 * r * std::cos(2.0 * kPi * F * T);
+    const double B = 2.0 * r * Cosine(2.0 * kPi * F * T);
     return {G * (1.0 - B - C), B, C};
 }
 
 Section ConvertZero(const double* item, double T) {
     const double F = item[0], BW = item[1], G = item[2];
     if (F == 0.0) return {1.0, 0.0, 0.0};
-    const double r = std::exp(-kPi * BW * T);
+    const double r = Exponential(-kPi * BW * T);
     const double c = -(r * r);
-    const double b = 2.0 * r * std::cos(2.0 * kPi * F * T);
+    const double b = 2.0 * r * Cosine(2.0 * kPi * F * T);
     const double A = G / (1.0 - b - c);
     return {A, -b * A, -c * A};
 }
@@ -83,9 +84,9 @@ void StraightLoop::SetTilt(const PlainFrame& frame, double fs) {
     const double T = 1.0 / fs;
     const double excess = tilt - 10.0;
     const double gain = tilt > 10 ? 1.0 - excess * excess * -0.001 : 1.0;
-    const double r = std::exp(-kPi * kBandwidth[tilt] * T);
+    const double r = Exponential(-kPi * kBandwidth[tilt] * T);
     const double C = -(r * r);
-    const double B = 2.0 * r * std::cos(2.0 * (T * (0.375 * tilt) * kPi));
+    const double B = 2.0 * r * Cosine(2.0 * (T * (0.375 * tilt) * kPi));
     tiltSection_ = {gain * ((1.0 - B) - C), B, C};
 }
 

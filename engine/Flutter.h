@@ -6,7 +6,7 @@
 #include <span>
 
 #include "engine/Constants.h"
-#include "engine/Sine.h"
+#include "engine/Trigonometry.h"
 
 namespace larynth {
 
@@ -48,9 +48,8 @@ class Flutter {
   private:
     static double NextTime(double t, double FLT) { return t - FLT * -1e-5; }
 
-    /// More than an hour of speech. The little that it stays below the limit covers the rounding of many
-    /// steps.
-    static constexpr double kReducedTime = 6250.0;
+    /// Two weeks of sound. The little that it stays below the limit covers the rounding of many steps.
+    static constexpr double kReducedTime = 1.25e6;
     static_assert(kMultiples[1] * kPi10 * kReducedTime < 0.999 * kSineReductionLimit);
 
     double t_ = 0.0;

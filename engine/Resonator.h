@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cmath>
-
 #include "engine/Constants.h"
+#include "engine/Exponential.h"
 #include "engine/FilterComponent.h"
 #include "engine/SectionValues.h"
+#include "engine/Trigonometry.h"
 
 namespace larynth {
 
@@ -48,9 +48,9 @@ inline void Resonator::SetFB(double F, double BW, double gain, double T) {
         return;
     }
 
-    const double r = std::exp(-kPi10 * BW * T);
+    const double r = Exponential(-kPi10 * BW * T);
     const double C = -(r * r);
-    const double B = 2.0 * r * std::cos(2.0 * (T * F * kPi10));
+    const double B = 2.0 * r * Cosine(2.0 * (T * F * kPi10));
     SetABC(gain_ * ((1.0 - B) - C), B, C);
 }
 

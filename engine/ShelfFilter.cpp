@@ -2,10 +2,11 @@
 #include "engine/ShelfFilter.h"
 
 #include <cmath>
-#include <complex>
 #include <cstddef>
 #include <numbers>
 #include <utility>
+
+#include "engine/Trigonometry.h"
 
 namespace larynth {
 namespace {
@@ -44,10 +45,14 @@ DigitalShelf Digitise(const AnalogShelf& analog, double K) {
 
 /// Power gain at the angular frequency `omega` (radians per sample).
 double PowerGain(const DigitalShelf& shelf, double omega) {
-    const std::complex<double> z(std::cos(omega), std::sin(omega));
-    const std::complex<double> B = (shelf.b2 * z + shelf.b1) * z + shelf.b0;
-    const std::complex<double> D = (shelf.d2 * z + shelf.d1) * z + 1.0;
-    return std::norm(B / D);
+    const double c = Cosine(omega), s = Sine(omega);  // z = c + i·s
+    /// |k0 + k1·z + k2·z²|²
+    const auto power = [c, s](double k0, double k1, double k2) {
+        const double re = k2 * c + k1, im = k2 * s;
+        const double fullRe = (re * c - im * s) + k0, fullIm = re * s + im * c;
+        return fullRe * fullRe + fullIm * fullIm;
+    };
+    return power(shelf.b0, shelf.b1, shelf.b2) / power(1.0, shelf.d1, shelf.d2);
 }
 
 /// The factor that brings the mean power gain away from the shelf to 1: from 0.04·pi up for the low shelf,
@@ -76,7 +81,7 @@ void DesignShelfFilter(double G, double F, double P3, double P4, double fs, std:
     // The high shelf is the low shelf mirrored about a quarter of the sample frequency.
     if (kind == 'h') F = 0.5 * fs - F;
     const double K = 2.0 * fs;
-    const double W = K * std::tan((F / fs) * std::numbers::pi * 0.5);
+    const double W = K * Tangent((F / fs) * std::numbers::pi * 0.5);
     DigitalShelf shelf = Digitise(DesignAnalog(G, W, P3, P4), K);
     if (kind == 'h') {
         shelf.b1 = -shelf.b1;

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "engine/Constants.h"
+#include "engine/Exponential.h"
+#include "engine/Trigonometry.h"
 #include "packet/KlattPacketData.h"
 
 namespace larynth {
@@ -13,18 +15,18 @@ namespace {
 SectionCoefficients ResonatorABC(const FrequencyForm& fb, double T) noexcept {
     const auto [F, BW, G] = fb;
     if (F <= 0.0 || BW <= 0.0) return {G, 0.0, 0.0};
-    const double r = std::exp(-kPi10 * BW * T);
+    const double r = Exponential(-kPi10 * BW * T);
     const double C = -(r * r);
-    const double B = 2.0 * r * std::cos(kTwoPi10 * F * T);
+    const double B = 2.0 * r * Cosine(kTwoPi10 * F * T);
     return {G * (1.0 - B - C), B, C};
 }
 
 SectionCoefficients AntiResonatorABC(const FrequencyForm& fb, double T) noexcept {
     const auto [F, BW, G] = fb;
     if (F == 0.0) return {1.0, 0.0, 0.0};
-    const double r = std::exp(-kPi10 * BW * T);
+    const double r = Exponential(-kPi10 * BW * T);
     const double c0 = -(r * r);
-    const double b0 = 2.0 * r * std::cos(kTwoPi10 * F * T);
+    const double b0 = 2.0 * r * Cosine(kTwoPi10 * F * T);
     const double A = G / (1.0 - b0 - c0);
     return {A, -b0 * A, -c0 * A};
 }
@@ -33,8 +35,8 @@ FrequencyForm ResonatorFB(const SectionCoefficients& abc, double T) noexcept {
     const auto [A, B, C] = abc;
     const double x = C < 0.0 ? B / (2.0 * std::sqrt(-C)) : 0.0;
     if (!(C < 0.0) || x > 1.0 || x < -1.0) return {0.0, 0.0, A};  // a plain gain is the nearest thing
-    const double BW = -std::log(-C) / (kTwoPi10 * T);
-    const double F = std::acos(x) / (kTwoPi10 * T);
+    const double BW = -Logarithm(-C) / (kTwoPi10 * T);
+    const double F = ArcCosine(x) / (kTwoPi10 * T);
     return {F, BW, A / (1.0 - B - C)};
 }
 
@@ -43,8 +45,8 @@ FrequencyForm AntiResonatorFB(const SectionCoefficients& abc, double T) noexcept
     const double m = C / A;
     const double b0 = -B / A;
     const double c0 = -m;
-    const double BW = -std::log(m) / (kTwoPi10 * T);
-    const double F = std::acos(b0 / (2.0 * std::sqrt(m))) / (kTwoPi10 * T);
+    const double BW = -Logarithm(m) / (kTwoPi10 * T);
+    const double F = ArcCosine(b0 / (2.0 * std::sqrt(m))) / (kTwoPi10 * T);
     return {F, BW, (1.0 - b0 - c0) * A};
 }
 

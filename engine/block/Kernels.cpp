@@ -3,6 +3,7 @@
 
 #include "engine/block/Loops.h"
 #include "engine/block/NoiseLoops.h"
+#include "engine/block/SectionDesign.h"
 #include "engine/block/TractWave.h"
 
 namespace larynth::block {
@@ -27,6 +28,7 @@ constexpr Kernels kPlain{
     .tracts = Plain<TractsOneByOne>::Run,
     .parallel = Plain<ParallelOneByOne>::Run,
     .finish = Plain<FinishSamples>::Run,
+    .sections = Plain<DesignSections>::Run,
 };
 
 #ifdef __x86_64__
@@ -49,6 +51,7 @@ constexpr Kernels kAvx2{
     .tracts = Avx2<TractsByWave>::Run,
     .parallel = Avx2<ParallelByFour>::Run,
     .finish = Avx2<FinishSamples>::Run,
+    .sections = Avx2<DesignSections>::Run,
 };
 
 constexpr const Kernels* kAll[] = {&kPlain, &kAvx2};

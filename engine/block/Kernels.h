@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <span>
 
-#include "engine/block/Tracts.h"
 #include "engine/VoicingSourceCore.h"
+#include "engine/block/Tracts.h"
 
 namespace larynth::block {
+
+struct SectionDesign;
 
 /// The most samples of a stretch: what they need in between stays in the nearest cache.
 inline constexpr std::size_t kStretch = 256;
@@ -68,6 +70,9 @@ struct Kernels {
     /// or not a number: then the samples mean nothing.
     bool (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
                    std::size_t count);
+
+    /// The coefficients of eight sections at the sample time `T` (s).
+    void (*sections)(SectionDesign& design, double T);
 };
 
 /// The sets of loops that this processor can run, the plain one first, the fastest last.

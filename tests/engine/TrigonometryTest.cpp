@@ -3,7 +3,7 @@
 #include <limits>
 #include <random>
 
-#include "engine/Sine.h"
+#include "engine/Trigonometry.h"
 #include "tests/engine/Samples.h"
 
 namespace larynth {
