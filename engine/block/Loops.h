@@ -5,10 +5,10 @@
 
 #include <cstdint>
 
-#include "engine/block/Kernels.h"
-#include "engine/block/Lanes.h"
 #include "engine/Flutter.h"
 #include "engine/VoicingSourceCore.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/Lanes.h"
 
 namespace larynth::block {
 
@@ -54,12 +54,12 @@ struct Angles {
     std::uint64_t quadrant[kStretch];
 };
 
-/// Adds the sines of angles whose quadrants all take one function.
+/// Adds the sines of angles in one quadrant, which takes the function `kKernel`.
 template <double (*kKernel)(double, double)>
-LARYNTH_KERNEL void AddAlikeSines(const double* r, const double* correction, const std::uint64_t* quadrant,
+LARYNTH_KERNEL void AddAlikeSines(const double* r, const double* correction, std::uint64_t quadrant,
                                   double* sums, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        sums[i] = sums[i] + WithSignOf(quadrant[i], kKernel(r[i], correction[i]));
+        sums[i] = sums[i] + WithSignOf(quadrant, kKernel(r[i], correction[i]));
     }
 }
 
@@ -71,14 +71,14 @@ LARYNTH_KERNEL void AddSines(const double* r, const double* correction, const st
     }
 }
 
-/// Adds one sinusoid of the flutter to the sums. Reduction and sine in two loops, as the chain of operations
-/// from an argument to its sine is longer than a processor looks ahead. The arguments are in order, and
-/// quadrants are long: most runs of sixteen lie in one.
-LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, std::size_t count) {
+/// Adds one sinusoid of the flutter to the sums; `a` is pi times the flutter time. Reduction and sine in two
+/// loops, as the chain of operations from an argument to its sine is longer than a processor looks ahead. The
+/// arguments are in order, and quadrants are long: most runs of sixteen lie in one.
+LARYNTH_KERNEL void AddSinusoid(double multiple, const double* a, double* sums, std::size_t count) {
     constexpr std::size_t kRun = 16;
     Angles angles;
     for (std::size_t i = 0; i < count; ++i) {
-        const QuadrantAngle angle = ReduceToQuadrant(multiple * (kPi10 * t[i]));
+        const QuadrantAngle angle = ReduceToQuadrant(multiple * a[i]);
         angles.r[i] = angle.r;
         angles.correction[i] = angle.correction;
         angles.quadrant[i] = angle.quadrant;
@@ -91,9 +91,9 @@ LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, 
         if (quadrant[0] != quadrant[length - 1]) {
             AddSines(r, correction, quadrant, sums + first, length);
         } else if ((quadrant[0] & 1U) != 0) {
-            AddAlikeSines<CosineKernel>(r, correction, quadrant, sums + first, length);
+            AddAlikeSines<CosineKernel>(r, correction, quadrant[0], sums + first, length);
         } else {
-            AddAlikeSines<SineKernel>(r, correction, quadrant, sums + first, length);
+            AddAlikeSines<SineKernel>(r, correction, quadrant[0], sums + first, length);
         }
     }
 }
@@ -101,7 +101,10 @@ LARYNTH_KERNEL void AddSinusoid(double multiple, const double* t, double* sums, 
 LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t samples) {
     const std::size_t count = PadToFour(t, samples);
     double sums[kStretch];
-    for (std::size_t i = 0; i < count; ++i) sums[i] = -0.0;  // to which the first sinusoid is added as it is
+    for (std::size_t i = 0; i < count; ++i) {
+        t[i] = kPi10 * t[i];
+        sums[i] = -0.0;  // to which the first sinusoid is added as it is
+    }
     for (const double multiple : Flutter::kMultiples) AddSinusoid(multiple, t, sums, count);
     for (std::size_t i = 0; i < count; ++i) t[i] = Flutter::Moved(F0, FL, sums[i]);
 }
