@@ -3,7 +3,7 @@
 
 #include "engine/block/Loops.h"
 #include "engine/block/NoiseLoops.h"
-#include "engine/block/SectionDesign.h"
+#include "engine/block/Sections.h"
 #include "engine/block/TractWave.h"
 
 namespace larynth::block {

@@ -10,8 +10,6 @@
 
 namespace larynth::block {
 
-struct SectionDesign;
-
 /// The most samples of a stretch: what they need in between stays in the nearest cache.
 inline constexpr std::size_t kStretch = 256;
 
@@ -37,6 +35,24 @@ struct GlottalPeriods {
 /// The last stage: volume·(y[n] − coefficient·y[n−1]) with y = gain·sum.
 struct Finish {
     double gain, coefficient, volume;
+};
+
+/// Eight second-order sections as frequencies and bandwidths describe them, side by side; a lane that is not
+/// needed stays 0.
+struct alignas(32) SectionDesign {
+    static constexpr int kLanes = 8;
+
+    double F[kLanes] = {}, BW[kLanes] = {};  ///< Hz.
+    double G[kLanes] = {};                   ///< Linear gain at 0 Hz.
+    unsigned antiResonators = 0;             ///< Bit k: lane k holds an antiresonator.
+
+    /// What comes out: the coefficients (Klatt 1980), with r = exp(−pi·BW·T) and pi of ten digits
+    ///
+    ///     C = −r², B = 2·r·cos(2·pi·F·T), A = G·(1 − B − C)
+    ///
+    /// of a resonator, {G, 0, 0} where F or BW is not above 0; of an antiresonator, with these B and C,
+    /// a = G/(1 − B − C) and {a, −B·a, −C·a}, {1, 0, 0} where F is 0. What is not a number gives none.
+    double A[kLanes], B[kLanes], C[kLanes];
 };
 
 /// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+/// The design of eight sections at once: the coefficients that SectionDesign describes.
 #pragma once
 
 #include <bit>
@@ -6,27 +7,10 @@
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
 #include "engine/Trigonometry.h"
+#include "engine/block/Kernels.h"
 #include "engine/block/Lanes.h"
 
 namespace larynth::block {
-
-/// Eight second-order sections as frequencies and bandwidths describe them, side by side; a lane that is not
-/// needed stays 0.
-struct alignas(32) SectionDesign {
-    static constexpr int kLanes = 8;
-
-    double F[kLanes] = {}, BW[kLanes] = {};  ///< Hz.
-    double G[kLanes] = {};                   ///< Linear gain at 0 Hz.
-    unsigned antiResonators = 0;             ///< Bit k: lane k holds an antiresonator.
-
-    /// What comes out: the coefficients (Klatt 1980), with r = exp(−pi·BW·T) and pi of ten digits
-    ///
-    ///     C = −r², B = 2·r·cos(2·pi·F·T), A = G·(1 − B − C)
-    ///
-    /// of a resonator, {G, 0, 0} where F or BW is not above 0; of an antiresonator, with these B and C,
-    /// a = G/(1 − B − C) and {a, −B·a, −C·a}, {1, 0, 0} where F is 0. What is not a number gives none.
-    double A[kLanes], B[kLanes], C[kLanes];
-};
 
 /// Turns the resonator of a lane into the antiresonator that undoes it.
 inline void Invert(SectionDesign& design, int lane, double B, double C) {
