@@ -39,12 +39,10 @@ double& KlattPacketData::Item(int index) noexcept {
 }
 
 const Frame& KlattPacketData::Converted(Frame::Sections sections) noexcept {
-    if (sections == Frame::Sections::Cascade) {
-        for (ResonatorEntry& entry : Entries(kCascadePoles)) entry.UpdateABC();
-        for (ResonatorEntry& entry : Entries(kCascadeZeros)) entry.UpdateABC();
-    } else if (sections == Frame::Sections::Parallel) {
-        for (ResonatorEntry& entry : Entries(kParallelPoles)) entry.UpdateABC();
-    }
+    constexpr std::size_t kCascade = Frame::kCascadePoles + Frame::kCascadeZeros;
+    const std::span<ResonatorEntry> entries(entries_);
+    if (sections == Frame::Sections::Cascade) ResonatorEntry::UpdateABC(entries.first(kCascade));
+    if (sections == Frame::Sections::Parallel) ResonatorEntry::UpdateABC(entries.subspan(kCascade));
     return frame;
 }
 

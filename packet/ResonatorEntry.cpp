@@ -1,35 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "packet/ResonatorEntry.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
 #include "engine/Trigonometry.h"
+#include "engine/block/Kernels.h"
 #include "packet/KlattPacketData.h"
 
 namespace larynth {
 
 namespace {
-
-SectionCoefficients ResonatorABC(const FrequencyForm& fb, double T) noexcept {
-    const auto [F, BW, G] = fb;
-    if (F <= 0.0 || BW <= 0.0) return {G, 0.0, 0.0};
-    const double r = Exponential(-kPi10 * BW * T);
-    const double C = -(r * r);
-    const double B = 2.0 * r * Cosine(kTwoPi10 * F * T);
-    return {G * (1.0 - B - C), B, C};
-}
-
-SectionCoefficients AntiResonatorABC(const FrequencyForm& fb, double T) noexcept {
-    const auto [F, BW, G] = fb;
-    if (F == 0.0) return {1.0, 0.0, 0.0};
-    const double r = Exponential(-kPi10 * BW * T);
-    const double c0 = -(r * r);
-    const double b0 = 2.0 * r * Cosine(kTwoPi10 * F * T);
-    const double A = G / (1.0 - b0 - c0);
-    return {A, -b0 * A, -c0 * A};
-}
 
 FrequencyForm ResonatorFB(const SectionCoefficients& abc, double T) noexcept {
     const auto [A, B, C] = abc;
@@ -87,16 +70,28 @@ double ResonatorEntry::Get(double FrequencyForm::*value) noexcept {
 }
 
 double ResonatorEntry::Get(double SectionCoefficients::*value) noexcept {
-    UpdateABC();
+    UpdateABC(std::span(this, 1));
     return abc_->*value;
 }
 
-void ResonatorEntry::UpdateABC() noexcept {
-    if (current_ != Current::FB) return;
-    const double T = owner_->frame.sampleTime;
-    const bool anti = IsAntiResonator();
-    *abc_ = anti ? AntiResonatorABC(fb_, T) : ResonatorABC(fb_, T);
-    if (!anti || fb_.F != 0.0) current_ = Current::Both;
+void ResonatorEntry::UpdateABC(std::span<ResonatorEntry> entries) noexcept {
+    if (std::ranges::none_of(entries, &ResonatorEntry::NeedsABC)) return;
+    block::SectionDesign design;
+    for (std::size_t lane = 0; lane < entries.size(); ++lane) {
+        const ResonatorEntry& entry = entries[lane];
+        design.F[lane] = entry.fb_.F;
+        design.BW[lane] = entry.fb_.BW;
+        design.G[lane] = entry.fb_.G;
+        if (entry.IsAntiResonator()) design.antiResonators |= 1U << lane;
+    }
+    block::FastestKernels().sections(design, entries.front().owner_->frame.sampleTime);
+    for (std::size_t lane = 0; lane < entries.size(); ++lane) {
+        ResonatorEntry& entry = entries[lane];
+        if (!entry.NeedsABC()) continue;
+        *entry.abc_ = {design.A[lane], design.B[lane], design.C[lane]};
+        const bool isComputedAtEveryRead = entry.IsAntiResonator() && entry.fb_.F == 0.0;
+        if (!isComputedAtEveryRead) entry.current_ = Current::Both;
+    }
 }
 
 void ResonatorEntry::UpdateFB() noexcept {

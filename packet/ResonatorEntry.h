@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <span>
+
 #include "engine/SectionValues.h"
 
 namespace larynth {
@@ -49,8 +51,8 @@ class ResonatorEntry {
     double Get(double FrequencyForm::*value) noexcept;
     double Get(double SectionCoefficients::*value) noexcept;
 
-    /// Brings the coefficients up to date.
-    void UpdateABC() noexcept;
+    /// Brings the coefficients of entries of one packet up to date, at most eight of them.
+    static void UpdateABC(std::span<ResonatorEntry> entries) noexcept;
 
     /// Storage of the item `k`: 0 F, 1 BW, 2 G; as it stands, whichever form is current. Writing to it tells
     /// nobody.
@@ -69,6 +71,7 @@ class ResonatorEntry {
 
     void Written(Current form) noexcept;
     void UpdateFB() noexcept;
+    bool NeedsABC() const noexcept { return current_ == Current::FB; }
     bool IsAntiResonator() const noexcept;
 
     Current current_ = Current::FB;
