@@ -18,7 +18,7 @@ class AntiResonator final : public FilterComponent {
     /// Sets the coefficients; the state is kept.
     void SetABC(double A, double B, double C);
 
-    double Process(double x) override;
+    double Process(double x) override { return values_.AntiResonate(x); }
 
     SectionValues& Values() { return values_; }
 
@@ -30,14 +30,6 @@ inline void AntiResonator::SetABC(double A, double B, double C) {
     values_.A = A;
     values_.B = B;
     values_.C = C;
-}
-
-inline double AntiResonator::Process(double x) {
-    auto& [A, B, C, x1, x2] = values_;
-    const double y = (B * x1 + C * x2) + A * x;  // this order: rounding is part of the result
-    x2 = x1;
-    x1 = x;
-    return y;
 }
 
 }  // namespace larynth

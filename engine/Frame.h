@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
-
-#include "engine/SectionValues.h"
+#include <span>
 
 namespace larynth {
+
+/// Coefficients of a second-order section, see Resonator and AntiResonator.
+struct SectionCoefficients {
+    double A = 0.0, B = 0.0, C = 0.0;
+};
 
 /// One frame of speech, converted: what the elements of a voice take from it (Klatt 1980; Klatt and Klatt
 /// 1990).
@@ -37,5 +42,15 @@ struct Frame {
     /// Hz, by the way through the sample time: 1/(1/x) need not be x.
     double SampleFreq() const { return 1.0 / sampleTime; }
 };
+
+/// Sets each section's coefficients from the place of the same number.
+template <class Section>
+void SetSections(std::span<Section> sections, std::span<const SectionCoefficients> coefficients) {
+    const std::size_t count = std::min(sections.size(), coefficients.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto [A, B, C] = coefficients[i];
+        sections[i].SetABC(A, B, C);
+    }
+}
 
 }  // namespace larynth

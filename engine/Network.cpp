@@ -5,46 +5,17 @@
 
 namespace larynth {
 
-using block::PhaseTable;
-using block::SectionLanes;
 using block::Tracts;
 using block::TractSamples;
 
 namespace {
 
-/// Room for a value of each sample of a stretch, one more, and the next multiple of four. Not initialised.
-using Values = double[block::kStretch + 4];
-
-/// The section at a place of the cascade behind the tilt.
-SectionValues& CascadeSection(CascadeTract& tract, int place) noexcept {
-    const int resonator = place - Tracts::kAntiResonator - 1;
-    return resonator < 0 ? tract.AntiResonators()[0].Values()
-                         : tract.Resonators()[static_cast<std::size_t>(resonator)].Values();
-}
-
-void FillCascade(SectionLanes& lanes, CascadeTract& tract) noexcept {
-    for (int place = Tracts::kAntiResonator; place < Tracts::kCascadeCount; ++place) {
-        lanes.Fill(Tracts::CascadeLane(place), CascadeSection(tract, place));
-    }
-}
-
-void GiveCascade(const SectionLanes& lanes, CascadeTract& tract) noexcept {
-    for (int place = Tracts::kAntiResonator; place < Tracts::kCascadeCount; ++place) {
-        lanes.GiveState(Tracts::CascadeLane(place), CascadeSection(tract, place));
-    }
-}
+/// A value of each sample of a stretch, of the one behind it, and room. Not initialised.
+using Values = double[block::kStretch + 1 + block::kRoom];
 
 void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
-    int lane = 0;
-    for (Resonator& section : branch.Resonators()) tracts.parallel.Fill(lane++, section.Values());
-    tracts.parallel.Silence(lane);
-    tracts.bypass = branch.Bypass().Gain();
-}
-
-void GiveParallel(const Tracts& tracts, ParallelTractCore& branch) noexcept {
-    int lane = 0;
-    for (Resonator& section : branch.Resonators()) tracts.parallel.GiveState(lane++, section.Values());
-    branch.Store(tracts.parallelOutput);
+    int place = 0;
+    for (Resonator& section : branch.Resonators()) tracts.parallel[place++] = &section.Values();
 }
 
 }  // namespace
@@ -59,10 +30,16 @@ void Network::Render(const Elements& elements, std::span<double> sums) noexcept 
 }
 
 void Network::RenderStretch(std::span<double> sums) noexcept {
-    Values voicing, aspiration, frication;
+    Values voicing, aspiration, frication, bypassed;
     Excite(std::span(voicing, sums.size()));
-    DrawNoise(aspiration, frication, sums.size());
-    const TractSamples samples{voicing, aspiration, frication, sums.data()};
+    DrawNoise({.aspirationAmplitude = elements_.aspiration->Amplitude(),
+               .fricationAmplitude = elements_.frication->Amplitude(),
+               .bypassGain = elements_.parallel->Bypass().Gain(),
+               .aspiration = aspiration,
+               .frication = frication,
+               .bypassed = bypassed},
+              sums.size());
+    const TractSamples samples{voicing, aspiration, frication, bypassed, sums.data()};
     if (elements_.cascade != nullptr) {
         RunTracts(samples, sums.size());
     } else {
@@ -89,18 +66,14 @@ void Network::ExciteFromWave(std::span<double> voicing, bool flutters) noexcept 
 void Network::ExciteSteadily(std::span<double> voicing) noexcept {
     VoicingSourceCore& source = *elements_.source;
     const GlottalPeriod period = source.Period();
-    const bool sounds = !source.IsSilent() && period.T0 != 0.0;
-    const auto pulses = [&](const double* times, std::size_t first, std::size_t length) {
-        double* const out = voicing.data() + first;
-        if (sounds) kernels_.pulses({source.AV(), source.OQ(), source.DI()}, period, times, out, length);
-    };
-    if (!phases_.ForEachRun(source.SampleTime(), source.Phase(), period.T0, voicing.size(), pulses)) {
-        Values T0, times;
-        std::fill_n(T0, voicing.size(), period.T0);
-        PhaseTable::AddUp(source.SampleTime(), source.Phase(), T0, std::span(times, voicing.size()));
-        pulses(times, 0, voicing.size());
+    Values times;
+    phases_.Write(source.SampleTime(), source.Phase(), period.T0, std::span(times, voicing.size()));
+    if (source.IsSilent() || period.T0 == 0.0) {
+        std::ranges::fill(voicing, 0.0);
+    } else {
+        kernels_.pulses({source.AV(), source.OQ(), source.DI()}, period, times, voicing.data(),
+                        voicing.size());
     }
-    if (!sounds) std::ranges::fill(voicing, 0.0);
     source.Store(voicing.back());
 }
 
@@ -114,7 +87,7 @@ void Network::ExciteFluttering(std::span<double> voicing) noexcept {
     Tp[0] = source.Period().Tp;
     K[0] = source.Period().K;
     kernels_.periods(source.OQ(), F0, {T0 + 1, Tp + 1, K + 1}, count);
-    PhaseTable::AddUp(source.SampleTime(), source.Phase(), T0, std::span(times, count));
+    phases_.Write(source.SampleTime(), source.Phase(), T0, std::span(times, count));
     if (source.IsSilent()) {
         std::ranges::fill(voicing, 0.0);
     } else {
@@ -137,57 +110,43 @@ void Network::FlutterF0(std::span<double> F0) noexcept {
     }
 }
 
-void Network::DrawNoise(double* aspiration, double* frication, std::size_t count) noexcept {
-    NoiseSource& first = *elements_.aspiration;
-    NoiseSource& second = *elements_.frication;
-    const std::uint32_t state = first.Generator().Claim(2 * count);
-    kernels_.noise(state, {first.Amplitude(), second.Amplitude(), aspiration, frication}, count);
-    first.Store(aspiration[count - 1]);
-    second.Store(frication[count - 1]);
+void Network::DrawNoise(const block::Noise& noise, std::size_t count) noexcept {
+    const std::uint32_t state = elements_.aspiration->Generator().Claim(2 * count);
+    kernels_.noise(state, noise, count);
+    elements_.aspiration->Store(noise.aspiration[count - 1]);
+    elements_.frication->Store(noise.frication[count - 1]);
 }
 
-void Network::RunTracts(TractSamples samples, std::size_t count) noexcept {
-    constexpr int kTiltLane = Tracts::CascadeLane(Tracts::kTilt);
+void Network::RunTracts(const TractSamples& samples, std::size_t count) noexcept {
     CascadeTract& cascade = *elements_.cascade;
     VoicingFilterCore* const filter = elements_.filter;
-    TiltFilter* const tilt = filter != nullptr ? &filter->Tilt() : nullptr;
+    const bool tilts = filter != nullptr && filter->Tilt().IsTilting();
     Tracts tracts;
-    tracts.tilting = tilt != nullptr && tilt->IsTilting();
-    if (tracts.tilting) {
-        tracts.cascade.Fill(kTiltLane, tilt->Section().Values());
-    } else {
-        tracts.cascade.Silence(kTiltLane);
-    }
-    FillCascade(tracts.cascade, cascade);
+    tracts.tilt = tilts ? &filter->Tilt().Section().Values() : nullptr;
+    tracts.antiResonator = &cascade.AntiResonators()[0].Values();
+    int place = 0;
+    for (Resonator& section : cascade.Resonators()) tracts.cascade[place++] = &section.Values();
     FillParallel(tracts, *elements_.parallel);
 
-    kernels_.tracts(tracts, samples, count);
+    elements_.parallel->Store(kernels_.tracts(tracts, samples, count));
 
     // A resonator's last output is its state.
-    if (tracts.tilting) tracts.cascade.GiveState(kTiltLane, tilt->Section().Values());
-    if (tilt != nullptr) {
-        filter->Store(tracts.tilting ? tracts.cascade.state1[kTiltLane] : samples.voicing[count - 1]);
-    }
-    GiveCascade(tracts.cascade, cascade);
+    if (filter != nullptr) filter->Store(tilts ? tracts.tilt->state1 : samples.voicing[count - 1]);
     cascade.Store(cascade.Resonators().back().Values().state1);
-    GiveParallel(tracts, *elements_.parallel);
 }
 
 /// The tract as one filter runs sample by sample.
-void Network::RunFilterTract(TractSamples samples, std::size_t count) noexcept {
+void Network::RunFilterTract(const TractSamples& samples, std::size_t count) noexcept {
     VoicingFilterCore* const filter = elements_.filter;
     CascadeFilterTract& tract = *elements_.filterTract;
-    Values cascade;
     for (std::size_t i = 0; i < count; ++i) {
         double voicing = samples.voicing[i];
         if (filter != nullptr) voicing = filter->Store(filter->Process(voicing));
-        cascade[i] = tract.Store(tract.Process(voicing + samples.aspiration[i]));
+        samples.sum[i] = tract.Store(tract.Process(voicing + samples.aspiration[i]));
     }
-    Tracts tracts;
+    Tracts tracts{};
     FillParallel(tracts, *elements_.parallel);
-    kernels_.parallel(tracts, samples, count);
-    GiveParallel(tracts, *elements_.parallel);
-    for (std::size_t i = 0; i < count; ++i) samples.sum[i] = samples.sum[i] + cascade[i];
+    elements_.parallel->Store(kernels_.parallel(tracts, samples, count));
 }
 
 }  // namespace larynth

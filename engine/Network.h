@@ -43,7 +43,7 @@ class Network {
 
     explicit Network(const block::Kernels& kernels = block::FastestKernels()) : kernels_(kernels) {}
 
-    /// The next sums of both tracts. The elements are complete.
+    /// The next sums of both tracts, with block::kRoom values of room behind them. The elements are complete.
     void Render(const Elements& elements, std::span<double> sums) noexcept;
 
   private:
@@ -53,9 +53,9 @@ class Network {
     void ExciteFluttering(std::span<double> voicing) noexcept;
     void ExciteFromWave(std::span<double> voicing, bool flutters) noexcept;
     void FlutterF0(std::span<double> F0) noexcept;
-    void DrawNoise(double* aspiration, double* frication, std::size_t count) noexcept;
-    void RunTracts(block::TractSamples samples, std::size_t count) noexcept;
-    void RunFilterTract(block::TractSamples samples, std::size_t count) noexcept;
+    void DrawNoise(const block::Noise& noise, std::size_t count) noexcept;
+    void RunTracts(const block::TractSamples& samples, std::size_t count) noexcept;
+    void RunFilterTract(const block::TractSamples& samples, std::size_t count) noexcept;
 
     const block::Kernels& kernels_;
     block::PhaseTable phases_;

@@ -16,7 +16,11 @@ inline constexpr int kMaxNoiseValue = 32767;
 constexpr std::uint32_t NextNoiseState(std::uint32_t state) { return 214013U * state + 2531011U; }
 
 /// The value of the draw that led to `state`: its bits 16 to 30, 0 … kMaxNoiseValue.
-constexpr int NoiseValue(std::uint32_t state) { return static_cast<int>((state >> 16) & 0x7FFFU); }
+/// `Word` is std::uint32_t or a vector of them.
+template <class Word>
+[[gnu::always_inline]] constexpr Word NoiseValue(const Word& state) {
+    return (state >> 16) & 0x7FFFU;
+}
 
 /// The state after `count` more draws, in O(log count) steps: the map s → m·s + c composed with itself by
 /// repeated squaring (Brown 1994, random number generation with arbitrary strides).
@@ -44,7 +48,7 @@ class NoiseGenerator {
     void Seed(std::uint32_t state) { std::atomic_ref(*word_).store(state, std::memory_order_relaxed); }
 
     /// The next value, 0 … kMaxNoiseValue.
-    int Draw() { return NoiseValue(NextNoiseState(Claim(1))); }
+    int Draw() { return static_cast<int>(NoiseValue(NextNoiseState(Claim(1)))); }
 
     /// Takes the next `count` draws at once and returns the state before the first of them.
     std::uint32_t Claim(std::uint64_t count);

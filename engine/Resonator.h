@@ -26,7 +26,7 @@ class Resonator final : public FilterComponent {
     /// time T (s). With F or BW zero (or NaN) the section is a plain gain.
     void SetFB(double F, double BW, double gain, double T);
 
-    double Process(double x) override;
+    double Process(double x) override { return values_.Resonate(x); }
 
     SectionValues& Values() { return values_; }
 
@@ -52,14 +52,6 @@ inline void Resonator::SetFB(double F, double BW, double gain, double T) {
     const double C = -(r * r);
     const double B = 2.0 * r * Cosine(2.0 * (T * F * kPi10));
     SetABC(gain_ * ((1.0 - B) - C), B, C);
-}
-
-inline double Resonator::Process(double x) {
-    auto& [A, B, C, y1, y2] = values_;
-    const double y = (B * y1 + C * y2) + A * x;  // this order: rounding is part of the result
-    y2 = y1;
-    y1 = y;
-    return y;
 }
 
 }  // namespace larynth

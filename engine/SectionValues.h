@@ -1,32 +1,40 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
-#include <span>
-
 namespace larynth {
 
-/// Coefficients of a second-order section, see Resonator and AntiResonator.
-struct SectionCoefficients {
-    double A = 0.0, B = 0.0, C = 0.0;
-};
+/// A second-order section as plain numbers. `Number` is double, or a vector of doubles for as many sections
+/// side by side: inlined always, as a vector can be handed over only within one instruction set.
+template <class Number>
+struct Section {
+    Number A, B, C;
+    Number state1 = {}, state2 = {};  ///< The last signal value and the one before: outputs of a resonator,
+                                      ///< inputs of an antiresonator.
 
-/// A second-order section as plain numbers, for code that runs many of them at once.
-struct SectionValues {
-    double A, B, C;
-    double state1 = 0.0, state2 = 0.0;  ///< The last signal value and the one before: outputs of a resonator,
-                                        ///< inputs of an antiresonator.
-};
-
-/// Sets each section's coefficients from the place of the same number.
-template <class Section>
-void SetSections(std::span<Section> sections, std::span<const SectionCoefficients> coefficients) {
-    const std::size_t count = std::min(sections.size(), coefficients.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto [A, B, C] = coefficients[i];
-        sections[i].SetABC(A, B, C);
+    /// The output for the input `x`, in this order: rounding is part of the result.
+    [[gnu::always_inline]] constexpr Number Output(const Number& x) const {
+        return (B * state1 + C * state2) + A * x;
     }
-}
+    /// One sample through a resonator.
+    [[gnu::always_inline]] constexpr Number Resonate(const Number& x) {
+        const Number y = Output(x);
+        Keep(y);
+        return y;
+    }
+    /// One sample through an antiresonator.
+    [[gnu::always_inline]] constexpr Number AntiResonate(const Number& x) {
+        const Number y = Output(x);
+        Keep(x);
+        return y;
+    }
+
+  private:
+    [[gnu::always_inline]] constexpr void Keep(const Number& newest) {
+        state2 = state1;
+        state1 = newest;
+    }
+};
+
+using SectionValues = Section<double>;
 
 }  // namespace larynth

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "engine/SectionValues.h"
+#include "engine/Frame.h"
 
 namespace larynth {
 

@@ -33,20 +33,13 @@ void OutputStage::SetShelves(const ShelfSettings& low, const ShelfSettings& high
 }
 
 void OutputStage::Process(std::span<const double> tractSums, std::int16_t* samples) noexcept {
-    if (!ProcessInOneGo(tractSums, samples)) {
+    if (lowOn_ || highOn_) {
         for (const double sum : tractSums) *samples++ = Process(sum);
+    } else if (!tractSums.empty()) {
+        block::FastestKernels().finish({outputGain, preEmphasis, volume}, previousInput_, tractSums.data(),
+                                       samples, tractSums.size());
+        previousInput_ = tractSums.back() * outputGain;
     }
-}
-
-bool OutputStage::ProcessInOneGo(std::span<const double> tractSums, std::int16_t* samples) noexcept {
-    if (tractSums.empty() || lowOn_ || highOn_) return false;
-    const block::Finish finish{outputGain, preEmphasis, volume};
-    if (!block::FastestKernels().finish(finish, previousInput_, tractSums.data(), samples,
-                                        tractSums.size())) {
-        return false;
-    }
-    previousInput_ = tractSums.back() * outputGain;
-    return true;
 }
 
 void OutputStage::DesignFilters() {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <span>
 
 #include "engine/LFilter.h"
+#include "engine/OutputSample.h"
 
 namespace larynth {
 
@@ -16,14 +16,6 @@ struct ShelfSettings {
     double P3 = 0.0;  // shape
     double P4 = 0.0;  // shape
 };
-
-/// The 16-bit sample of a value: truncated toward zero, of which the low 16 bits are kept. There is no
-/// saturation: 32768.0 becomes −32768. A value that is not finite, or of 2^63 or more, becomes 0.
-inline std::int16_t ToSample(double value) noexcept {
-    constexpr double kIntegerLimit = 9223372036854775808.0;  // 2^63
-    if (!(std::fabs(value) < kIntegerLimit)) return 0;
-    return static_cast<std::int16_t>(static_cast<std::int64_t>(value));
-}
 
 /// What happens to the sum of the tracts: gain, the two shelf filters, pre-emphasis, volume, 16 bits.
 class OutputStage {
@@ -47,9 +39,6 @@ class OutputStage {
     double preEmphasis = 0.0;  // a of y[n] − a·y[n−1]
 
   private:
-    /// False, with nothing done, where samples must be made one by one: with shelves and for huge values.
-    bool ProcessInOneGo(std::span<const double> tractSums, std::int16_t* samples) noexcept;
-
     /// Each design clears the filters' state.
     void DesignFilters();
 
@@ -64,9 +53,9 @@ inline std::int16_t OutputStage::Process(double tractSum) noexcept {
     double y = tractSum * outputGain;
     if (lowOn_) y = lowFilter_.Filter(y);
     if (highOn_) y = highFilter_.Filter(y);
-    const double emphasised = y - preEmphasis * previousInput_;
+    const double value = Emphasised(y, previousInput_, preEmphasis, volume);
     previousInput_ = y;
-    return ToSample(volume * emphasised);
+    return ToSample(value);
 }
 
 }  // namespace larynth

@@ -83,7 +83,7 @@ void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
 
 void PacketRenderer::RenderInStretches(const Network::Elements& own,
                                        std::span<std::int16_t> samples) noexcept {
-    double sums[block::kStretch];
+    double sums[block::kStretch + block::kRoom];
     while (!samples.empty()) {
         const std::span stretch(sums, std::min(samples.size(), block::kStretch));
         network_.Render(own, stretch);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/block/Kernels.h"
 
+#include "engine/block/FinishLoop.h"
 #include "engine/block/Loops.h"
 #include "engine/block/NoiseLoops.h"
 #include "engine/block/Sections.h"
@@ -10,26 +11,32 @@ namespace larynth::block {
 
 namespace {
 
-/// A loop, compiled for any processor.
+/// All loops, each compiled by a template of an instruction set.
+template <template <auto> class Compiled, class Four>
+constexpr Kernels SetOf(const char* name) {
+    return {
+        .name = name,
+        .noise = Compiled<DrawNoise>::Run,
+        .pulses = Compiled<Pulses>::Run,
+        .movedPulses = Compiled<MovedPulses>::Run,
+        .flutter = Compiled<MoveF0>::Run,
+        .periods = Compiled<Periods>::Run,
+        .tracts = Compiled<RunTracts<Four>>::Run,
+        .parallel = Compiled<AddParallel<Four>>::Run,
+        .finish = Compiled<FinishSamples>::Run,
+        .sections = Compiled<DesignSections>::Run,
+    };
+}
+
+/// A loop, compiled for any processor that the build is for.
 template <auto kLoop>
-struct Plain;
+struct Baseline;
 template <class Result, class... Arguments, Result (*kLoop)(Arguments...)>
-struct Plain<kLoop> {
+struct Baseline<kLoop> {
     static Result Run(Arguments... arguments) { return kLoop(arguments...); }
 };
 
-constexpr Kernels kPlain{
-    .name = "plain",
-    .noise = Plain<NoiseOneByOne>::Run,
-    .pulses = Plain<Pulses>::Run,
-    .movedPulses = Plain<MovedPulses>::Run,
-    .flutter = Plain<MoveF0>::Run,
-    .periods = Plain<Periods>::Run,
-    .tracts = Plain<TractsOneByOne>::Run,
-    .parallel = Plain<ParallelOneByOne>::Run,
-    .finish = Plain<FinishSamples>::Run,
-    .sections = Plain<DesignSections>::Run,
-};
+constexpr Kernels kBaseline = SetOf<Baseline, DoublePairs>("baseline");
 
 #ifdef __x86_64__
 
@@ -41,26 +48,31 @@ struct Avx2<kLoop> {
     [[gnu::target("avx2")]] static Result Run(Arguments... arguments) { return kLoop(arguments...); }
 };
 
-constexpr Kernels kAvx2{
-    .name = "AVX2",
-    .noise = Avx2<NoiseByEight>::Run,
-    .pulses = Avx2<Pulses>::Run,
-    .movedPulses = Avx2<MovedPulses>::Run,
-    .flutter = Avx2<MoveF0>::Run,
-    .periods = Avx2<Periods>::Run,
-    .tracts = Avx2<TractsByWave>::Run,
-    .parallel = Avx2<ParallelByFour>::Run,
-    .finish = Avx2<FinishSamples>::Run,
-    .sections = Avx2<DesignSections>::Run,
+/// A loop, compiled with the 256-bit instructions of AVX-512.
+template <auto kLoop>
+struct Avx512;
+template <class Result, class... Arguments, Result (*kLoop)(Arguments...)>
+struct Avx512<kLoop> {
+    [[gnu::target("avx2,avx512f,avx512vl,avx512dq,avx512bw")]] static Result Run(Arguments... arguments) {
+        return kLoop(arguments...);
+    }
 };
 
-constexpr const Kernels* kAll[] = {&kPlain, &kAvx2};
+constexpr Kernels kAvx2 = SetOf<Avx2, Double4>("AVX2");
+constexpr Kernels kAvx512 = SetOf<Avx512, Double4>("AVX-512VL");
 
-std::size_t RunnableCount() noexcept { return __builtin_cpu_supports("avx2") ? 2 : 1; }
+constexpr const Kernels* kAll[] = {&kBaseline, &kAvx2, &kAvx512};
+
+std::size_t RunnableCount() noexcept {
+    if (!__builtin_cpu_supports("avx2")) return 1;
+    const bool avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
+                        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw");
+    return avx512 ? 3 : 2;
+}
 
 #else
 
-constexpr const Kernels* kAll[] = {&kPlain};
+constexpr const Kernels* kAll[] = {&kBaseline};
 
 std::size_t RunnableCount() noexcept { return 1; }
 

@@ -13,11 +13,16 @@ namespace larynth::block {
 /// The most samples of a stretch: what they need in between stays in the nearest cache.
 inline constexpr std::size_t kStretch = 256;
 
-/// What two noise sources that draw in turn put out, the first before the second.
-struct NoisePair {
-    double firstAmplitude, secondAmplitude;
-    double* first;
-    double* second;
+/// Values of room behind the last of each array of doubles: loops read them and overwrite them, and it does
+/// not matter what they are.
+inline constexpr std::size_t kRoom = 8;
+
+/// The noise of a stretch: the aspiration draws before the frication, sample by sample.
+struct Noise {
+    double aspirationAmplitude, fricationAmplitude;
+    double bypassGain;
+    double *aspiration, *frication;  // out
+    double* bypassed;                // out: the frication times the bypass gain
 };
 
 /// The shape of the glottal pulses of a stretch, see VoicingSourceCore.
@@ -56,42 +61,41 @@ struct alignas(32) SectionDesign {
 };
 
 /// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the
-/// bits that the engine's elements make sample by sample. "Room" is room up to the next multiple of four,
-/// in which what lies behind the last sample is overwritten.
+/// bits that the engine's elements make sample by sample. All arrays of doubles have room.
 struct Kernels {
     const char* name;
 
-    /// Noise of two sources that draw in turn; `state` is the generator's before the draws. Both have room.
-    void (*noise)(std::uint32_t state, const NoisePair& noise, std::size_t count);
+    /// Noise of two sources; `state` is the generator's before the draws.
+    void (*noise)(std::uint32_t state, const Noise& noise, std::size_t count);
 
     /// Pulses at the times `t` (s) since the period began, which has one length for all of them.
-    void (*pulses)(const Glottis& glottis, const GlottalPeriod& period, const double* t, double* out,
+    void (*pulses)(const Glottis& glottis, const GlottalPeriod& period, double* t, double* out,
                    std::size_t count);
-    /// The same with a period for each sample. All arrays have room.
+    /// The same with a period for each sample.
     void (*movedPulses)(const Glottis& glottis, const GlottalPeriods& periods, double* t, double* out,
                         std::size_t count);
 
     /// Fluttering F0 (Hz) at the flutter times `t`, which are overwritten with it. Flutter::StaysReduced
-    /// holds for them. The array has room.
+    /// holds for them.
     void (*flutter)(double F0, double FL, double* t, std::size_t count);
 
-    /// The periods of the frequencies `F0` (Hz). All arrays have room.
+    /// The periods of the frequencies `F0` (Hz).
     void (*periods)(double OQ, double* F0, const GlottalPeriods& out, std::size_t count);
 
-    /// Both tracts, or the parallel one alone: the sum goes to `samples.sum`.
-    void (*tracts)(Tracts& tracts, TractSamples samples, std::size_t count);
-    void (*parallel)(Tracts& tracts, TractSamples samples, std::size_t count);
+    /// Both tracts to `samples.sum`; or the parallel one alone, added to what is there. The result is the
+    /// last output of the parallel one.
+    double (*tracts)(const Tracts& tracts, const TractSamples& samples, std::size_t count);
+    double (*parallel)(const Tracts& tracts, const TractSamples& samples, std::size_t count);
 
-    /// 16-bit samples, each truncated toward zero; `previous` is y[−1]. False when a value was 2^31 or more
-    /// or not a number: then the samples mean nothing.
-    bool (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
+    /// 16-bit samples; `previous` is y[−1]. These two arrays need no room.
+    void (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
                    std::size_t count);
 
     /// The coefficients of eight sections at the sample time `T` (s).
     void (*sections)(SectionDesign& design, double T);
 };
 
-/// The sets of loops that this processor can run, the plain one first, the fastest last.
+/// The sets of loops that this processor can run, that of the baseline first, the fastest last.
 std::span<const Kernels* const> AvailableKernels() noexcept;
 
 inline const Kernels& FastestKernels() noexcept { return *AvailableKernels().back(); }

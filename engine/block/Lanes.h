@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-/// Eight numbers side by side in two vectors of the compiler's. Every operation is the one of IEEE arithmetic
-/// in each lane.
+/// Four numbers side by side in vectors of the compiler's. Every operation is the one of IEEE arithmetic in
+/// each lane.
+///
+/// They lie in one vector (Double4), or in two (DoublePairs) for processors whose registers hold two numbers:
+/// there a compiler keeps a wider vector in memory. What is written for both is a template over the type,
+/// called Four, and writes four numbers as Four{a, b, c, d}.
 #pragma once
 
-#include <cstdint>
 #include <cstring>
 
 namespace larynth::block {
@@ -11,56 +14,87 @@ namespace larynth::block {
 /// Inlined wherever it is used, and so compiled with the instruction set of its caller.
 #define LARYNTH_KERNEL [[gnu::always_inline]] inline
 
+using Double2 __attribute__((vector_size(16))) = double;
 using Double4 __attribute__((vector_size(32))) = double;
 
-/// Copied member by member and never as a whole: compilers then keep it in registers.
-struct Lanes {
-    Double4 low, high;
+struct DoublePairs {
+    Double2 low, high;
 };
 
-LARYNTH_KERNEL Lanes operator+(const Lanes& a, const Lanes& b) { return {a.low + b.low, a.high + b.high}; }
-LARYNTH_KERNEL Lanes operator*(const Lanes& a, const Lanes& b) { return {a.low * b.low, a.high * b.high}; }
-
-LARYNTH_KERNEL Double4 Load4(const double* from) {
-    Double4 vector;
-    std::memcpy(&vector, from, sizeof vector);
-    return vector;
+LARYNTH_KERNEL DoublePairs operator+(const DoublePairs& a, const DoublePairs& b) {
+    return {a.low + b.low, a.high + b.high};
 }
-LARYNTH_KERNEL void Store4(const Double4& vector, double* to) { std::memcpy(to, &vector, sizeof vector); }
-
-LARYNTH_KERNEL Lanes LoadLanes(const double* from) { return {Load4(from), Load4(from + 4)}; }
-LARYNTH_KERNEL void StoreLanes(const Lanes& lanes, double* to) {
-    Store4(lanes.low, to);
-    Store4(lanes.high, to + 4);
+LARYNTH_KERNEL DoublePairs operator*(const DoublePairs& a, const DoublePairs& b) {
+    return {a.low * b.low, a.high * b.high};
 }
 
-LARYNTH_KERNEL Double4 InAllLanes(double x) { return Double4{x, x, x, x}; }
+template <class Four>
+LARYNTH_KERNEL Four Load(const double* from) {
+    Four v;
+    std::memcpy(&v, from, sizeof v);
+    return v;
+}
+template <class Four>
+LARYNTH_KERNEL void Store(const Four& v, double* to) {
+    std::memcpy(to, &v, sizeof v);
+}
+template <class Four>
+LARYNTH_KERNEL Four InAllLanes(double x) {
+    return Four{x, x, x, x};
+}
 
-/// The lanes of `v` moved down by one, the last lane of `entering` in the last.
+template <int kLane>
+LARYNTH_KERNEL double Lane(const Double4& v) {
+    return v[kLane];
+}
+template <int kLane>
+LARYNTH_KERNEL double Lane(const DoublePairs& v) {
+    return (kLane < 2 ? v.low : v.high)[kLane % 2];
+}
+
+/// `v` with one lane of `other`.
+template <int kLane>
+LARYNTH_KERNEL Double4 WithLane(const Double4& v, const Double4& other) {
+    return __builtin_shufflevector(v, other, kLane == 0 ? 4 : 0, kLane == 1 ? 5 : 1, kLane == 2 ? 6 : 2,
+                                   kLane == 3 ? 7 : 3);
+}
+template <int kLane>
+LARYNTH_KERNEL DoublePairs WithLane(const DoublePairs& v, const DoublePairs& other) {
+    return {__builtin_shufflevector(v.low, other.low, kLane == 0 ? 2 : 0, kLane == 1 ? 3 : 1),
+            __builtin_shufflevector(v.high, other.high, kLane == 2 ? 2 : 0, kLane == 3 ? 3 : 1)};
+}
+
+/// The lanes of `v` moved down by one, the first lane of `entering` in the last.
 LARYNTH_KERNEL Double4 ShiftDown(const Double4& v, const Double4& entering) {
-    const Double4 upper = __builtin_shufflevector(v, entering, 2, 3, 6, 7);
-    return __builtin_shufflevector(v, upper, 1, 4, 3, 7);
+    return __builtin_shufflevector(v, entering, 1, 2, 3, 4);
+}
+LARYNTH_KERNEL DoublePairs ShiftDown(const DoublePairs& v, const DoublePairs& entering) {
+    return {__builtin_shufflevector(v.low, v.high, 1, 2),
+            __builtin_shufflevector(v.high, entering.low, 1, 2)};
 }
 
-/// Rows become columns.
-LARYNTH_KERNEL void Transpose(Double4& a, Double4& b, Double4& c, Double4& d) {
-    const Double4 evenAB = __builtin_shufflevector(a, b, 0, 4, 2, 6);
-    const Double4 oddAB = __builtin_shufflevector(a, b, 1, 5, 3, 7);
-    const Double4 evenCD = __builtin_shufflevector(c, d, 0, 4, 2, 6);
-    const Double4 oddCD = __builtin_shufflevector(c, d, 1, 5, 3, 7);
-    a = __builtin_shufflevector(evenAB, evenCD, 0, 1, 4, 5);
-    b = __builtin_shufflevector(oddAB, oddCD, 0, 1, 4, 5);
-    c = __builtin_shufflevector(evenAB, evenCD, 2, 3, 6, 7);
-    d = __builtin_shufflevector(oddAB, oddCD, 2, 3, 6, 7);
+/// Lanes moved up by two, the last lanes of `before` in the first.
+LARYNTH_KERNEL Double4 ShiftUpTwo(const Double4& before, const Double4& v) {
+    return __builtin_shufflevector(before, v, 2, 3, 4, 5);
+}
+LARYNTH_KERNEL DoublePairs ShiftUpTwo(const DoublePairs& before, const DoublePairs& v) {
+    return {before.high, v.low};
+}
+/// The same by one.
+template <class Four>
+LARYNTH_KERNEL Four ShiftUpOne(const Four& before, const Four& v) {
+    return ShiftDown(ShiftUpTwo(before, v), ShiftUpTwo(v, v));
 }
 
-/// A lane's bits are all set or all clear.
-using Mask4 __attribute__((vector_size(32))) = std::int64_t;
-
-/// `yes` in the lanes that are set, `no` in the others.
-LARYNTH_KERNEL Double4 Choose(const Mask4& mask, const Double4& yes, const Double4& no) {
-    return __builtin_bit_cast(
-        Double4, (mask & __builtin_bit_cast(Mask4, yes)) | (~mask & __builtin_bit_cast(Mask4, no)));
+/// The first lanes of four vectors.
+LARYNTH_KERNEL Double4 FirstLanes(const Double4& a, const Double4& b, const Double4& c, const Double4& d) {
+    const Double4 ab = __builtin_shufflevector(a, b, 0, 4, 0, 4);
+    const Double4 cd = __builtin_shufflevector(c, d, 0, 4, 0, 4);
+    return __builtin_shufflevector(ab, cd, 0, 1, 4, 5);
+}
+LARYNTH_KERNEL DoublePairs FirstLanes(const DoublePairs& a, const DoublePairs& b, const DoublePairs& c,
+                                      const DoublePairs& d) {
+    return {__builtin_shufflevector(a.low, b.low, 0, 2), __builtin_shufflevector(c.low, d.low, 0, 2)};
 }
 
 }  // namespace larynth::block

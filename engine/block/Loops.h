@@ -20,8 +20,9 @@ LARYNTH_KERNEL std::size_t PadToFour(double* values, std::size_t count) {
     return padded;
 }
 
-LARYNTH_KERNEL void Pulses(const Glottis& g, const GlottalPeriod& period, const double* t, double* out,
-                           std::size_t count) {
+LARYNTH_KERNEL void Pulses(const Glottis& g, const GlottalPeriod& period, double* t, double* out,
+                           std::size_t samples) {
+    const std::size_t count = PadToFour(t, samples);
     const GlottalPeriod p = period;  // a copy: `out` could be any double
     for (std::size_t i = 0; i < count; ++i) out[i] = GlottalPulse(g.AV, p, t[i]);
     if (!(g.DI > 0.0)) return;
@@ -117,26 +118,6 @@ LARYNTH_KERNEL void Periods(double OQ, double* F0, const GlottalPeriods& out, st
         out.Tp[i] = period.Tp;
         out.K[i] = period.K;
     }
-}
-
-/// Writes one sample; true when it is too large for the conversion to 32 bits, which vectors have. Below 2^31
-/// that one keeps the same low 16 bits as the conversion to 64 bits.
-LARYNTH_KERNEL bool PutSample(const Finish& f, double y, double before, std::int16_t& out) {
-    constexpr double kLimit = 2147483648.0;  // 2^31
-    const double value = f.volume * (y - f.coefficient * before);
-    const bool small = value < kLimit && value > -kLimit;
-    out = static_cast<std::int16_t>(static_cast<std::int32_t>(small ? value : 0.0));
-    return !small;
-}
-
-LARYNTH_KERNEL bool FinishSamples(const Finish& finish, double previous, const double* sums,
-                                  std::int16_t* out, std::size_t count) {
-    const Finish f = finish;
-    std::int64_t large = count != 0 && PutSample(f, sums[0] * f.gain, previous, out[0]) ? 1 : 0;
-    for (std::size_t i = 1; i < count; ++i) {
-        large |= PutSample(f, sums[i] * f.gain, sums[i - 1] * f.gain, out[i]) ? 1 : 0;
-    }
-    return large == 0;
 }
 
 }  // namespace larynth::block

@@ -2,38 +2,43 @@
 /// The noise of two sources that draw in turn from one generator.
 #pragma once
 
+#include "engine/NoiseSource.h"
 #include "engine/block/Kernels.h"
 #include "engine/block/Lanes.h"
-#include "engine/NoiseSource.h"
 
 namespace larynth::block {
 
-LARYNTH_KERNEL void NoiseOneByOne(std::uint32_t state, const NoisePair& noise, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        state = NextNoiseState(state);
-        noise.first[i] = NoiseSample<double>(NoiseValue(state), noise.firstAmplitude);
-        state = NextNoiseState(state);
-        noise.second[i] = NoiseSample<double>(NoiseValue(state), noise.secondAmplitude);
-    }
-}
-
-/// Eight draws at once: the states of eight draws in a row, each moved on by eight draws in one step.
-LARYNTH_KERNEL void NoiseByEight(std::uint32_t state, const NoisePair& noise, std::size_t count) {
-    using States __attribute__((vector_size(32))) = std::uint32_t;
+/// The generator's states behind four draws of one source. The other source draws in between, so that four
+/// samples take the sequence on by eight.
+struct FourDraws {
+    using States __attribute__((vector_size(16))) = std::uint32_t;
     using Values __attribute__((vector_size(16))) = std::int32_t;
-    constexpr std::uint32_t kOffset = JumpNoiseState(0, 8);
-    constexpr std::uint32_t kFactor = JumpNoiseState(1, 8) - kOffset;
+    static constexpr std::uint32_t kOffset = JumpNoiseState(0, 8);
+    static constexpr std::uint32_t kFactor = JumpNoiseState(1, 8) - kOffset;
 
     States states;
-    std::uint32_t last = state;
-    for (int k = 0; k < 8; ++k) states[k] = last = NextNoiseState(last);
-    for (std::size_t i = 0; i < count; i += 4) {
-        const States bits = (states >> 16) & 0x7FFFU;
-        const auto even = __builtin_bit_cast(Values, __builtin_shufflevector(bits, bits, 0, 2, 4, 6));
-        const auto odd = __builtin_bit_cast(Values, __builtin_shufflevector(bits, bits, 1, 3, 5, 7));
-        Store4(NoiseSample(__builtin_convertvector(even, Double4), noise.firstAmplitude), noise.first + i);
-        Store4(NoiseSample(__builtin_convertvector(odd, Double4), noise.secondAmplitude), noise.second + i);
+
+    /// `first` is the state behind the source's first draw.
+    LARYNTH_KERNEL explicit FourDraws(std::uint32_t first)
+        : states{first, JumpNoiseState(first, 2), JumpNoiseState(first, 4), JumpNoiseState(first, 6)} {}
+
+    /// The next four samples.
+    LARYNTH_KERNEL Double4 Samples(double amplitude) {
+        const auto values =
+            __builtin_bit_cast(Values, NoiseValue(states));  // signed ones are faster converted
         states = states * kFactor + kOffset;
+        return NoiseSample(__builtin_convertvector(values, Double4), amplitude);
+    }
+};
+
+LARYNTH_KERNEL void DrawNoise(std::uint32_t state, const Noise& noise, std::size_t count) {
+    const Noise n = noise;  // a copy: the outputs could be any doubles
+    FourDraws aspiration(NextNoiseState(state)), frication(JumpNoiseState(state, 2));
+    for (std::size_t i = 0; i < count; i += 4) {
+        Store(aspiration.Samples(n.aspirationAmplitude), n.aspiration + i);
+        const Double4 samples = frication.Samples(n.fricationAmplitude);
+        Store(samples, n.frication + i);
+        Store(n.bypassGain * samples, n.bypassed + i);
     }
 }
 

@@ -1,16 +1,71 @@
 // SPDX-License-Identifier: MIT
 #include "engine/block/PhaseTable.h"
 
+#include <algorithm>
+
 #include "engine/VoicingSourceCore.h"
 
 namespace larynth::block {
 
-void PhaseTable::AddUp(double T, double& phase, const double* T0, std::span<double> phases) noexcept {
-    double t = phase;
-    for (std::size_t i = 0; i < phases.size(); ++i) {
-        phases[i] = t = NextPhase(t, T, T0[i]);
+namespace {
+
+/// How many of the phases come before the end of their period.
+std::size_t CountWithin(const double* phases, const double* T0, std::size_t count) noexcept {
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        bool ends = false;
+        for (std::size_t k = i; k < i + 4; ++k) ends |= phases[k] > T0[k];
+        if (ends) break;
     }
-    phase = t;
+    while (i < count && !(phases[i] > T0[i])) ++i;
+    return i;
+}
+
+}  // namespace
+
+void PhaseTable::Write(double T, double& phase, double T0, std::span<double> phases) noexcept {
+    const std::size_t count = phases.size();
+    if (!(T > 0.0 && T0 > T && Reaches(T, phase, count))) {
+        for (double& each : phases) each = phase = NextPhase(phase, T, T0);
+        return;
+    }
+    const std::size_t end = PlaceBeyond(T0);
+    for (std::size_t first = 0; first < count;) {
+        const std::size_t next = place_ + 1 < end ? place_ + 1 : 0;
+        const std::size_t length = std::min(count - first, end - next);
+        std::copy_n(sums_ + next, length, phases.data() + first);
+        first += length;
+        place_ = next + length - 1;
+    }
+    phase = sums_[place_];
+}
+
+void PhaseTable::Write(double T, double& phase, const double* T0, std::span<double> phases) noexcept {
+    const std::size_t count = phases.size();
+    if (!(T > 0.0 && Reaches(T, phase, count))) {
+        for (std::size_t i = 0; i < count; ++i) phases[i] = phase = NextPhase(phase, T, T0[i]);
+        return;
+    }
+    for (std::size_t i = 0; i < count;) {
+        const std::size_t length = CountWithin(sums_ + place_ + 1, T0 + i, count - i);
+        std::copy_n(sums_ + place_ + 1, length, phases.data() + i);
+        place_ += length;
+        i += length;
+        if (i < count) {
+            phases[i++] = 0.0;
+            place_ = 0;
+        }
+    }
+    phase = sums_[place_];
+}
+
+std::size_t PhaseTable::PlaceBeyond(double T0) const noexcept {
+    const double periods = T0 / T_;  // nearly its place, were the sums exact
+    std::size_t place =
+        periods < static_cast<double>(count_) ? static_cast<std::size_t>(periods) : count_ - 1;
+    while (sums_[place] > T0) --place;  // the first is 0
+    while (place < count_ && sums_[place] <= T0) ++place;
+    return place;
 }
 
 bool PhaseTable::Reaches(double T, double phase, std::size_t count) noexcept {

@@ -1,194 +1,223 @@
 // SPDX-License-Identifier: MIT
-/// All sections of both tracts at once.
+/// Both tracts over a stretch of samples.
 ///
-/// A section's recurrence is a chain of dependent operations, and sections in series wait for each other. So
-/// the cascade runs as a wavefront: its section k works on sample s − k at step s, takes in what its
-/// neighbour put out at the step before, and all lanes advance together. The sections of the parallel branch
-/// have the same input; their outputs are turned, four samples at a time, so that the sums are made in index
-/// order. Both recurrences stand in one loop, so that one computes while the other waits. Each section makes
-/// the operations of Resonator::Process and AntiResonator::Process, in their order.
+/// The waves of both are one long row of thirteen sections: the cascade runs as many samples behind the
+/// branch as the branch has sections. So one section begins at each of the first steps, and one ends at each
+/// of the last, and in between there is time for the antiresonator, which takes the tilt's output four
+/// samples at a time. Both waves stand in one loop, so that one computes while the other waits.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
-#include "engine/block/Lanes.h"
-#include "engine/block/Tracts.h"
+#include "engine/block/Kernels.h"
+#include "engine/block/SectionWaves.h"
 
 namespace larynth::block {
 
-/// Sections in registers.
-struct Chain {
-    Lanes A, B, C, state1, state2;
+using Index = std::int64_t;
 
-    LARYNTH_KERNEL explicit Chain(const SectionLanes& sections)
-        : A(LoadLanes(sections.A)),
-          B(LoadLanes(sections.B)),
-          C(LoadLanes(sections.C)),
-          state1(LoadLanes(sections.state1)),
-          state2(LoadLanes(sections.state2)) {}
+/// What a stretch leaves in memory, step by step.
+struct WaveRecord {
+    /// Steps from a sample's entry to its way out of the cascade, and out of the branch.
+    static constexpr Index kDelay = Tracts::kParallelCount + Tracts::kCascadeCount - 1;
+    static constexpr Index kBranchDelay = Tracts::kParallelCount - 1;
+    static constexpr std::size_t kSteps = kStretch + kDelay + 4;
 
-    LARYNTH_KERNEL Lanes Output(const Lanes& x) const { return (B * state1 + C * state2) + A * x; }
+    double mixed[2 + kSteps];     // what enters the antiresonator, behind the two samples before the stretch
+    double delayed[kSteps];       // what leaves it, and enters the cascade kParallelCount steps later
+    double branch[kSteps];        // what leaves the branch
+    WaveStates ends[kDelay + 4];  // of the wave from which a section leaves, from the last sample's step on
 
-    LARYNTH_KERNEL void Advance(const Lanes& newest) {
-        state2 = state1;
-        state1 = newest;
+    /// The wave moves on from `tracts` ...
+    LARYNTH_KERNEL explicit WaveRecord(const Tracts& tracts) {
+        mixed[0] = tracts.antiResonator->state2;
+        mixed[1] = tracts.antiResonator->state1;
     }
-    LARYNTH_KERNEL void StoreStates(SectionLanes& sections) const {
-        StoreLanes(state1, sections.state1);
-        StoreLanes(state2, sections.state2);
-    }
-};
-
-/// The cascade in lanes; `kTilting` as Tracts::tilting.
-template <bool kTilting>
-struct CascadeWave {
-    /// Steps from a sample's entry to its output.
-    static constexpr std::int64_t kDelay = Tracts::kCascadeCount - 1;
-
-    Chain chain;
-    Lanes out = {};
-    Lanes newest =
-        {};  // what goes into the states; in the tilt's lane without meaning while it does not tilt
-
-    static constexpr double Place(int lane) { return Tracts::CascadePlace(lane); }
-
-    /// The last lanes of `voicing` and `aspiration` enter.
-    LARYNTH_KERNEL void Compute(const Double4& voicing, const Double4& aspiration) {
-        static_assert(Tracts::CascadeLane(Tracts::kTilt) == 7 &&
-                      Tracts::CascadeLane(Tracts::kAntiResonator) == 3);
-        const Lanes x = {__builtin_shufflevector(out.high, out.high + aspiration, 0, 1, 2, 7),
-                         ShiftDown(out.low, voicing)};
-        out = chain.Output(x);
-        newest = {__builtin_shufflevector(out.low, x.low, 0, 1, 2, 7), out.high};
-        if constexpr (!kTilting) out.high = __builtin_shufflevector(out.high, x.high, 0, 1, 2, 7);
-    }
-
-    /// A step in the midst of a stretch: every section has a sample.
-    LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t s) {
-        Compute(Load4(samples.voicing + s - 3), Load4(samples.aspiration + s - 4));
-        chain.Advance(newest);
-        return out.low[0];
-    }
-    /// A step near the ends of the stretch: sections without a sample keep their states.
-    LARYNTH_KERNEL double EdgeStep(TractSamples samples, std::int64_t count, std::int64_t s) {
-        constexpr Double4 kLowPlaces = {Place(0), Place(1), Place(2), Place(3)};
-        constexpr Double4 kHighPlaces = {Place(4), Place(5), Place(6), Place(7)};
-        Compute(InAllLanes(s < count ? samples.voicing[s] : 0.0),
-                InAllLanes(s >= 1 && s <= count ? samples.aspiration[s - 1] : 0.0));
-        const auto last = static_cast<double>(s), before = static_cast<double>(s - count);
-        const Mask4 low = (kLowPlaces <= last) & (kLowPlaces > before);
-        const Mask4 high = (kHighPlaces <= last) & (kHighPlaces > before);
-        chain.state2 = {Choose(low, chain.state1.low, chain.state2.low),
-                        Choose(high, chain.state1.high, chain.state2.high)};
-        chain.state1 = {Choose(low, newest.low, chain.state1.low),
-                        Choose(high, newest.high, chain.state1.high)};
-        return out.low[0];
-    }
-};
-
-/// The parallel branch in lanes. Its steps give the sums of bypass and sections.
-struct ParallelBranch {
-    Chain chain;
-    double bypass;
-
-    LARYNTH_KERNEL Lanes Outputs(double x) {
-        const Lanes y = chain.Output({InAllLanes(x), InAllLanes(x)});
-        chain.Advance(y);
-        return y;
-    }
-    LARYNTH_KERNEL double Step(TractSamples samples, std::int64_t i) {
-        double outputs[SectionLanes::kLanes];
-        StoreLanes(Outputs(samples.frication[i]), outputs);
-        double sum = bypass * samples.frication[i];
-        for (int k = 0; k < Tracts::kParallelCount; ++k) sum = sum + outputs[k];
-        return sum;
-    }
-    LARYNTH_KERNEL Double4 FourSteps(TractSamples samples, std::int64_t i) {
-        const double* const x = samples.frication + i;
-        Lanes a = Outputs(x[0]), b = Outputs(x[1]), c = Outputs(x[2]), d = Outputs(x[3]);
-        static_assert(Tracts::kParallelCount == 7);
-        Transpose(a.low, b.low, c.low, d.low);
-        Transpose(a.high, b.high, c.high, d.high);
-        const Double4 sum = (((bypass * Load4(x) + a.low) + b.low) + c.low) + d.low;
-        return ((sum + a.high) + b.high) + c.high;
-    }
-};
-
-template <bool kTilting>
-LARYNTH_KERNEL void RunWave(Tracts& tracts, TractSamples samples, std::int64_t count) {
-    constexpr std::int64_t kDelay = CascadeWave<kTilting>::kDelay;
-    CascadeWave<kTilting> cascade{Chain(tracts.cascade)};
-    ParallelBranch parallel{Chain(tracts.parallel), tracts.bypass};
-    std::int64_t s = 0, i = 0;  // the step of the cascade, the sample that leaves both
-    for (; s < kDelay; ++s) cascade.EdgeStep(samples, count, s);
-    for (; s + 4 <= count; s += 4, i += 4) {
-        const Double4 sums = parallel.FourSteps(samples, i);
-        const double a = cascade.Step(samples, s), b = cascade.Step(samples, s + 1);
-        const double c = cascade.Step(samples, s + 2), d = cascade.Step(samples, s + 3);
-        Store4(sums + Double4{a, b, c, d}, samples.sum + i);
-    }
-    for (; i < count; ++s, ++i) {
-        tracts.parallelOutput = parallel.Step(samples, i);
-        samples.sum[i] = tracts.parallelOutput + cascade.EdgeStep(samples, count, s);
-    }
-    cascade.chain.StoreStates(tracts.cascade);
-    parallel.chain.StoreStates(tracts.parallel);
-}
-
-LARYNTH_KERNEL void ParallelByFour(Tracts& tracts, TractSamples samples, std::size_t count) {
-    ParallelBranch parallel{Chain(tracts.parallel), tracts.bypass};
-    std::int64_t i = 0;
-    const auto end = static_cast<std::int64_t>(count);
-    for (; i + 4 <= end; i += 4) Store4(parallel.FourSteps(samples, i), samples.sum + i);
-    for (; i < end; ++i) samples.sum[i] = parallel.Step(samples, i);
-    parallel.chain.StoreStates(tracts.parallel);
-    tracts.parallelOutput = samples.sum[count - 1];
-}
-
-LARYNTH_KERNEL void TractsByWave(Tracts& tracts, TractSamples samples, std::size_t count) {
-    const auto signedCount = static_cast<std::int64_t>(count);
-    if (tracts.tilting) {
-        RunWave<true>(tracts, samples, signedCount);
-    } else {
-        RunWave<false>(tracts, samples, signedCount);
-    }
-}
-
-/// One sample through one lane's section; `kAnti` keeps inputs instead of outputs.
-template <bool kAnti = false>
-LARYNTH_KERNEL double RunLane(SectionLanes& lanes, int k, double x) {
-    const double y = (lanes.B[k] * lanes.state1[k] + lanes.C[k] * lanes.state2[k]) + lanes.A[k] * x;
-    lanes.state2[k] = lanes.state1[k];
-    lanes.state1[k] = kAnti ? x : y;
-    return y;
-}
-
-// The same without vectors: sample by sample, section by section.
-
-LARYNTH_KERNEL void ParallelOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        double y = tracts.bypass * samples.frication[i];
-        for (int k = 0; k < Tracts::kParallelCount; ++k) {
-            y = y + RunLane(tracts.parallel, k, samples.frication[i]);
+    /// ... and leaves its states there.
+    LARYNTH_KERNEL void Leave(const Tracts& tracts, std::size_t count) const {
+        if (tracts.tilt != nullptr) ends[0].Leave(Tracts::kParallelCount, *tracts.tilt);
+        for (int place = 0; place < Tracts::kParallelCount; ++place) {
+            ends[place].Leave(place, *tracts.parallel[place]);
         }
-        samples.sum[i] = y;
+        for (int place = 0; place < Tracts::kCascadeCount; ++place) {
+            ends[Tracts::kParallelCount + place].Leave(place, *tracts.cascade[place]);
+        }
+        tracts.antiResonator->state1 = mixed[count + 1];
+        tracts.antiResonator->state2 = mixed[count];
     }
-    tracts.parallelOutput = samples.sum[count - 1];
+};
+
+template <class Four>
+class TractWave {
+  public:
+    LARYNTH_KERNEL TractWave(const Tracts& tracts, const TractSamples& samples, std::size_t count,
+                             WaveRecord& record)
+        : tracts_(tracts),
+          samples_(samples),
+          last_(static_cast<Index>(count) - 1),
+          record_(record),
+          branch_(tracts.parallel, tracts.tilt != nullptr ? *tracts.tilt : kSilent),
+          cascade_(tracts.cascade),
+          antiResonator_(*tracts.antiResonator) {}
+
+    LARYNTH_KERNEL void Run() {
+        Begin(std::make_integer_sequence<int, kDelay / 4>{});
+        BeginSection<kDelay>();
+        Index s = kDelay;
+        for (; s + 3 < last_; s += 4) FourSteps(s);
+        for (; s <= last_ + kDelay; s += 4) FourSteps<true>(s);
+    }
+
+  private:
+    static constexpr int kDelay = WaveRecord::kDelay;
+    static_assert(kDelay % 4 == 0);
+
+    /// The steps until the first sample comes out.
+    template <int... kFours>
+    LARYNTH_KERNEL void Begin(std::integer_sequence<int, kFours...>) {
+        (BeginFour<4 * kFours>(), ...);
+    }
+    template <int kStep>
+    LARYNTH_KERNEL void BeginFour() {
+        const Index from = Entering(kStep);
+        const Four a = BeginStep<kStep>(from), b = BeginStep<kStep + 1>(from + 1);
+        const Four c = BeginStep<kStep + 2>(from + 2), d = BeginStep<kStep + 3>(from + 3);
+        AntiResonate(kStep, from, FirstLanes(a, b, c, d));
+    }
+    template <int kStep>
+    LARYNTH_KERNEL Four BeginStep(Index from) {
+        BeginSection<kStep>();
+        if (kStep >= Tracts::kParallelCount) CascadeStep(kStep);
+        const Four tilted = BranchStep(kStep, from);
+        if (kStep >= last_) KeepStates(kStep);
+        return tilted;
+    }
+    template <int kStep>
+    LARYNTH_KERNEL void BeginSection() {
+        constexpr int kPlace = kStep - Tracts::kParallelCount;
+        if constexpr (kPlace < 0) {
+            branch_.wave.template Enter<kStep>(*tracts_.parallel[kStep]);
+        } else {
+            cascade_.wave.template Enter<kPlace>(*tracts_.cascade[kPlace]);
+        }
+    }
+
+    /// Steps with all sections at work; `kEnding`: the last sample has entered, or does.
+    template <bool kEnding = false>
+    LARYNTH_KERNEL void FourSteps(Index s) {
+        const Index from = kEnding ? Entering(s) : s;
+        const Four a = OneStep<kEnding>(s, from), b = OneStep<kEnding>(s + 1, from + 1);
+        const Four c = OneStep<kEnding>(s + 2, from + 2), d = OneStep<kEnding>(s + 3, from + 3);
+        AntiResonate(s, from, FirstLanes(a, b, c, d));
+    }
+    template <bool kEnding>
+    LARYNTH_KERNEL Four OneStep(Index s, Index from) {
+        CascadeStep(s);
+        const Four tilted = BranchStep(s, from);
+        const Index sample = s - kDelay;
+        samples_.sum[sample] = record_.branch[sample + WaveRecord::kBranchDelay] + cascade_.Output();
+        if (kEnding && s >= last_) KeepStates(s);
+        return tilted;
+    }
+
+    LARYNTH_KERNEL void CascadeStep(Index s) { cascade_.Step(record_.delayed[s - Tracts::kParallelCount]); }
+    LARYNTH_KERNEL Four BranchStep(Index s, Index from) {
+        branch_.Step(samples_.frication + from, samples_.bypassed + from, samples_.voicing + from);
+        record_.branch[s] = branch_.Output();
+        return branch_.Tilted();
+    }
+    LARYNTH_KERNEL void AntiResonate(Index s, Index from, const Four& tilted) {
+        const Four voicing = tracts_.tilt != nullptr ? tilted : Load<Four>(samples_.voicing + from);
+        const Four x = voicing + Load<Four>(samples_.aspiration + from);
+        Store(x, record_.mixed + 2 + s);
+        Store(antiResonator_.Run(x), record_.delayed + s);
+    }
+
+    /// The sample from which four enter at step `s`; behind the last it does not matter what enters.
+    LARYNTH_KERNEL Index Entering(Index s) const { return std::min(s, last_ & ~Index{3}); }
+
+    LARYNTH_KERNEL void KeepStates(Index s) {
+        const Index ended = s - last_;
+        if (ended < Tracts::kParallelCount) {
+            record_.ends[ended].Keep(branch_.wave);
+        } else {
+            record_.ends[ended].Keep(cascade_.wave);
+        }
+    }
+
+    const Tracts& tracts_;
+    const TractSamples samples_;
+    const Index last_;  // sample
+    WaveRecord& record_;
+    BranchWave<Four> branch_;
+    CascadeWave<Four> cascade_;
+    AntiResonatorRow<Four> antiResonator_;
+};
+
+template <class Four>
+LARYNTH_KERNEL double RunTracts(const Tracts& tracts, const TractSamples& samples, std::size_t count) {
+    WaveRecord record(tracts);
+    TractWave<Four>(tracts, samples, count, record).Run();
+    record.Leave(tracts, count);
+    return record.branch[count - 1 + WaveRecord::kBranchDelay];
 }
 
-LARYNTH_KERNEL void TractsOneByOne(Tracts& tracts, TractSamples samples, std::size_t count) {
-    ParallelOneByOne(tracts, samples, count);
-    for (std::size_t i = 0; i < count; ++i) {
-        double x = samples.voicing[i];
-        if (tracts.tilting) x = RunLane(tracts.cascade, Tracts::CascadeLane(Tracts::kTilt), x);
-        x = RunLane<true>(tracts.cascade, Tracts::CascadeLane(Tracts::kAntiResonator),
-                          x + samples.aspiration[i]);
-        for (int place = Tracts::kAntiResonator + 1; place < Tracts::kCascadeCount; ++place) {
-            x = RunLane(tracts.cascade, Tracts::CascadeLane(place), x);
-        }
-        samples.sum[i] = samples.sum[i] + x;
+/// The branch by itself: its output is added to what is in `samples.sum`.
+template <class Four>
+class BranchAlone {
+  public:
+    LARYNTH_KERNEL BranchAlone(const Tracts& tracts, const TractSamples& samples, std::size_t count)
+        : tracts_(tracts),
+          samples_(samples),
+          last_(static_cast<Index>(count) - 1),
+          branch_(tracts.parallel, kSilent) {}
+
+    /// The last output.
+    LARYNTH_KERNEL double Run(WaveStates* ends) {
+        Begin(ends, std::make_integer_sequence<int, Tracts::kParallelCount>{});
+        for (Index s = Tracts::kParallelCount; s <= last_ + kDelay; ++s) Step(s, ends);
+        return output_;
     }
+
+  private:
+    static constexpr Index kDelay = WaveRecord::kBranchDelay;
+
+    template <int... kPlaces>
+    LARYNTH_KERNEL void Begin(WaveStates* ends, std::integer_sequence<int, kPlaces...>) {
+        (BeginSection<kPlaces>(ends), ...);
+    }
+    template <int kPlace>
+    LARYNTH_KERNEL void BeginSection(WaveStates* ends) {
+        branch_.wave.template Enter<kPlace>(*tracts_.parallel[kPlace]);
+        Step(kPlace, ends);
+    }
+    LARYNTH_KERNEL void Step(Index s, WaveStates* ends) {
+        const Index from = std::min(s, last_);
+        branch_.Step(samples_.frication + from, samples_.bypassed + from, samples_.voicing + from);
+        if (s >= last_) ends[s - last_].Keep(branch_.wave);
+        if (s < kDelay) return;
+        output_ = branch_.Output();
+        samples_.sum[s - kDelay] = output_ + samples_.sum[s - kDelay];
+    }
+
+    const Tracts& tracts_;
+    const TractSamples samples_;
+    const Index last_;  // sample
+    BranchWave<Four> branch_;
+    double output_ = 0.0;
+};
+
+template <class Four>
+LARYNTH_KERNEL double AddParallel(const Tracts& tracts, const TractSamples& samples, std::size_t count) {
+    WaveStates ends[Tracts::kParallelCount];
+    const double last = BranchAlone<Four>(tracts, samples, count).Run(ends);
+    for (int place = 0; place < Tracts::kParallelCount; ++place) {
+        ends[place].Leave(place, *tracts.parallel[place]);
+    }
+    return last;
 }
 
 }  // namespace larynth::block

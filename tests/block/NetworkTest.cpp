@@ -106,7 +106,7 @@ class Comparison {
         blocks_.SetParams(packet);
         const FlushDenormals flush;
         const std::uint32_t state = *LarynthNoiseState();
-        std::vector<double> expected(count), sums(count);
+        std::vector<double> expected(count), sums(count + kRoom);
         for (double& sum : expected) sum = single_.NextSample();
         const std::uint32_t stateBehind = *LarynthNoiseState();
 

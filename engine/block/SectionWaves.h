@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+/// The sections of both tracts as waves.
+///
+/// A section's recurrence is a chain of operations that wait for each other, and sections in series wait for
+/// each other as well. So they run as a wave: at a step the section at place k works on the sample k before
+/// the one that place 0 works on, takes in what its neighbour put out at the step before, and all of them
+/// advance together, one a lane. Neighbours lie in different halves: what the high half puts out is what the
+/// low half takes in, and the other way round it is one lane further down.
+///
+///     lane     0 1 2 3          0 1 2 3
+///     place    7 5 3 1  (low)   6 4 2 0  (high)
+#pragma once
+
+#include "engine/block/Lanes.h"
+#include "engine/block/Tracts.h"
+
+namespace larynth::block {
+
+constexpr int LaneOf(int place) { return 3 - place / 2; }
+constexpr bool IsHigh(int place) { return place % 2 == 0; }
+
+/// For a place without a section.
+inline constexpr SectionValues kSilent{0.0, 0.0, 0.0};
+
+/// Eight sections. Each is without states until it enters, which it does before its first sample.
+template <class Four>
+struct Wave {
+    Section<Four> low, high;
+
+    /// The sections at the places 0 to 7.
+    LARYNTH_KERNEL Wave(const SectionValues& s0, const SectionValues& s1, const SectionValues& s2,
+                        const SectionValues& s3, const SectionValues& s4, const SectionValues& s5,
+                        const SectionValues& s6, const SectionValues& s7)
+        : low(SideBySide(s7, s5, s3, s1)), high(SideBySide(s6, s4, s2, s0)) {}
+
+    template <int kPlace>
+    LARYNTH_KERNEL void Enter(const SectionValues& section) {
+        Section<Four>& half = IsHigh(kPlace) ? high : low;
+        half.state1 = WithLane<LaneOf(kPlace)>(half.state1, InAllLanes<Four>(section.state1));
+        half.state2 = WithLane<LaneOf(kPlace)>(half.state2, InAllLanes<Four>(section.state2));
+    }
+
+  private:
+    LARYNTH_KERNEL static Section<Four> SideBySide(const SectionValues& a, const SectionValues& b,
+                                                   const SectionValues& c, const SectionValues& d) {
+        return {Four{a.A, b.A, c.A, d.A}, Four{a.B, b.B, c.B, d.B}, Four{a.C, b.C, c.C, d.C}};
+    }
+};
+
+/// The states of a wave behind a step, from which a section leaves behind its last sample.
+struct WaveStates {
+    double low1[4], low2[4], high1[4], high2[4];
+
+    template <class Four>
+    LARYNTH_KERNEL void Keep(const Wave<Four>& wave) {
+        Store(wave.low.state1, low1);
+        Store(wave.low.state2, low2);
+        Store(wave.high.state1, high1);
+        Store(wave.high.state2, high2);
+    }
+    LARYNTH_KERNEL void Leave(int place, SectionValues& section) const {
+        section.state1 = (IsHigh(place) ? high1 : low1)[LaneOf(place)];
+        section.state2 = (IsHigh(place) ? high2 : low2)[LaneOf(place)];
+    }
+};
+
+/// The parallel branch. It is the input that travels from place to place, and with it the sum of the bypass
+/// and of the sections that it has passed, which is so made in their order. The tilt runs at the place that
+/// the branch leaves free, on the newest sample.
+template <class Four>
+struct BranchWave {
+    static constexpr int kTiltPlace = Tracts::kParallelCount;
+
+    Wave<Four> wave;
+    Four inputLow = {}, inputHigh = {};
+    Four sumLow = {}, sumHigh = {};
+
+    /// `s` are the sections of the branch.
+    LARYNTH_KERNEL BranchWave(SectionValues* const* s, const SectionValues& tilt)
+        : wave(*s[0], *s[1], *s[2], *s[3], *s[4], *s[5], *s[6], tilt) {
+        wave.template Enter<kTiltPlace>(tilt);
+    }
+
+    /// A sample of each enters, the first of those that the pointers show.
+    LARYNTH_KERNEL void Step(const double* frication, const double* bypassed, const double* voicing) {
+        const Four input = ShiftDown(inputLow, Load<Four>(frication));
+        const Four sum = ShiftDown(sumLow, Load<Four>(bypassed));
+        inputLow = WithLane<LaneOf(kTiltPlace)>(inputHigh, Load<Four>(voicing));
+        inputHigh = input;
+        sumLow = sumHigh + wave.low.Resonate(inputLow);
+        sumHigh = sum + wave.high.Resonate(inputHigh);
+    }
+    LARYNTH_KERNEL double Output() const { return Lane<LaneOf(Tracts::kParallelCount - 1)>(sumHigh); }
+
+    /// What the tilt puts out, in the first lane.
+    LARYNTH_KERNEL Four Tilted() const { return wave.low.state1; }
+};
+
+/// The resonators of the cascade. The newest state of a section is what it puts out.
+template <class Four>
+struct CascadeWave {
+    Wave<Four> wave;
+
+    LARYNTH_KERNEL explicit CascadeWave(SectionValues* const* s)
+        : wave(*s[0], *s[1], *s[2], *s[3], *s[4], *s[5], kSilent, kSilent) {}
+
+    LARYNTH_KERNEL void Step(double x) {
+        const Four input = ShiftDown(wave.low.state1, Four{x, 0.0, 0.0, 0.0});
+        wave.low.Resonate(wave.high.state1);
+        wave.high.Resonate(input);
+    }
+    LARYNTH_KERNEL double Output() const { return Lane<LaneOf(Tracts::kCascadeCount - 1)>(wave.low.state1); }
+};
+
+/// The antiresonator, which waits for no output, four samples at a time.
+template <class Four>
+struct AntiResonatorRow {
+    Section<Four> section;
+    Four before;  // the samples before the next four
+
+    LARYNTH_KERNEL explicit AntiResonatorRow(const SectionValues& s)
+        : section{InAllLanes<Four>(s.A), InAllLanes<Four>(s.B), InAllLanes<Four>(s.C)},
+          before{0.0, 0.0, s.state2, s.state1} {}
+
+    LARYNTH_KERNEL Four Run(const Four& x) {
+        section.state1 = ShiftUpOne(before, x);
+        section.state2 = ShiftUpTwo(before, x);
+        before = x;
+        return section.Output(x);
+    }
+};
+
+}  // namespace larynth::block
