@@ -3,7 +3,7 @@
 
 #include "engine/block/FinishLoop.h"
 #include "engine/block/Loops.h"
-#include "engine/block/NoiseLoops.h"
+#include "engine/block/NoiseLoop.h"
 #include "engine/block/Sections.h"
 #include "engine/block/TractWave.h"
 

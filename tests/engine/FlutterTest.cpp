@@ -31,5 +31,26 @@ TEST(Flutter, StandsAtF0WithoutATimeStepAndStaysWithinItsDepth) {
     EXPECT_NEAR(flutter.Time(), 20000.0 / 11025.0, 1e-9);
 }
 
+TEST(Flutter, ManyStepsAtOnceReachTheTimesOfSingleSteps) {
+    constexpr double kUnit = 0x1p-39 * 1e5;  // steps FLT·10⁻⁵ of a last place of times from 2^13 on
+    for (const double start : {0.0, 0.2, 1.0 - 1e-4, 8191.999, 8192.0, 16383.9999}) {
+        for (const double FLT : {0.0, -9.0, 9.07, 800.0, 1e12, 0.5 * kUnit, 1.5 * kUnit, 2.5 * kUnit,
+                                 0.4 * kUnit, 2.6 * kUnit, 3.0 * kUnit}) {
+            Flutter single, together;
+            single.Step(100.0, 0.1, start * 1e5);
+            together.Step(100.0, 0.1, start * 1e5);
+            for (const std::size_t count : {0U, 1U, 2U, 110U, 250U}) {
+                std::vector<double> times(count);
+                together.Advance(FLT, times);
+                for (std::size_t i = 0; i < count; ++i) {
+                    single.Step(100.0, 0.1, FLT);
+                    ASSERT_EQ(times[i], single.Time()) << start << " + " << i + 1 << " steps of " << FLT;
+                }
+                ASSERT_EQ(together.Time(), single.Time());
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace larynth
