@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <fstream>
 
-#include "host/FrameTableParser.h"
-#include "host/ItemVocabulary.h"
+#include "host/tables/FrameTable.h"
 
 namespace larynth::bench {
 namespace {
@@ -58,13 +57,13 @@ std::vector<PlainFrame> VowelFrames(const FrameKind& kind, int length, int count
 std::vector<PlainFrame> TableFrames(const char* path) {
     const auto vocabulary = ItemVocabulary::OfNewPacket();
     std::ifstream file(path);
-    const FrameTable table = FrameTableParser(vocabulary, {}, path).Parse(file);
+    const FrameTable table = FrameTableParser(file, path, vocabulary, {}).Parse();
     std::vector<PlainFrame> frames;
-    for (const Frame& row : table.frames) {
+    for (const TableFrame& row : table.frames) {
         PlainFrame frame = NewFrame(vocabulary, table.sampleFreq);
         frame.length = row.length;
-        for (std::size_t i = 0; i < table.items.size(); ++i) {
-            frame.items[static_cast<std::size_t>(table.items[i])] = row.values[i];
+        for (std::size_t i = 0; i < table.itemIndices.size(); ++i) {
+            frame.items[static_cast<std::size_t>(table.itemIndices[i])] = row.values[i];
         }
         frames.push_back(frame);
     }

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 
+#include <larynth/Runtime.h>
+
 namespace larynth {
 namespace {
 
@@ -35,11 +37,14 @@ std::string StatusText(HRESULT hr) {
 
 }  // namespace
 
-ComponentFailure::ComponentFailure(HRESULT hr, const std::string& what)
-    : std::runtime_error("cannot " + what + " (" + StatusText(hr) + ")"), hr_(hr) {}
+BadInput::BadInput(const TextPosition& where, const std::string& expected)
+    : std::runtime_error(where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) +
+                         ": expected " + expected) {}
 
 void Require(HRESULT hr, const char* what) {
-    if (FAILED(hr)) throw ComponentFailure(hr, what);
+    if (FAILED(hr)) throw std::runtime_error("cannot " + std::string(what) + " (" + StatusText(hr) + ")");
 }
+
+void RaiseLastError() { throw std::runtime_error(LarynthLastError()); }
 
 }  // namespace larynth

@@ -8,24 +8,27 @@
 
 namespace larynth {
 
+/// A place in a text file.
+struct TextPosition {
+    std::string file;
+    int line;    ///< From 1.
+    int column;  ///< From 1, counting characters, not bytes.
+};
+
 /// The user's arguments or input cannot be used; everything else that goes wrong is a failure while working.
 class BadInput : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
+
+    /// "FILE:LINE:COLUMN: expected …"; `expected` completes the sentence.
+    BadInput(const TextPosition& where, const std::string& expected);
 };
 
-/// A component call that failed: what could not be done, and the status code.
-class ComponentFailure : public std::runtime_error {
-  public:
-    ComponentFailure(HRESULT hr, const std::string& what);
-
-    HRESULT Code() const noexcept { return hr_; }
-
-  private:
-    HRESULT hr_;
-};
-
-/// Raises ComponentFailure for a failing code; `what` completes the sentence "cannot …".
+/// Raises std::runtime_error with the status code for a component call that failed; `what` completes the
+/// sentence "cannot …".
 void Require(HRESULT hr, const char* what);
+
+/// Raises std::runtime_error with the runtime's own text, which names files and causes.
+[[noreturn]] void RaiseLastError();
 
 }  // namespace larynth

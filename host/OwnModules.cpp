@@ -2,9 +2,10 @@
 #include "host/OwnModules.h"
 
 #include <filesystem>
-#include <stdexcept>
 
 #include <larynth/Runtime.h>
+
+#include "host/Errors.h"
 
 namespace larynth {
 
@@ -16,7 +17,7 @@ std::vector<std::string> OwnModules() {
 
 void LoadOwnModules() {
     for (const std::string& module : OwnModules()) {
-        if (FAILED(LarynthLoadModule(module.c_str()))) throw std::runtime_error(LarynthLastError());
+        if (FAILED(LarynthLoadModule(module.c_str()))) RaiseLastError();
     }
 }
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-/// Voices and voicing sources from what a user wrote down. All functions raise ComponentFailure.
+/// Voices and voicing sources from what a user wrote down. All functions raise std::runtime_error.
 #pragma once
 
 #include <larynth/Larynth.h>
 
-#include "host/VoiceFile.h"
-#include "host/Waveform.h"
+#include "host/tables/VoiceFile.h"
 
 namespace larynth {
 

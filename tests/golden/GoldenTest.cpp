@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <cmath>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -9,87 +7,115 @@
 #include <utility>
 #include <vector>
 
-#include "tests/host/CommandFolder.h"
+#include "host/Errors.h"
+#include "host/Files.h"
+#include "host/Rendering.h"
+#include "tests/support/ForwardingOuter.h"
 
-namespace larynth::test {
+namespace larynth {
 namespace {
 
-const std::filesystem::path kData = LARYNTH_GOLDEN_DIR;
-
-using Position = std::pair<long, std::string>;  // sample, text
+using Position = std::pair<std::size_t, std::string>;  // sample, text
 
 struct GoldenCase {
-    std::string name, input, expected;
-    std::vector<std::string> options;
+    std::string name, input, kind, expected;
+    std::vector<std::string> options;  // of `larynth render`: names and values
     std::size_t samples;
     std::vector<Position> markers;
 };
 
 void PrintTo(const GoldenCase& row, std::ostream* stream) { *stream << row.name; }
 
-GoldenCase CaseOf(const nlohmann::json& row) {
-    return {row.at("name"),    row.at("input"),   row.at("expected"),
-            row.at("options"), row.at("samples"), row.at("markers").get<std::vector<Position>>()};
-}
+std::string Content(const std::string& name) { return InputFile(LARYNTH_GOLDEN_DIR "/" + name).ReadAll(); }
 
 std::vector<GoldenCase> AllCases() {
     std::vector<GoldenCase> cases;
-    std::ifstream file(kData / "index.json");
-    const auto index = nlohmann::json::parse(file);
-    for (const auto& row : index.at("cases")) cases.push_back(CaseOf(row));
+    const auto index = nlohmann::json::parse(Content("index.json"));
+    for (const auto& row : index.at("cases")) {
+        cases.push_back({row.at("name"), row.at("input"), row.at("kind"), row.at("expected"),
+                         row.at("options"), row.at("samples"), row.at("markers")});
+    }
     return cases;
 }
 
-std::string CommandLine(const GoldenCase& row, const CommandFolder& folder) {
-    std::string line = "cd '" + kData.string() + "' && larynth render " + row.input;
-    for (const std::string& option : row.options) line += " '" + option + "'";
-    return line + " -o " + folder.Path("out.raw").string() + " --labels " + folder.Path("labels").string();
+Utterance InputOf(const GoldenCase& row) {
+    const std::string content = Content(row.input);
+    if (row.kind == "packets") return PacketFile{.packets = ParsePackets(content, row.input)};
+    std::istringstream stream(content);
+    return FrameTableParser(stream, row.input, ItemVocabulary::OfNewPacket(), {}).Parse();
 }
 
-struct LabelLine {
-    double start, end;  // seconds
-    std::string text;
+SynthesizerSettings SettingsOf(const GoldenCase& row) {
+    SynthesizerSettings settings;
+    for (std::size_t i = 0; i + 1 < row.options.size(); i += 2) {
+        const std::string& option = row.options[i];
+        const std::string& value = row.options[i + 1];
+        if (option == "--volume") settings.volume = ParseNumber(value).value();
+        if (option == "--output-gain") settings.outputGain = ParseNumber(value).value();
+        if (option == "--tract") settings.tract = TractForm::Filter;
+        if (option == "--voice") settings.voice = ParseVoice(Content(value), value);
+        if (option == "--source") {
+            std::istringstream file(Content(value.substr(std::string("wave:").size())));
+            settings.wave = ParseWaveform(file, value);
+        }
+    }
+    return settings;
+}
+
+unsigned SeedOf(const GoldenCase& row) {
+    const auto seed = std::find(row.options.begin(), row.options.end(), "--seed");
+    return seed == row.options.end() ? 1 : static_cast<unsigned>(std::stoul(seed[1]));
+}
+
+/// With a part of something foreign among the components a sample is computed through the interfaces, else in
+/// vectors.
+enum class Path { Vectors, Samples };
+
+class Golden : public testing::TestWithParam<std::tuple<GoldenCase, Path>> {
+  protected:
+    static void SetUpTestSuite() {
+        for (const char* module : {"/Larynth.so", "/LarynthCompanion.so"}) {
+            const std::string path = std::string(LARYNTH_MODULE_DIR) + module;
+            ASSERT_EQ(LarynthLoadModule(path.c_str()), S_OK) << LarynthLastError();
+        }
+    }
 };
 
-std::vector<LabelLine> LabelsOf(const std::string& content) {
-    std::vector<LabelLine> labels;
-    std::istringstream lines(content);
-    for (std::string start, end, text;
-         std::getline(std::getline(std::getline(lines, start, '\t'), end, '\t'), text);) {
-        labels.push_back({std::stod(start), std::stod(end), text});
-    }
-    return labels;
-}
-
-class Golden : public testing::TestWithParam<GoldenCase> {};
-
 TEST_P(Golden, GivesTheExpectedSamplesAndMarkers) {
-    const GoldenCase& row = GetParam();
-    const CommandFolder folder;
-    const CommandResult result = folder.Run(CommandLine(row, folder));
-    ASSERT_EQ(result.status, 0) << result.err;
-
-    const std::vector<int> got = SamplesOf(folder.Read("out.raw"));
-    const std::vector<int> expected = SamplesOf(FileContent(kData / row.expected));
-    ASSERT_EQ(expected.size(), row.samples);
-    ASSERT_EQ(got.size(), expected.size());
-    const auto [differs, wanted] = std::mismatch(got.begin(), got.end(), expected.begin());
-    EXPECT_TRUE(differs == got.end()) << "first difference at sample " << differs - got.begin() << ": got "
-                                      << *differs << ", expected " << *wanted;
-
-    std::vector<Position> markers;
-    const std::vector<LabelLine> labels = LabelsOf(folder.Read("labels"));
-    for (const LabelLine& label : labels) {
-        const double sampleFreq = static_cast<double>(row.samples) / labels.back().end;
-        markers.emplace_back(std::lround(label.start * sampleFreq), label.text);
+    const auto& [row, path] = GetParam();
+    const Utterance utterance = InputOf(row);
+    ForwardingOuter outer;
+    Synthesizer synthesizer(SettingsOf(row), SampleFreqOf(utterance));
+    if (path == Path::Samples) {
+        ASSERT_EQ(outer.part.Create(CLSID_TTSAspirationSource, &outer), S_OK);
+        synthesizer.PlugIn(&outer, IID_ITTSAspirationSource);
     }
+    LarynthSeedNoise(SeedOf(row));
+    const Sound sound = Render(utterance, synthesizer, {});
+
+    const std::string bytes = Content(row.expected);
+    ASSERT_EQ(bytes.size(), 2 * row.samples);
+    ASSERT_EQ(sound.samples.size(), row.samples);
+    for (std::size_t i = 0; i < row.samples; ++i) {
+        const int high = static_cast<signed char>(bytes[2 * i + 1]);
+        ASSERT_EQ(sound.samples[i], high * 256 + static_cast<unsigned char>(bytes[2 * i])) << "sample " << i;
+    }
+    std::vector<Position> markers;
+    for (const Label& label : sound.labels) markers.emplace_back(label.sample, label.text);
     EXPECT_EQ(markers, row.markers);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, Golden, testing::ValuesIn(AllCases()),
-                         [](const auto& test) { return test.param.name; });
+std::string NameOf(const testing::TestParamInfo<Golden::ParamType>& test) {
+    const auto& [row, path] = test.param;
+    return row.name + (path == Path::Vectors ? "_vectors" : "_samples");
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Golden,
+                         testing::Combine(testing::ValuesIn(AllCases()),
+                                          testing::Values(Path::Vectors, Path::Samples)),
+                         NameOf);
 
 TEST(GoldenIndex, HasThirtyThreeCases) { EXPECT_EQ(AllCases().size(), 33u); }
 
 }  // namespace
-}  // namespace larynth::test
+}  // namespace larynth

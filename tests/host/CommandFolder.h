@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
 #include <string>
+#include <sys/wait.h>
 #include <vector>
 
 namespace larynth::test {
@@ -14,33 +20,50 @@ struct CommandResult {
     std::string err;  ///< Standard error.
 };
 
-/// A folder of its own in which command lines run with `larynth` on the path. Removed with all that is in it.
+/// A folder of its own in which command lines run with `larynth` on the path and `store.db` as registration
+/// store. Removed with all that is in it.
 class CommandFolder {
   public:
-    CommandFolder();
+    CommandFolder() {
+        if (mkdtemp(root_.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        std::filesystem::create_directory(Path(""));
+    }
     CommandFolder(const CommandFolder&) = delete;
     CommandFolder& operator=(const CommandFolder&) = delete;
-    ~CommandFolder();
+    ~CommandFolder() { std::filesystem::remove_all(root_); }
 
     /// Runs a line of shell.
-    CommandResult Run(const std::string& line) const;
+    CommandResult Run(const std::string& line) const {
+        const std::string script = "cd '" + Path("") +
+                                   "' && export LARYNTH_REGISTRY=store.db PATH='" LARYNTH_COMMAND_DIR
+                                   "':\"$PATH\" && ( " +
+                                   line + "\n) >../out 2>../err";
+        const int status = std::system(script.c_str());
+        const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        return {code, Read("../out"), Read("../err")};
+    }
 
-    std::filesystem::path Path(const std::string& name) const { return folder_ / name; }
-    void Write(const std::string& name, const std::string& content) const;
+    std::string Path(const std::string& name) const { return root_ + "/work/" + name; }
+    void Write(const std::string& name, const std::string& content) const {
+        std::ofstream(Path(name), std::ios::binary) << content;
+    }
     /// Empty for a file that does not exist.
-    std::string Read(const std::string& name) const;
+    std::string Read(const std::string& name) const {
+        std::ifstream file(Path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
     /// The names of everything in the folder, in order; hidden names too.
-    std::vector<std::string> Names() const;
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(Path(""))) {
+            names.push_back(entry.path().filename());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
 
   private:
-    std::filesystem::path folder_;
-    std::filesystem::path streams_;  // what the last command wrote, outside its folder
+    std::string root_ = std::filesystem::temp_directory_path() / "larynth-test-XXXXXX";
 };
-
-/// A whole file's bytes; empty when it cannot be read.
-std::string FileContent(const std::filesystem::path& path);
-
-/// 16-bit little-endian samples.
-std::vector<int> SamplesOf(const std::string& bytes);
 
 }  // namespace larynth::test

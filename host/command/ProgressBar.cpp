@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "host/command/ProgressBar.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace larynth {
+namespace {
+
+constexpr int kWidth = 40;
+constexpr char kFull[] = "########################################";
+static_assert(sizeof(kFull) == kWidth + 1);
+
+}  // namespace
+
+bool ProgressBar::IsWanted() { return isatty(STDERR_FILENO) == 1; }
+
+ProgressBar::~ProgressBar() {
+    if (shown_ >= 0) std::fputs("\r\x1b[K", stderr);
+}
+
+void ProgressBar::Show(std::size_t done) noexcept {
+    if (total_ == 0) return;
+    const int percent = static_cast<int>(100 * done / total_);
+    if (percent == shown_) return;
+    shown_ = percent;
+    std::fprintf(stderr, "\r[%-*.*s] %3d %%", kWidth, kWidth * percent / 100, kFull, percent);
+}
+
+}  // namespace larynth

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "host/command/RegistrationCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+
+#include <larynth/Registry.h>
+
+#include "host/Errors.h"
+#include "host/Files.h"
+#include "host/OwnModules.h"
+
+namespace larynth {
+namespace {
+
+using Deed = HRESULT (*)(LPCSTR);
+
+void RequireFile(const std::string& module) {
+    std::error_code error;
+    if (!std::filesystem::exists(module, error)) {
+        throw BadInput(module + ": expected a module, found no such file");
+    }
+    if (!std::filesystem::is_regular_file(module, error)) {
+        throw BadInput(module + ": expected a module, found no regular file");
+    }
+}
+
+void Do(Deed deed, const char* done, const std::vector<std::string>& modules) {
+    for (const std::string& module : modules) RequireFile(module);
+    for (const std::string& module : modules) {
+        const HRESULT hr = deed(module.c_str());
+        if (hr == CO_E_DLLNOTFOUND || hr == CO_E_ERRORINDLL) {
+            throw BadInput(std::string("expected a component module: ") + LarynthLastError());
+        }
+        if (hr != S_OK) RaiseLastError();  // S_FALSE: something could not be unregistered
+        WriteToStandardOutput(std::string(done) + ' ' + module + '\n');
+    }
+}
+
+void Add(CLI::App& program, const char* name, const char* help, Deed deed, const char* done) {
+    CLI::App* const command = program.add_subcommand(name, help);
+    const auto modules = std::make_shared<std::vector<std::string>>();
+    command->add_option("MODULE", *modules, "Module files; the two that came with this program if none");
+    command->callback([=] { Do(deed, done, modules->empty() ? OwnModules() : *modules); });
+}
+
+}  // namespace
+
+void AddRegistrationCommands(CLI::App& program) {
+    Add(program, "register", "Write modules' classes into the registration store", LarynthRegisterModule,
+        "registered");
+    Add(program, "unregister", "Take modules' classes out of the store", LarynthUnregisterModule,
+        "unregistered");
+}
+
+}  // namespace larynth

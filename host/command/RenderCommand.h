@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "host/Rendering.h"
+#include "host/audio/AudioFormat.h"
+
+namespace CLI {
+class App;
+}
+
+namespace larynth {
+
+/// `larynth render`: a frame table or a packet file becomes sound.
+class RenderCommand {
+  public:
+    /// Adds the subcommand, which runs as soon as the command line is parsed; the object must outlive that.
+    /// It raises BadInput for what the user gave, any other exception for what went wrong while working.
+    explicit RenderCommand(CLI::App& program);
+    RenderCommand(const RenderCommand&) = delete;
+    RenderCommand& operator=(const RenderCommand&) = delete;
+
+  private:
+    enum class InputForm { Table, Packets };
+
+    void AddFileOptions();
+    void AddInputOptions();
+    void AddSoundOptions();
+    void Run() const;
+    AudioFormat ChosenFormat() const;
+    Utterance ReadUtterance() const;
+    SynthesizerSettings ReadSettings() const;
+    Sound Render(const Utterance& utterance, const SynthesizerSettings& settings) const;
+    void Write(const Sound& sound, double sampleFreq, AudioFormat format, int headerRate) const;
+    void Summarize(const Sound& sound, double sampleFreq, double seconds) const;
+
+    CLI::App* command_;
+    std::string input_;
+    std::string output_;
+    std::string labels_;  // empty: none wanted
+    InputForm inputForm_ = InputForm::Table;
+    FrameTableDefaults defaults_;
+    std::optional<std::string> voiceFile_;
+    std::optional<std::string> waveFile_;
+    SynthesizerSettings settings_;  // the files of voice and wave are not read yet
+    std::optional<std::uint32_t> seed_;
+    bool verbose_ = false;
+};
+
+}  // namespace larynth

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+
+#include "host/Errors.h"
+#include "host/command/Listings.h"
+#include "host/command/RegistrationCommand.h"
+#include "host/command/RenderCommand.h"
+
+namespace {
+
+enum ExitStatus { kDone = 0, kFailed = 1, kBadInput = 2 };
+
+// A reader that went away and a full quota are failed writes like others, not ends of the program; and no
+// file that is opened later may pass for a standard stream that was closed.
+void PrepareProcess() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (int stream = 0; stream <= 2; ++stream) {
+        if (fcntl(stream, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDONLY));
+    }
+}
+
+int Report(ExitStatus status, const char* message) {
+    std::fprintf(stderr, "larynth: %s\n", message);
+    return status;
+}
+
+int Run(int argc, char** argv) {
+    CLI::App program("Formant speech synthesizer", "larynth");
+    program.set_version_flag("--version", LARYNTH_VERSION);
+    program.require_subcommand(0, 1);
+    larynth::RenderCommand render(program);
+    larynth::AddItemsCommand(program);
+    larynth::AddRegistrationCommands(program);
+    larynth::AddClassesCommand(program);
+    try {
+        program.parse(argc, argv);  // and does what was asked for
+    } catch (const CLI::ParseError& error) {
+        const bool wasAsked = error.get_exit_code() == 0;  // for help or the version
+        return wasAsked ? program.exit(error) : Report(kBadInput, error.what());
+    }
+    if (program.get_subcommands().empty()) {
+        throw larynth::BadInput(
+            "expected render, items, register, unregister or classes, see larynth --help");
+    }
+    return kDone;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    PrepareProcess();
+    try {
+        return Run(argc, argv);
+    } catch (const larynth::BadInput& error) {
+        return Report(kBadInput, error.what());
+    } catch (const std::exception& error) {
+        return Report(kFailed, error.what());
+    }
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+/// Text that users wrote: its lines, its characters, the numbers in it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/Errors.h"
+
+namespace larynth {
+
+/// The lines of a text file, one after the other, without a byte order mark at the file's beginning and
+/// without a carriage return at a line's end.
+class TextLines {
+  public:
+    /// `fileName` serves messages. The input must live as long as this object.
+    TextLines(std::istream& input, std::string fileName) : input_(input), fileName_(std::move(fileName)) {}
+
+    /// Moves to the next line; false behind the last one. Raises BadInput when the input cannot be read.
+    bool Next();
+
+    std::string_view Line() const noexcept { return line_; }
+
+    /// A place in the current line, or in the one behind the last; `column` from 1.
+    TextPosition At(int column) const { return {fileName_, number_, column}; }
+
+  private:
+    std::istream& input_;
+    std::string fileName_;
+    std::string buffer_;
+    std::string_view line_;
+    int number_ = 0;
+};
+
+/// Spaces and tabs.
+inline constexpr std::string_view kBlanks = " \t";
+
+/// Without blanks at either end.
+std::string_view Trimmed(std::string_view text);
+
+/// As a message shows it, in quotation marks: no control characters, not too much of it.
+std::string Quoted(std::string_view text);
+
+/// Whether the text is well-formed UTF-8: no stray, missing or overlong bytes, no surrogates, nothing above
+/// U+10FFFF.
+bool IsUtf8(std::string_view text);
+
+/// Number of characters; a malformed sequence counts what it looks like.
+std::size_t CharacterCount(std::string_view text);
+
+/// A finite number in decimal notation, with the grammar of std::from_chars, independent of the locale;
+/// nothing for any other text, for nan, inf, and what does not fit a double.
+std::optional<double> ParseNumber(std::string_view text);
+
+/// A whole number from `lowest` to `highest`, written without fraction and exponent.
+std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t lowest, std::int64_t highest);
+
+/// The shortest text that reads back as the same number.
+std::string ShortestText(double value);
+
+/// `decimals` digits behind the point.
+std::string FixedText(double value, int decimals);
+
+}  // namespace larynth

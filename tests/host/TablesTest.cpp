@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+/// What users write down: tables, packets, voices, waveforms.
+#include <gmock/gmock.h>
+#include <random>
+#include <sstream>
+#include <tuple>
+
+#include "host/tables/FrameTable.h"
+#include "host/tables/PacketFile.h"
+#include "host/tables/VoiceFile.h"
+
+namespace larynth {
+namespace {
+
+using testing::DoubleEq;
+using testing::ElementsAre;
+
+const ItemVocabulary kVocabulary({{0, "F0", 100.0}, {6, "AV", 0.0}, {1027, "F1", 500.0}});
+
+FrameTable Parse(const std::string& text, const FrameTableDefaults& defaults = {}) {
+    std::istringstream input(text);
+    return FrameTableParser(input, "t", kVocabulary, defaults).Parse();
+}
+
+Waveform ParseWave(const std::string& text) {
+    std::istringstream input(text);
+    return ParseWaveform(input, "t");
+}
+
+/// A text and the message that refuses it.
+struct Refused {
+    std::string text, message;
+};
+
+template <class Parser>
+void ExpectRefusals(const std::vector<Refused>& rows, Parser parse) {
+    for (const auto& [text, message] : rows) {
+        try {
+            parse(text);
+            ADD_FAILURE() << "was accepted: " << text;
+        } catch (const BadInput& error) {
+            EXPECT_THAT(error.what(), testing::StartsWith(message)) << text;
+        }
+    }
+}
+
+TEST(FrameTables, AnEmptyFieldRepeatsTheFrameBeforeAndFirstTheValueOfANewPacket) {
+    const FrameTable table = Parse("F1,FrameLen,F0,Marker,SampleFreq\n,10,120,a,\n600,,,,\n,20,,b,11025\n");
+    EXPECT_THAT(table.itemIndices, ElementsAre(2, 0));
+    const TableFrame expected[] = {{10, "a", {500, 120}}, {10, "", {600, 120}}, {20, "b", {600, 120}}};
+    ASSERT_EQ(table.frames.size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        EXPECT_EQ(table.frames[i].length, expected[i].length) << i;
+        EXPECT_EQ(table.frames[i].marker, expected[i].marker) << i;
+        EXPECT_EQ(table.frames[i].values, expected[i].values) << i;
+    }
+}
+
+TEST(FrameTables, CommentsBlankLinesBlanksAndLineEndsAreNoContent) {
+    const FrameTable table = Parse(
+        "\xEF\xBB\xBF# F0,nonsense\r\n\r\n \t# another, one\n  F0\t, Marker ,FrameLen\r\n \t \n"
+        "1, #no comment ,5\r\n#\n\t2\t,  two words\t,\t6\t");
+    ASSERT_EQ(table.frames.size(), 2u);
+    EXPECT_EQ(table.frames[0].marker, "#no comment");
+    EXPECT_EQ(table.frames[0].length, 5);
+    EXPECT_EQ(table.frames[1].marker, "two words");
+    EXPECT_THAT(table.frames[1].values, ElementsAre(2));
+}
+
+TEST(FrameTables, NumbersHaveTheGrammarOfFromChars) {
+    const std::pair<const char*, double> rows[] = {
+        {"12.", 12},    {".9E+2", 90},          {"00110", 110},
+        {"-0.5", -0.5}, {"4.9e-324", 4.9e-324}, {"1.7976931348623157e308", 1.7976931348623157e308}};
+    for (const auto& [text, value] : rows) {
+        EXPECT_THAT(Parse(std::string("F0,FrameLen\n") + text + ",1\n").frames[0].values,
+                    ElementsAre(DoubleEq(value)))
+            << text;
+    }
+}
+
+TEST(FrameTables, ColumnsGoBeforeTheCommandLine) {
+    const std::tuple<const char*, int, double> rows[] = {
+        {"F0\n1\n", 77, 8000},
+        {"F0,FrameLen\n1,1000000\n", 1000000, 8000},
+        {"F0,FrameLen\n1,\n", 0, 8000},
+        {"F0,SampleFreq\n1,16000\n", 77, 16000},
+        {"F0,SampleFreq\n1,\n", 77, 11025},
+    };
+    for (const auto& [text, frameLen, sampleFreq] : rows) {
+        const FrameTable table = Parse(text, {77, 8000.0});
+        EXPECT_EQ(table.frames[0].length, frameLen) << text;
+        EXPECT_EQ(table.sampleFreq, sampleFreq) << text;
+    }
+}
+
+TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
+    ExpectRefusals(
+        {
+            {"", "t:1:1: expected a line with the names of the columns"},
+            {"# only\n\n", "t:3:1: expected a line with the names"},
+            {"F0,FrameLen\n", "t:2:1: expected a frame, found the end"},
+            {"F0,AV\n1,2\n", "t:1:1: expected a column FrameLen (or --frame-len)"},
+            {"#\nF0, f1,FrameLen\n", "t:2:5: expected the name of an item, SampleFreq, FrameLen or"},
+            {"F0,,FrameLen\n", "t:1:4: expected the name of an item"},
+            {"F0,FrameLen,AV ,  F0\n", "t:1:19: expected every column once"},
+            {"Marker,FrameLen,Marker\n", "t:1:17: expected every column once"},
+            {"F0,FrameLen\n1\n", "t:2:2: expected 2 fields as in the header, found 1"},
+            {"F0,FrameLen\n1,2, 3,4\n", "t:2:6: expected 2 fields as in the header, found 4"},
+            {"F0,FrameLen\n1,2\n\n#\n x,3\n", "t:5:2: expected a number, found \"x\""},
+            {"Marker,F0,FrameLen\n\xC3\xA9\xC5\x82,x,1\n", "t:2:4: expected a number"},
+            {"F0,FrameLen\nnan,1\n", "t:2:1: expected a number"},
+            {"F0,FrameLen\n-inf,1\n", "t:2:1: expected a number"},
+            {"F0,FrameLen\n1e999,1\n", "t:2:1: expected a number"},
+            {"F0,FrameLen\n+1,1\n", "t:2:1: expected a number"},
+            {"F0,FrameLen\n1\r,1\n", "t:2:1: expected a number, found \"1?\""},
+            {"F0,FrameLen\n1,1e2\n", "t:2:3: expected a frame length, a whole number from 0 to 1000000"},
+            {"F0,FrameLen\n1,-1\n", "t:2:3: expected a frame length, a whole number"},
+            {"F0,FrameLen\n1,1000001\n", "t:2:3: expected a frame length, a whole number"},
+            {"SampleFreq,FrameLen\n0,1\n", "t:2:1: expected a sample frequency above 0"},
+            {"SampleFreq,FrameLen\n8000,1\n,\n8000.5,1\n", "t:4:1: expected the sample frequency 8000 of"},
+            {"SampleFreq,FrameLen\n,1\n16000,1\n", "t:3:1: expected the sample frequency 11025 of"},
+            {"Marker,FrameLen\n\xE9,1\n", "t:2:1: expected a marker in UTF-8"},
+        },
+        [](const std::string& text) { Parse(text); });
+}
+
+// Any bytes at all are read or refused, never anything else.
+TEST(FrameTables, DamagedTablesAreReadOrRefused) {
+    const std::string whole =
+        "Marker,F0,SampleFreq,FrameLen\r\n#\n\xC3\xA9,1.5e2,8000,2\n,,,\n b ,-.5,8000,7";
+    std::minstd_rand draw(1);
+    int refused = 0;
+    for (int round = 0; round < 5000; ++round) {
+        std::string text = whole;
+        for (auto n = draw() % 4 + 1; n > 0; --n) text[draw() % text.size()] = static_cast<char>(draw());
+        try {
+            EXPECT_FALSE(Parse(text).frames.empty());
+        } catch (const BadInput&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 1000);
+    EXPECT_LT(refused, 5000);
+}
+
+TEST(Texts, MalformedUtf8IsToldFromWellFormed) {
+    const char* const kUpToU10FFFF = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xF4\x8F\xBF\xBF";
+    EXPECT_TRUE(IsUtf8(kUpToU10FFFF));
+    EXPECT_EQ(CharacterCount(kUpToU10FFFF), 5u);
+    // Above U+10FFFF, a surrogate, two that are longer than needed, a middle alone, three that end too soon,
+    // no beginning at all.
+    for (const char* text : {"\xF4\x90\x80\x80", "\xED\xA0\x80", "\xC0\xAF", "\xE0\x80\xAF", "\x80", "\xC3",
+                             "\xE2\x82", "\xC3(", "\xFF"}) {
+        EXPECT_FALSE(IsUtf8(text)) << text;
+    }
+}
+
+TEST(VoiceFiles, EveryKeyIsOptional) {
+    const auto numbers = [](const VoiceSettings& v) {
+        const Shelf &l = v.lowShelf, &h = v.highShelf;
+        return std::vector{v.preEmphasis, v.openQuotient, l.F, l.G, l.P3, l.P4, h.F, h.G, h.P3, h.P4};
+    };
+    const VoiceSettings none = ParseVoice(" {} \n", "t");
+    EXPECT_THAT(numbers(none), ElementsAre(0, 0.5, 0, 1, 0, 0, 0, 1, 0, 0));
+    EXPECT_TRUE(none.wave.empty());
+    const VoiceSettings some = ParseVoice(
+        R"({"high_shelf": {"G": 2, "P4": -0.05, "P3": 0.75, "F": 3e3}, "low_shelf": {"F": 250},
+            "pre_emphasis": -0.5, "open_quotient": 1, "wave": [1, -2.5, 18446744073709551616]})",
+        "t");
+    EXPECT_THAT(numbers(some), ElementsAre(-0.5, 1, 250, 1, 0, 0, 3000, 2, 0.75, -0.05));
+    EXPECT_THAT(some.wave, ElementsAre(1.0, -2.5, 18446744073709551616.0));
+}
+
+TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
+    ExpectRefusals(
+        {
+            {"", "t:1:1: expected JSON"},
+            {"{\n \"\xC3\xA9\": x}", "t:2:7: expected JSON"},
+            {"{} {}", "t:1:4: expected JSON"},
+            {"[1]", "t: expected an object, found \"[1]\""},
+            {"{\"p\": 1}", "t: /p: expected one of the keys pre_emphasis, open_quotient, low_shelf, high_sh"},
+            {"{\"low_shelf\": {\"F\": 1, \"Q\": 1}}",
+             "t: /low_shelf/Q: expected one of the keys F, G, P3, P4"},
+            {"{\"low_shelf\": {\"G\": \"loud\"}}", "t: /low_shelf/G: expected a number, found \"loud\""},
+            {"{\"high_shelf\": 2}", "t: /high_shelf: expected an object, found \"2\""},
+            {"{\"open_quotient\": null}", "t: /open_quotient: expected a number, found \"null\""},
+            {"{\"pre_emphasis\": 1e999}", "t: expected numbers that fit a double"},
+            {"{\"wave\": 1}", "t: /wave: expected an array of numbers, found \"1\""},
+            {"{\"wave\": [1, [2]]}", "t: /wave/1: expected a number, found \"[2]\""},
+            {"{\"wave\": []}", "t: /wave: expected numbers, found none"},
+            {"{\"wave\": [1], \"wave\": [2]}", "t: expected every key once, found a second \"wave\""},
+        },
+        [](const std::string& text) { ParseVoice(text, "t"); });
+    EXPECT_NO_THROW(ParseVoice(R"({"low_shelf": {"F": 1}, "high_shelf": {"F": 1}})", "t"));
+}
+
+TEST(Waveforms, HaveOneNumberALine) {
+    EXPECT_THAT(ParseWave("\xEF\xBB\xBF"
+                          "1\r\n\n \t-.5e1 \n0.25"),
+                ElementsAre(1.0, -5.0, 0.25));
+    ExpectRefusals(
+        {
+            {"\n\n", "t:3:1: expected a number, found the end"},
+            {"1\n  x y\n", "t:2:3: expected a number, found \"x y\""},
+            {"1,2\n", "t:1:1: expected a number, found \"1,2\""},
+            {"1\n# 2\n", "t:2:1: expected a number"},
+        },
+        ParseWave);
+}
+
+TEST(PacketFiles, HoldWordsOfTwoBytesLowByteFirst) {
+    std::string bytes(2 * 82, '\0');
+    bytes[0] = '\x34';
+    bytes[1] = '\x12';
+    bytes[81] = '\x80';
+    bytes[82] = '\xFF';
+    const std::vector<PacketWords> packets = ParsePackets(bytes, "t");
+    ASSERT_EQ(packets.size(), 2u);
+    EXPECT_EQ(packets[0][0], 0x1234);
+    EXPECT_EQ(packets[0][40], 0x8000);
+    EXPECT_EQ(packets[1][0], 0x00FF);
+    ExpectRefusals({{bytes.substr(0, 81), "t: expected packets of 82 bytes each, found 81 bytes"}},
+                   [](const std::string& text) { ParsePackets(text, "t"); });
+}
+
+}  // namespace
+}  // namespace larynth
