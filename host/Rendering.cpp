@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kFramesOfChunk = 64;
 
-/// Goes into the list attached to a holder, and comes back attached to a sync element.
+/// Goes into the list on a holder, and comes back on a sync element.
 class Marker final : public ClientObject<IUtteranceMarker> {
   public:
     explicit Marker(std::string text) : text_(std::move(text)) {}
@@ -119,12 +119,11 @@ void Rendering::AddMarker(const std::string& text) {
     const auto marker = ComPtr<IUtteranceMarker>::Adopt(new Marker(text));
     Require(holder->SetObject(marker.Get()), "attach a marker");
     Require(chunk_->Add(holder.Get()), "add a marker to the stream");
-    open_.Query(holder.Get());
 }
 
 void Rendering::AddPacket(IUnknown* packet) {
     if (synthesizer_.Tract() == TractForm::Filter) ComputeFilter(packet);
-    Require(open_->Add(packet), "add a frame to the stream");
+    Require(chunk_->Add(packet), "add a frame to the stream");
     if (++frames_ % kFramesOfChunk != 0) return;
     RenderChunk();
     StartChunk();
@@ -136,11 +135,7 @@ Sound Rendering::Finish() {
     return std::move(sound_);
 }
 
-void Rendering::StartChunk() {
-    chunk_.Release();
-    Require(chunk_.Create(CLSID_TTSObjectList), "create an object list");
-    open_ = chunk_;
-}
+void Rendering::StartChunk() { Require(chunk_.Create(CLSID_TTSObjectList), "create an object list"); }
 
 void Rendering::RenderChunk() {
     const ComPtr<ITTSObjectList> elements = synthesizer_.Render(*chunk_.Get());

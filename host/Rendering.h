@@ -46,8 +46,7 @@ class Rendering {
 
     Synthesizer& synthesizer_;
     Progress progress_;
-    ComPtr<ITTSObjectList> chunk_;
-    ComPtr<ITTSObjectList> open_;  // where the next packet goes: the chunk, or the last marker's content
+    ComPtr<ITTSObjectList> chunk_;  // packets, and a holder in front of a packet for its marker
     std::size_t frames_ = 0;
     Sound sound_;
 };

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "host/Rendering.h"
-#include "host/audio/AudioFormat.h"
 
 namespace CLI {
 class App;

@@ -10,7 +10,7 @@
 
 #include "host/Errors.h"
 #include "host/Files.h"
-#include "host/audio/AudioFormat.h"
+#include "host/audio/Sound.h"
 #include "tests/host/CommandFolder.h"
 
 namespace larynth {
