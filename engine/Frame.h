@@ -20,8 +20,8 @@ struct Frame {
     static constexpr std::size_t kFeedbackCount = 2 * kCascadePoles,
                                  kFeedForwardCount = 2 * kCascadeZeros + 1;
 
-    /// The sections of a frame that an element reads: whoever converts them on demand converts no others.
-    enum class Sections { None, Cascade, Parallel };
+    /// The sections of a frame that are read: whoever converts them on demand converts no others.
+    enum class Sections { None, Cascade, Parallel, Both };
 
     double F0, OQ;   ///< Hz; open phase as a fraction of the period.
     double FL, FLT;  ///< Flutter: largest excursion as a fraction of F0, 10⁻⁵ of its time per sample.

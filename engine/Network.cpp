@@ -20,6 +20,17 @@ void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
 
 }  // namespace
 
+void Network::Elements::Take(const Frame& frame) const {
+    if (source != nullptr) source->Take(frame);
+    if (waveSource != nullptr) waveSource->Take(frame);
+    if (cascade != nullptr) cascade->Take(frame);
+    if (filterTract != nullptr) filterTract->Take(frame);
+    parallel->Take(frame);
+    aspiration->SetAmplitude(frame.AH);
+    frication->SetAmplitude(frame.AF);
+    if (filter != nullptr) filter->Take(frame);
+}
+
 void Network::Render(const Elements& elements, std::span<double> sums) noexcept {
     elements_ = elements;
     while (!sums.empty()) {

@@ -33,6 +33,14 @@ class Network {
         CascadeFilterTract* filterTract = nullptr;
         ParallelTractCore* parallel = nullptr;
 
+        /// What they read of a frame's sections.
+        Frame::Sections Sections() const {
+            return cascade != nullptr ? Frame::Sections::Both : Frame::Sections::Parallel;
+        }
+
+        /// Hands a frame to every element.
+        void Take(const Frame& frame) const;
+
         /// Whether there is an element for every role but the filter's.
         bool Complete() const {
             return (source != nullptr || waveSource != nullptr) && aspiration != nullptr &&

@@ -41,6 +41,7 @@ double& KlattPacketData::Item(int index) noexcept {
 const Frame& KlattPacketData::Converted(Frame::Sections sections) noexcept {
     constexpr std::size_t kCascade = Frame::kCascadePoles + Frame::kCascadeZeros;
     const std::span<ResonatorEntry> entries(entries_);
+    if (sections == Frame::Sections::Both) ResonatorEntry::UpdateABC(entries);
     if (sections == Frame::Sections::Cascade) ResonatorEntry::UpdateABC(entries.first(kCascade));
     if (sections == Frame::Sections::Parallel) ResonatorEntry::UpdateABC(entries.subspan(kCascade));
     return frame;

@@ -51,7 +51,7 @@ class ResonatorEntry {
     double Get(double FrequencyForm::*value) noexcept;
     double Get(double SectionCoefficients::*value) noexcept;
 
-    /// Brings the coefficients of entries of one packet up to date, at most eight of them.
+    /// Brings the coefficients of entries of one packet up to date.
     static void UpdateABC(std::span<ResonatorEntry> entries) noexcept;
 
     /// Storage of the item `k`: 0 F, 1 BW, 2 G; as it stands, whichever form is current. Writing to it tells

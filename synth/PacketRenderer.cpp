@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "com/FlushDenormals.h"
+#include "com/OwnObject.h"
 #include "engine/Exception.h"
+#include "packet/LarynthParams.h"
 #include "synth/CurrentVoice.h"
 #include "synth/OutputStage.h"
 #include "synth/Roles.h"
@@ -51,30 +53,41 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     SetUp(block, attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
-    roles_.SetParams(packet);
+    OwnElements own = TakeAsFrame(packet);
+    if (!own) roles_.SetParams(packet);
 
     const Timing timing = ReadTiming(packet);
     output_.SetSampleFreq(timing.sampleFreq);
     if (!roles_.Complete()) CheckResult(E_FAIL);  // the packet, or a component, may have called the host
+    if (!own) own = roles_.OwnElements();
     const auto count = static_cast<std::size_t>(timing.frameLength);
     if (count <= kUsualLength) {
         std::int16_t staging[kUsualLength];
-        RenderInto(*block.Get(), std::span(staging, count));
+        RenderInto(*block.Get(), own, std::span(staging, count));
     } else {
         std::vector<std::int16_t> staging(count);
-        RenderInto(*block.Get(), staging);
+        RenderInto(*block.Get(), own, staging);
     }
     return block;
 }
 
-void PacketRenderer::RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging) {
-    RenderSamples(staging);
+PacketRenderer::OwnElements PacketRenderer::TakeAsFrame(ILarynthParams* packet) {
+    LarynthParams* const own = OwnObject<LarynthParams>::Find(packet);
+    if (own == nullptr) return std::nullopt;
+    const OwnElements elements = roles_.OwnElements();
+    if (elements) elements->Take(own->Values().Converted(elements->Sections()));
+    return elements;
+}
+
+void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own,
+                                std::span<std::int16_t> staging) {
+    RenderSamples(own, staging);
     block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
 }
 
-void PacketRenderer::RenderSamples(std::span<std::int16_t> samples) {
+void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_t> samples) {
     const FlushDenormals whileRendering;
-    if (const auto own = roles_.OwnElements()) {
+    if (own) {
         RenderInStretches(*own, samples);
     } else {
         for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());

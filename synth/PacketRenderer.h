@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include <larynth/ComPtr.h>
@@ -33,9 +34,15 @@ class PacketRenderer {
     void ForgetBlockClass() noexcept { blocks_.Forget(); }
 
   private:
-    void RenderInto(ITTSSoundData& block, std::span<std::int16_t> staging);
+    using OwnElements = std::optional<Network::Elements>;
+
+    /// Hands over a packet of ours to a network of ours as a frame: no partner is called, so that the network
+    /// stays what it is. Nothing, with nothing done, for any other packet or network.
+    OwnElements TakeAsFrame(ILarynthParams* packet);
+
+    void RenderInto(ITTSSoundData& block, const OwnElements& own, std::span<std::int16_t> staging);
     /// In stretches when every component is this module's own, else one by one through the interfaces.
-    void RenderSamples(std::span<std::int16_t> samples);
+    void RenderSamples(const OwnElements& own, std::span<std::int16_t> samples);
     void RenderInStretches(const Network::Elements& own, std::span<std::int16_t> samples) noexcept;
 
     BlockFactory blocks_;

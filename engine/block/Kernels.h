@@ -42,11 +42,13 @@ struct Finish {
     double gain, coefficient, volume;
 };
 
-/// Eight second-order sections as frequencies and bandwidths describe them, side by side; a lane that is not
-/// needed stays 0.
-struct alignas(32) SectionDesign {
-    static constexpr int kLanes = 8;
+/// Second-order sections as frequencies and bandwidths describe them, side by side: as many as a frame has,
+/// because one after the other they would wait for each function of theirs.
+struct alignas(64) SectionDesign {
+    static constexpr int kLanes = 16;
+    static constexpr int kRow = 8;  ///< Lanes that are computed in one go.
 
+    int count;                               ///< Sections; the lanes behind them stay 0.
     double F[kLanes] = {}, BW[kLanes] = {};  ///< Hz.
     double G[kLanes] = {};                   ///< Linear gain at 0 Hz.
     unsigned antiResonators = 0;             ///< Bit k: lane k holds an antiresonator.
@@ -91,7 +93,7 @@ struct Kernels {
     void (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
                    std::size_t count);
 
-    /// The coefficients of eight sections at the sample time `T` (s).
+    /// The coefficients of sections at the sample time `T` (s).
     void (*sections)(SectionDesign& design, double T);
 };
 
