@@ -49,10 +49,15 @@ LARYNTH_KERNEL void MovedPulses(const Glottis& g, const GlottalPeriods& periods,
     }
 }
 
+/// A value of each sample of a stretch. A few lines longer than that: where two arrays lie a multiple of 4096
+/// bytes apart, processors take a load from the one to wait for a store to the other.
+template <class Value>
+using Scratch = Value[kStretch + 16];
+
 /// The angles of a stretch, reduced.
 struct Angles {
-    double r[kStretch], correction[kStretch];
-    std::uint64_t quadrant[kStretch];
+    Scratch<double> r, correction;
+    Scratch<std::uint64_t> quadrant;
 };
 
 /// Adds the sines of angles in one quadrant, which takes the function `kKernel`.
@@ -101,7 +106,7 @@ LARYNTH_KERNEL void AddSinusoid(double multiple, const double* a, double* sums, 
 
 LARYNTH_KERNEL void MoveF0(double F0, double FL, double* t, std::size_t samples) {
     const std::size_t count = PadToFour(t, samples);
-    double sums[kStretch];
+    Scratch<double> sums;
     for (std::size_t i = 0; i < count; ++i) {
         t[i] = kPi10 * t[i];
         sums[i] = -0.0;  // to which the first sinusoid is added as it is
