@@ -73,17 +73,18 @@ LARYNTH_KERNEL DoublePairs ShiftDown(const DoublePairs& v, const DoublePairs& en
             __builtin_shufflevector(v.high, entering.low, 1, 2)};
 }
 
-/// Lanes moved up by two, the last lanes of `before` in the first.
+/// The lanes of `v` moved up by one or by two, the last lanes of `before` in the first.
+LARYNTH_KERNEL Double4 ShiftUpOne(const Double4& before, const Double4& v) {
+    return __builtin_shufflevector(before, v, 3, 4, 5, 6);
+}
+LARYNTH_KERNEL DoublePairs ShiftUpOne(const DoublePairs& before, const DoublePairs& v) {
+    return {__builtin_shufflevector(before.high, v.low, 1, 2), __builtin_shufflevector(v.low, v.high, 1, 2)};
+}
 LARYNTH_KERNEL Double4 ShiftUpTwo(const Double4& before, const Double4& v) {
     return __builtin_shufflevector(before, v, 2, 3, 4, 5);
 }
 LARYNTH_KERNEL DoublePairs ShiftUpTwo(const DoublePairs& before, const DoublePairs& v) {
     return {before.high, v.low};
-}
-/// The same by one.
-template <class Four>
-LARYNTH_KERNEL Four ShiftUpOne(const Four& before, const Four& v) {
-    return ShiftDown(ShiftUpTwo(before, v), ShiftUpTwo(v, v));
 }
 
 /// The first lanes of four vectors.

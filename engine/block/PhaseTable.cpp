@@ -9,15 +9,18 @@ namespace larynth::block {
 
 namespace {
 
-/// How many of the phases come before the end of their period.
-std::size_t CountWithin(const double* phases, const double* T0, std::size_t count) noexcept {
+/// Copies the phases that come before the end of their period, and returns their number.
+std::size_t CopyPeriod(const double* from, const double* T0, double* to, std::size_t count) noexcept {
     std::size_t i = 0;
-    for (; i + 4 <= count; i += 4) {
+    for (; i + 4 <= count; i += 4) {  // so that a compiler makes vectors of it
         bool ends = false;
-        for (std::size_t k = i; k < i + 4; ++k) ends |= phases[k] > T0[k];
+        for (std::size_t k = i; k < i + 4; ++k) {
+            ends |= from[k] > T0[k];
+            to[k] = from[k];
+        }
         if (ends) break;
     }
-    while (i < count && !(phases[i] > T0[i])) ++i;
+    for (; i < count && !(from[i] > T0[i]); ++i) to[i] = from[i];
     return i;
 }
 
@@ -47,8 +50,7 @@ void PhaseTable::Write(double T, double& phase, const double* T0, std::span<doub
         return;
     }
     for (std::size_t i = 0; i < count;) {
-        const std::size_t length = CountWithin(sums_ + place_ + 1, T0 + i, count - i);
-        std::copy_n(sums_ + place_ + 1, length, phases.data() + i);
+        const std::size_t length = CopyPeriod(sums_ + place_ + 1, T0 + i, phases.data() + i, count - i);
         place_ += length;
         i += length;
         if (i < count) {
