@@ -83,7 +83,7 @@ void StraightLoop::SetTilt(const PlainFrame& frame, double fs) {
     if (tilt == 0) return;
     const double T = 1.0 / fs;
     const double excess = tilt - 10.0;
-    const double gain = tilt > 10 ? 1.0 - excess * excess * -0.001 : 1.0;
+    const double gain = tilt > 10 ? 1.0 + excess * excess * 0.001 : 1.0;
     const double r = Exponential(-kPi * kBandwidth[tilt] * T);
     const double C = -(r * r);
     const double B = 2.0 * r * Cosine(2.0 * (T * (0.375 * tilt) * kPi));
@@ -121,10 +121,10 @@ void StraightLoop::Render(const PlainFrame& frame, const Sections& sections, std
         const double frication = NextNoise(noise_, items[AF]);
 
         if (flutters) {
-            flutterTime_ = flutterTime_ - items[FLT] * -1e-5;
+            flutterTime_ += items[FLT] * 1e-5;
             const double a = kPi * flutterTime_;
             const double s = (Sine(9.4 * a) + Sine(25.4 * a)) + Sine(14.2 * a);
-            pulse = Pulse(items[F0] * (1.0 - s * items[FL] * -0.3333333333333333), items);
+            pulse = Pulse(items[F0] * (1.0 + s * items[FL] * 0.3333333333333333), items);
         }
         if (tilt_ != 0) voicing = resonate(tiltSection_, tiltMemory_, voicing);
 

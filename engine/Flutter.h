@@ -31,7 +31,7 @@ class Flutter {
 
     /// F0 (Hz) moved by the sum of the sinusoids.
     static double Moved(double F0, double FL, double sum) {
-        return F0 * (1.0 - sum * FL * -0.3333333333333333);
+        return F0 * (1.0 + sum * FL * 0.3333333333333333);
     }
 
     /// True when no sine of the next `count` steps has an argument beyond kSineReductionLimit.

@@ -26,7 +26,7 @@ static_assert(kTiltBandwidth.size() == kMaxTilt + 1);
 /// Gain at 0 Hz, growing with the square of the tilt above 10.
 double TiltGain(int TL) {
     const double excess = TL - 10.0;
-    return TL > 10 ? 1.0 - excess * excess * -0.001 : 1.0;
+    return TL > 10 ? 1.0 + excess * excess * 0.001 : 1.0;
 }
 
 }  // namespace
