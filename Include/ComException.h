@@ -30,13 +30,15 @@ inline constexpr const char* kFailedCallCondition = "COM interface call is faile
 /// Raises Exception for a null pointer. That is a fault of the caller's: it becomes E_FAIL.
 inline void CheckPointer(const void* pointer, const char* condition = nullptr,
                          const char* message = nullptr) {
-    if (pointer == nullptr) throw Exception(condition ? condition : kNullPointerCondition, message, "", 0);
+    if (pointer == nullptr)
+        throw Exception(condition != nullptr ? condition : kNullPointerCondition, message, "", 0);
 }
 
 /// Raises ComException with a failing code; every non-negative code passes.
 inline void CheckResult(HRESULT hr, const char* condition = nullptr, const char* message = nullptr,
                         const char* file = nullptr, int line = 0) {
-    if (FAILED(hr)) throw ComException(hr, condition ? condition : kFailedCallCondition, message, file, line);
+    if (FAILED(hr))
+        throw ComException(hr, condition != nullptr ? condition : kFailedCallCondition, message, file, line);
 }
 
 }  // namespace Zelvani

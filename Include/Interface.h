@@ -40,10 +40,10 @@ consteval GUID ParseGuid(const char (&text)[37]) {
             static_cast<std::uint16_t>(detail::HexField(text + 9, 4)),
             static_cast<std::uint16_t>(detail::HexField(text + 14, 4)),
             {}};
-    for (int i = 0; i < 2; ++i) {
+    for (std::size_t i = 0; i < 2; ++i) {
         id.Data4[i] = static_cast<std::uint8_t>(detail::HexField(text + 19 + 2 * i, 2));
     }
-    for (int i = 2; i < 8; ++i) {
+    for (std::size_t i = 2; i < 8; ++i) {
         id.Data4[i] = static_cast<std::uint8_t>(detail::HexField(text + 20 + 2 * i, 2));
     }
     return id;

@@ -11,7 +11,7 @@ namespace larynth {
 
 template <class T>
 bool CanWrite(T* pointer) noexcept {
-    return IsBadWritePtr(pointer, sizeof(T)) == FALSE;
+    return IsBadWritePtr(pointer, sizeof(T)) == FALSE;  // NOLINT(bugprone-sizeof-expression): pointers, too
 }
 
 inline bool CanWriteBytes(void* pointer, std::size_t size) noexcept {
@@ -19,9 +19,7 @@ inline bool CanWriteBytes(void* pointer, std::size_t size) noexcept {
 }
 
 /// True when at least the object's first pointer can be read, so that it can be called.
-inline bool CanCall(IUnknown* object) noexcept {
-    return IsBadReadPtr(object, sizeof(void*)) == FALSE;
-}
+inline bool CanCall(IUnknown* object) noexcept { return IsBadReadPtr(object, sizeof(void*)) == FALSE; }
 
 template <class T>
 HRESULT Put(T* pointer, std::type_identity_t<T> value) noexcept {

@@ -29,13 +29,13 @@ class OwnObject {
     /// object could answer queries in its part's place. Null otherwise. `pointer` is null or can be called.
     static Class* Find(IUnknown* pointer) noexcept {
         if (pointer == nullptr || TableOf(pointer) != table_.load(std::memory_order_relaxed)) return nullptr;
-        Class* const object = static_cast<Class*>(static_cast<typename Class::RecognisedBy*>(pointer));
+        auto* const object = static_cast<Class*>(static_cast<typename Class::RecognisedBy*>(pointer));
         return object->StandsAlone() ? object : nullptr;
     }
 
   private:
     static const void* TableOf(const IUnknown* object) noexcept {
-        const void* table;
+        const void* table = nullptr;
         std::memcpy(&table, static_cast<const void*>(object), sizeof table);
         return table;
     }
