@@ -50,6 +50,7 @@ function(larynth_test target)
   add_executable(${target} ${ARGN})
   larynth_configure(${target})
   target_link_libraries(${target} PRIVATE GTest::gmock GTest::gtest_main)
+  target_precompile_headers(${target} REUSE_FROM larynth_test_headers)
   target_compile_definitions(${target} PRIVATE LARYNTH_TEST_DIR="${CMAKE_CURRENT_BINARY_DIR}")
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60
     PROPERTIES ENVIRONMENT LARYNTH_REGISTRY=${CMAKE_CURRENT_BINARY_DIR}/none/registry.db)
