@@ -77,7 +77,6 @@ double ResonatorEntry::Get(double SectionCoefficients::*value) noexcept {
 void ResonatorEntry::UpdateABC(std::span<ResonatorEntry> entries) noexcept {
     if (std::ranges::none_of(entries, &ResonatorEntry::NeedsABC)) return;
     block::SectionDesign design;
-    design.count = static_cast<int>(entries.size());
     for (std::size_t lane = 0; lane < entries.size(); ++lane) {
         const ResonatorEntry& entry = entries[lane];
         design.F[lane] = entry.fb_.F;

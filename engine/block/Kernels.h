@@ -43,12 +43,11 @@ struct Finish {
 };
 
 /// Second-order sections as frequencies and bandwidths describe them, side by side: as many as a frame has,
-/// because one after the other they would wait for each function of theirs.
+/// because one after the other they would wait for each function of theirs. A lane that is not needed stays
+/// 0.
 struct alignas(64) SectionDesign {
     static constexpr int kLanes = 16;
-    static constexpr int kRow = 8;  ///< Lanes that are computed in one go.
 
-    int count;                               ///< Sections; the lanes behind them stay 0.
     double F[kLanes] = {}, BW[kLanes] = {};  ///< Hz.
     double G[kLanes] = {};                   ///< Linear gain at 0 Hz.
     unsigned antiResonators = 0;             ///< Bit k: lane k holds an antiresonator.

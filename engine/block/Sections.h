@@ -21,39 +21,32 @@ inline void Invert(SectionDesign& design, int lane, double B, double C) {
     design.C[lane] = plain ? 0.0 : -C * A;
 }
 
-/// The sections from lane `first` on, as many as are computed side by side.
-LARYNTH_KERNEL void DesignRow(SectionDesign& design, int first, double T) {
-    constexpr int kRow = SectionDesign::kRow;
-    double angle[kRow], cosine[kRow], B[kRow], C[kRow];
+/// `T` is the sample time (s).
+LARYNTH_KERNEL void DesignSections(SectionDesign& design, double T) {
+    constexpr int kLanes = SectionDesign::kLanes;
+    double angle[kLanes], cosine[kLanes], B[kLanes], C[kLanes];
     int beyond = 0;
-    for (int k = 0; k < kRow; ++k) {
-        angle[k] = kTwoPi10 * design.F[first + k] * T;
+    for (int k = 0; k < kLanes; ++k) {
+        angle[k] = kTwoPi10 * design.F[k] * T;
         cosine[k] = ReducedCosine(ReduceToQuadrant(angle[k]));
         beyond |= std::fabs(angle[k]) <= kSineReductionLimit ? 0 : 1;
     }
     if (beyond != 0) {
-        for (int k = 0; k < kRow; ++k) cosine[k] = Cosine(angle[k]);
+        for (int k = 0; k < kLanes; ++k) cosine[k] = Cosine(angle[k]);
     }
-    for (int k = 0; k < kRow; ++k) {
-        const double r = Exponential(-kPi10 * design.BW[first + k] * T);
+    for (int k = 0; k < kLanes; ++k) {
+        const double r = Exponential(-kPi10 * design.BW[k] * T);
         C[k] = -(r * r);
         B[k] = 2.0 * r * cosine[k];
-        const double G = design.G[first + k];
-        const bool plain = design.F[first + k] <= 0.0 || design.BW[first + k] <= 0.0;
-        design.A[first + k] = plain ? G : G * (1.0 - B[k] - C[k]);
-        design.B[first + k] = plain ? 0.0 : B[k];
-        design.C[first + k] = plain ? 0.0 : C[k];
+        const bool plain = design.F[k] <= 0.0 || design.BW[k] <= 0.0;
+        design.A[k] = plain ? design.G[k] : design.G[k] * (1.0 - B[k] - C[k]);
+        design.B[k] = plain ? 0.0 : B[k];
+        design.C[k] = plain ? 0.0 : C[k];
     }
-    constexpr unsigned kLanesOfRow = (1U << kRow) - 1;
-    for (unsigned lanes = design.antiResonators >> first & kLanesOfRow; lanes != 0; lanes &= lanes - 1) {
+    for (unsigned lanes = design.antiResonators; lanes != 0; lanes &= lanes - 1) {
         const int k = std::countr_zero(lanes);
-        Invert(design, first + k, B[k], C[k]);
+        Invert(design, k, B[k], C[k]);
     }
-}
-
-/// `T` is the sample time (s).
-LARYNTH_KERNEL void DesignSections(SectionDesign& design, double T) {
-    for (int first = 0; first < design.count; first += SectionDesign::kRow) DesignRow(design, first, T);
 }
 
 }  // namespace larynth::block

@@ -40,7 +40,6 @@ TEST(SectionDesign, EveryLaneIsDesignedAsASingleSectionIs) {
         for (int round = 0; round < 4000; ++round) {
             const double T = round % 3 == 0 ? 1.0 / 11025.0 : round % 3 == 1 ? 1.0 / 44100.0 : 1.0;
             SectionDesign design;
-            design.count = SectionDesign::kLanes;
             Description rows[SectionDesign::kLanes];
             for (int k = 0; k < SectionDesign::kLanes; ++k) {
                 rows[k] = {value(frequency), value(frequency), gain(random), random() % 4 == 0};
