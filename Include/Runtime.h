@@ -33,10 +33,6 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, 
 /// Withdraws a class object by the number that its registration gave; CO_E_OBJNOTREG for another number.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister);
 
-/// How many class objects of its own the process offers now. While it offers none, a class that was found in
-/// a loaded module is found there again: its class object may be kept instead of being looked up.
-LARYNTH_RUNTIME_API std::uint32_t LARYNTH_CALL LarynthClassObjectCount();
-
 /// Unloads the modules that say they can be unloaded; not while a look-up is going on. As a module cannot
 /// tell when its own last release has returned, no other thread may be inside one.
 LARYNTH_RUNTIME_API void LARYNTH_CALL CoFreeUnusedLibraries();
@@ -54,19 +50,5 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath);
 /// next failure.
 LARYNTH_RUNTIME_API LPCSTR LARYNTH_CALL LarynthLastError();
 
-/// Makes the calling thread's arithmetic take denormal numbers for 0, as input and as result, and returns the
-/// mode that was in force, for LarynthSetArithmeticMode. Where a processor has no such mode nothing changes.
-LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthFlushDenormals();
-
-/// Puts a mode back that LarynthFlushDenormals returned on this thread.
-LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode);
-
 /// Sets the state of the noise generator (1 at start). Nothing in the system does it by itself.
 LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed);
-
-/// The generator's one state word, shared by all modules of the process; to be used atomically.
-LARYNTH_RUNTIME_API std::uint32_t* LARYNTH_CALL LarynthNoiseState();
-
-/// A byte that is not 0 while the process is known to have a single thread. It is the C library's: threads
-/// that are made without it are not seen.
-LARYNTH_RUNTIME_API const char* LARYNTH_CALL LarynthSingleThreaded();

@@ -2,8 +2,8 @@
 
 set(LARYNTH_RESOURCE_TABLE_SCRIPT ${CMAKE_CURRENT_LIST_DIR}/WriteResourceTable.cmake)
 
-# Embeds files in a module, with the code by which it finds them, and exports their table: see runtime/OwnModule.h and
-# runtime/Resources.h. The list has three entries a resource: type, number, file; a file may be one that the build makes.
+# Embeds files in a module, with the code by which it finds them, and exports their table: see
+# runtime/classes/OwnModule.h. The list has three entries a resource: type, number, file; a file may be one that the build makes.
 #   larynth_embed_resources(larynth_module REGISTRY 102 LarynthParams.rgs TYPELIB 1 LarynthLib.tlb)
 function(larynth_embed_resources target)
   set(files)
@@ -18,5 +18,5 @@ function(larynth_embed_resources target)
     DEPENDS ${files} ${LARYNTH_RESOURCE_TABLE_SCRIPT}
     COMMENT "Embedding the resources of ${target}"
     VERBATIM)
-  target_sources(${target} PRIVATE ${table} ${PROJECT_SOURCE_DIR}/runtime/OwnModule.cpp)
+  target_sources(${target} PRIVATE ${table} ${PROJECT_SOURCE_DIR}/runtime/classes/OwnModule.cpp)
 endfunction()

@@ -7,7 +7,8 @@ set_target_properties(larynth_module larynth_companion PROPERTIES INSTALL_RPATH 
 set_target_properties(larynth_runtime PROPERTIES EXPORT_NAME Larynth)
 set_target_properties(larynth_interfaces PROPERTIES EXPORT_NAME Interfaces)
 
-install(DIRECTORY Include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY Include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth FILES_MATCHING PATTERN "*.h"
+  PATTERN ModuleRuntime.h EXCLUDE)
 install(FILES engine/Exception.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth/engine)
 install(TARGETS larynth_command RUNTIME)
 install(TARGETS larynth_module larynth_companion LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth)

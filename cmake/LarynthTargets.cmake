@@ -33,12 +33,14 @@ function(larynth_room target)
 endfunction()
 
 # A component module: a shared object that exports what module.version lists and nothing else, and uses its own resources
-# whatever other modules the process has in its global scope (-Bsymbolic).
+# whatever other modules the process has in its global scope (-Bsymbolic). Nobody in it calls the entry points, so one of
+# them is asked for by name.
 function(larynth_module target)
   add_library(${target} MODULE ${ARGN})
   larynth_configure(${target})
   set(version_script ${PROJECT_SOURCE_DIR}/module/module.version)
-  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic -Wl,--version-script=${version_script})
+  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic -Wl,-u,DllGetClassObject
+    -Wl,--version-script=${version_script})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
     LINK_DEPENDS ${version_script}

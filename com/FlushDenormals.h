@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <larynth/Runtime.h>
+#include <larynth/ModuleRuntime.h>
 
 namespace larynth {
 

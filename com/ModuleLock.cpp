@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "com/ModuleLock.h"
 
-#include <atomic>
+#include "com/UseCount.h"
 
 namespace larynth {
 
 namespace {
-constinit std::atomic<LONG> lockCount{0};
+constinit UseCount uses;
 }
 
-void ModuleLock::Add() noexcept { lockCount.fetch_add(1); }
+void ModuleLock::Add() noexcept { uses.Begin(); }
 
-void ModuleLock::Remove() noexcept { lockCount.fetch_sub(1); }
+void ModuleLock::Remove() noexcept { uses.End(); }
 
-LONG ModuleLock::Count() noexcept { return lockCount.load(); }
+LONG ModuleLock::Count() noexcept {
+    const std::uint64_t ended = uses.Ended();
+    return static_cast<LONG>(uses.Begun() - ended);
+}
 
 }  // namespace larynth

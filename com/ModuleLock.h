@@ -5,12 +5,13 @@
 
 namespace larynth {
 
-/// What keeps the module loaded: live objects, extra references on class factories, server locks. One count
-/// per module, changed atomically.
+/// What keeps the module loaded: live objects, clients' references on class factories, server locks. One
+/// count per module, changed by any thread at any time.
 class ModuleLock {
   public:
     static void Add() noexcept;
     static void Remove() noexcept;
+    /// 0 only when nothing held the module at one moment of the call.
     static LONG Count() noexcept;
 };
 

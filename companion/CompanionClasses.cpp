@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <larynth/Classes.h>
 
+#include "ClassScripts.h"
 #include "com/Create.h"
 #include "companion/TTSObjectList.h"
 #include "companion/TTSSoundData.h"
@@ -13,10 +14,10 @@ namespace {
 
 // clang-format off
 constinit ClassEntry classTable[] = {
-    {CLSID_TTSObjectList,   101, CreateInstance<TTSObjectList>},
-    {CLSID_TTSSoundData,    102, CreateInstance<TTSSoundData>},
-    {CLSID_TTSStreamHolder, 103, CreateInstance<TTSStreamHolder>},
-    {CLSID_TTSVoice,        104, CreateInstance<TTSVoice>},
+    {CLSID_TTSObjectList,   script::TTSObjectList,   CreateInstance<TTSObjectList>},
+    {CLSID_TTSSoundData,    script::TTSSoundData,    CreateInstance<TTSSoundData>},
+    {CLSID_TTSStreamHolder, script::TTSStreamHolder, CreateInstance<TTSStreamHolder>},
+    {CLSID_TTSVoice,        script::TTSVoice,        CreateInstance<TTSVoice>},
 };
 // clang-format on
 

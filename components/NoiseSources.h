@@ -3,7 +3,7 @@
 
 #include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
-#include <larynth/Runtime.h>
+#include <larynth/ModuleRuntime.h>
 #include <larynth/Sources.h>
 
 #include "com/Boundary.h"

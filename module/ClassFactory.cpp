@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "module/ClassFactory.h"
-
 #include "com/ModuleLock.h"
 #include "com/OutPointer.h"
+#include "module/ClassTable.h"
 
 namespace larynth {
 
+namespace {
+constexpr ULONG kTablesOwn = 1;  // what the class table holds
+}
+
 HRESULT ClassFactory::QueryInterface(REFIID riid, void** ppv) noexcept {
-    if (ppv == nullptr) return E_POINTER;
+    if (!CanWrite(ppv)) return E_POINTER;
     const bool answered = riid == IID_IUnknown || riid == IID_IClassFactory;
     *ppv = answered ? static_cast<IClassFactory*>(this) : nullptr;
     if (!answered) return E_NOINTERFACE;
@@ -16,21 +19,13 @@ HRESULT ClassFactory::QueryInterface(REFIID riid, void** ppv) noexcept {
 }
 
 ULONG ClassFactory::AddRef() noexcept {
-    const std::scoped_lock lock(countLock_);
-    if (++count_ == 2) ModuleLock::Add();
-    return count_;
+    ModuleLock::Add();
+    return kTablesOwn + 1;
 }
 
 ULONG ClassFactory::Release() noexcept {
-    const ULONG left = RemoveReference();
-    if (left == 0) delete this;  // after the lock, which is part of the factory, was given back
-    return left;
-}
-
-ULONG ClassFactory::RemoveReference() noexcept {
-    const std::scoped_lock lock(countLock_);
-    if (--count_ == 1) ModuleLock::Remove();
-    return count_;
+    ModuleLock::Remove();
+    return kTablesOwn;
 }
 
 HRESULT ClassFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppvObject) noexcept {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <larynth/Classes.h>
 
+#include "ClassScripts.h"
 #include "com/Create.h"
 #include "components/NoiseSources.h"
 #include "components/TTSParallelTract.h"
@@ -20,18 +21,18 @@ namespace {
 
 // clang-format off
 constinit ClassEntry classTable[] = {
-    {CLSID_TTSVoicingSourceFilter, 128, CreateInstance<TTSVoicingSourceFilter>},
-    {CLSID_TTSVoicingSourceWave,   130, CreateInstance<TTSVoicingSourceWave>},
-    {CLSID_TTSFricationSource,     122, CreateInstance<TTSFricationSource>},
-    {CLSID_TTSAspirationSource,    120, CreateInstance<TTSAspirationSource>},
-    {CLSID_TTSVocalTractR,         118, CreateInstance<TTSVocalTractR>},
-    {CLSID_TTSParallelTract,       116, CreateInstance<TTSParallelTract>},
-    {CLSID_TTSVoicingSourceStd,    112, CreateInstance<TTSVoicingSourceStd>},
-    {CLSID_Larynth,                110, CreateInstance<Larynth>},
-    {CLSID_TTSAntiResonatorParams, 106, CreateInstance<TTSAntiResonatorParams>},
-    {CLSID_TTSResonatorParams,     104, CreateInstance<TTSResonatorParams>},
-    {CLSID_LarynthParams,          102, CreateInstance<LarynthParams>},
-    {CLSID_TTSVocalTractF,         124, CreateInstance<TTSVocalTractF>},
+    {CLSID_TTSVoicingSourceFilter, script::TTSVoicingSourceFilter, CreateInstance<TTSVoicingSourceFilter>},
+    {CLSID_TTSVoicingSourceWave,   script::TTSVoicingSourceWave,   CreateInstance<TTSVoicingSourceWave>},
+    {CLSID_TTSFricationSource,     script::TTSFricationSource,     CreateInstance<TTSFricationSource>},
+    {CLSID_TTSAspirationSource,    script::TTSAspirationSource,    CreateInstance<TTSAspirationSource>},
+    {CLSID_TTSVocalTractR,         script::TTSVocalTractR,         CreateInstance<TTSVocalTractR>},
+    {CLSID_TTSParallelTract,       script::TTSParallelTract,       CreateInstance<TTSParallelTract>},
+    {CLSID_TTSVoicingSourceStd,    script::TTSVoicingSourceStd,    CreateInstance<TTSVoicingSourceStd>},
+    {CLSID_Larynth,                script::Larynth,                CreateInstance<Larynth>},
+    {CLSID_TTSAntiResonatorParams, script::TTSAntiResonatorParams, CreateInstance<TTSAntiResonatorParams>},
+    {CLSID_TTSResonatorParams,     script::TTSResonatorParams,     CreateInstance<TTSResonatorParams>},
+    {CLSID_LarynthParams,          script::LarynthParams,          CreateInstance<LarynthParams>},
+    {CLSID_TTSVocalTractF,         script::TTSVocalTractF,         CreateInstance<TTSVocalTractF>},
 };
 // clang-format on
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include <larynth/ModuleRuntime.h>
+
 #include "module/ScriptReader.h"
 
 namespace larynth {
@@ -11,18 +13,6 @@ namespace larynth {
 namespace {
 
 using Token = ScriptReader::Token;
-
-struct RootName {
-    std::string_view abbreviation;
-    std::string_view name;
-};
-
-constexpr std::array kRoots{
-    RootName{"HKCR", "HKEY_CLASSES_ROOT"},     RootName{"HKCU", "HKEY_CURRENT_USER"},
-    RootName{"HKLM", "HKEY_LOCAL_MACHINE"},    RootName{"HKU", "HKEY_USERS"},
-    RootName{"HKPD", "HKEY_PERFORMANCE_DATA"}, RootName{"HKDD", "HKEY_DYN_DATA"},
-    RootName{"HKCC", "HKEY_CURRENT_CONFIG"},
-};
 
 struct FlagName {
     std::string_view name;
@@ -50,8 +40,8 @@ ScriptKey::Flag FlagOf(std::string_view word) {
 
 std::string_view ReadRoot(ScriptReader& reader) {
     const Token word = reader.Word(kRootKey);
-    for (const RootName& root : kRoots) {
-        if (IsSameWord(word.text, root.abbreviation) || IsSameWord(word.text, root.name)) return root.name;
+    for (const LarynthRegistryRoot& root : kLarynthRegistryRoots) {
+        if (IsSameWord(word.text, root.Abbreviation) || IsSameWord(word.text, root.Name)) return root.Name;
     }
     reader.Fail(word, kRootKey);
 }

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "module/ScriptError.h"
+#include "module/RegistryScript.h"
 
 namespace larynth {
 

@@ -2,7 +2,7 @@
 #include <atomic>
 #include <sys/single_threaded.h>
 
-#include <larynth/Runtime.h>
+#include <larynth/ModuleRuntime.h>
 
 #include "engine/NoiseGenerator.h"
 

@@ -74,7 +74,6 @@ HRESULT Larynth::Initialize(IUnknown*, REFIID) noexcept {
 
 HRESULT Larynth::Uninitialize() noexcept {
     initialized_ = false;
-    packets_.ForgetBlockClass();
     return S_OK;
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <larynth/Classes.h>
+
 #include "com/FlushDenormals.h"
 #include "com/OwnObject.h"
 #include "engine/Exception.h"
@@ -49,7 +51,8 @@ Timing ReadTiming(ILarynthParams* packet) {
 }  // namespace
 
 ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* attached) {
-    ComPtr<ITTSSoundData> block = blocks_.New();
+    ComPtr<ITTSSoundData> block;
+    CheckResult(block.Create(CLSID_TTSSoundData));
     SetUp(block, attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);

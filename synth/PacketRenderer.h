@@ -10,7 +10,6 @@
 #include <larynth/Streams.h>
 
 #include "engine/Network.h"
-#include "synth/BlockFactory.h"
 
 namespace larynth {
 
@@ -30,9 +29,6 @@ class PacketRenderer {
     /// packet.
     ComPtr<ITTSSoundData> Render(ILarynthParams* packet, IUnknown* attached);
 
-    /// Lets go of the class that blocks are made of.
-    void ForgetBlockClass() noexcept { blocks_.Forget(); }
-
   private:
     using OwnElements = std::optional<Network::Elements>;
 
@@ -45,7 +41,6 @@ class PacketRenderer {
     void RenderSamples(const OwnElements& own, std::span<std::int16_t> samples);
     void RenderInStretches(const Network::Elements& own, std::span<std::int16_t> samples) noexcept;
 
-    BlockFactory blocks_;
     Network network_;
     Roles& roles_;
     OutputStage& output_;

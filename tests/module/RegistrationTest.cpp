@@ -9,7 +9,7 @@
 
 #include <larynth/Larynth.h>
 
-#include "runtime/Resources.h"
+#include "runtime/classes/OwnModule.h"
 #include "tests/support/Code.h"
 #include "tests/support/TestStore.h"
 

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "module/RegistryScript.h"
-#include "module/ScriptError.h"
 #include "tests/support/Code.h"
 
 namespace larynth {

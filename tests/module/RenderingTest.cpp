@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <larynth/ModuleRuntime.h>
+
 #include "tests/module/ModuleUnderTest.h"
 #include "tests/support/ForwardingOuter.h"
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
-#include <larynth/Runtime.h>
+#include <larynth/ModuleRuntime.h>
 
 namespace {
 

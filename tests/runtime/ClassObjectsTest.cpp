@@ -154,19 +154,6 @@ TEST(ClassObjects, WrongArgumentsAreRefused) {
     std::thread([] { EXPECT_STREQ(LarynthLastError(), ""); }).join();
 }
 
-TEST(ClassObjects, AreCountedWhileTheyAreOffered) {
-    const std::uint32_t before = LarynthClassObjectCount();
-    HostFactory factory;
-    const DWORD first = factory.Register(), second = factory.Register();
-    EXPECT_EQ(LarynthClassObjectCount(), before + 2);
-    for (int i = 0; i < 2; ++i) {
-        CoRevokeClassObject(first);  // the second time it is none
-        EXPECT_EQ(LarynthClassObjectCount(), before + 1);
-    }
-    CoRevokeClassObject(second);
-    EXPECT_EQ(LarynthClassObjectCount(), before);
-}
-
 TEST(ClassObjects, ManyThreadsRegisterAndFindTheirOwn) {
     std::vector<std::thread> threads;
     for (std::uint32_t thread = 0; thread < 8; ++thread) {

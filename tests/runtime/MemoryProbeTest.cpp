@@ -13,7 +13,7 @@
 
 #include <larynth/Runtime.h>
 
-#include "runtime/PageProbe.h"
+#include "runtime/memory/MemoryProbe.h"
 
 namespace {
 

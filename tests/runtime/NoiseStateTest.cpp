@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include <larynth/Runtime.h>
+#include <larynth/ModuleRuntime.h>
 
 #include "engine/NoiseGenerator.h"
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/runtime/SampleModule.h"
 
-#include "runtime/ModuleNotification.h"
-
 #define SAMPLE_EXPORT extern "C" [[gnu::visibility("default")]]
 
 namespace {
@@ -10,7 +8,6 @@ namespace {
 constexpr CLSID kOwnClasses[] = {CLSID_SampleOne, CLSID_SampleTwo, CLSID_SampleThree};
 
 constinit std::atomic<LONG> uses{0};
-constinit std::atomic<bool> loaded{false};
 constinit SampleControl control;
 
 class SampleObject final : public ISample {
@@ -58,17 +55,12 @@ class SampleFactory final : public IClassFactory {
 
 constinit SampleFactory factory;
 
-}  // namespace
-
-namespace larynth {
-
-void ModuleLoaded() noexcept { loaded = true; }
-
-void ModuleUnloading() noexcept {
+[[gnu::destructor]] void Unloading() {
     if (control.unloads != nullptr) ++*control.unloads;
 }
 
-}  // namespace larynth
+}  // namespace
+
 
 SAMPLE_EXPORT SampleControl* ControlSample() { return &control; }
 
@@ -76,7 +68,7 @@ SAMPLE_EXPORT HRESULT LARYNTH_CALL DllGetClassObject(REFCLSID rclsid, REFIID rii
     *ppv = nullptr;
     if (control.beforeClassObject != nullptr) control.beforeClassObject();
     const bool own = rclsid == kOwnClasses[SAMPLE_MODULE - 1] || rclsid == CLSID_SampleCommon;
-    return own && loaded ? factory.QueryInterface(riid, ppv) : CLASS_E_CLASSNOTAVAILABLE;
+    return own ? factory.QueryInterface(riid, ppv) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
 #ifndef SAMPLE_NEVER_UNLOADS

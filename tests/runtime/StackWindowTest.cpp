@@ -6,7 +6,7 @@
 
 #include <larynth/Runtime.h>
 
-#include "runtime/StackWindow.h"
+#include "runtime/memory/MemoryProbe.h"
 
 namespace {
 

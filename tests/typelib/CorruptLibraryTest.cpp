@@ -8,7 +8,8 @@
 #include <iterator>
 #include <vector>
 
-#include "runtime/TypeLibraryReader.h"
+#include "runtime/typelib/Contents.h"
+#include "runtime/typelib/Tables.h"
 
 namespace {
 
@@ -38,11 +39,11 @@ class LibraryBytes {
     /// Where the record of a type is.
     std::size_t Type(std::size_t number) const { return At(Segment(0)) + number * 0x64; }
 
-    TypeLibraryContents Read() const { return ReadTypeLibrary(FileBytes(bytes_)); }
+    TypeLibraryContents Read() const { return ReadTypeLibrary(bytes_); }
     /// Of the first bytes only, in a block of their own size.
     TypeLibraryContents ReadFirst(std::size_t size) const {
         const std::vector<std::byte> first(bytes_.data(), bytes_.data() + size);
-        return ReadTypeLibrary(FileBytes(first));
+        return ReadTypeLibrary(first);
     }
 
   private:

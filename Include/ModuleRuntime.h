@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+/// What this project's own modules need of the component runtime beyond what a host does. Not installed.
+#pragma once
+
+#include <larynth/Runtime.h>
+
+/// Makes the calling thread's arithmetic take denormal numbers for 0, as input and as result, and returns the
+/// mode that was in force, for LarynthSetArithmeticMode. Where a processor has no such mode nothing changes.
+LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthFlushDenormals();
+
+/// Puts a mode back that LarynthFlushDenormals returned on this thread.
+LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode);
+
+/// The noise generator's one state word, shared by all modules of the process; to be used atomically.
+LARYNTH_RUNTIME_API std::uint32_t* LARYNTH_CALL LarynthNoiseState();
+
+/// A byte that is not 0 while the process is known to have a single thread. It is the C library's: threads
+/// that are made without it are not seen.
+LARYNTH_RUNTIME_API const char* LARYNTH_CALL LarynthSingleThreaded();
+
+/// A number from 1 to kLarynthThreadNumbers - 1 that no other living thread has, always the same for the
+/// calling thread. 0, which is shared, where there are none left and for a thread that is ending.
+LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthThreadNumber();
+inline constexpr unsigned kLarynthThreadNumbers = 64;
+
+/// A root of the registration store.
+struct LarynthRegistryRoot {
+    LPCSTR Abbreviation;  ///< In registry scripts.
+    LPCSTR Name;
+};
+inline constexpr LarynthRegistryRoot kLarynthRegistryRoots[] = {
+    {"HKCR", "HKEY_CLASSES_ROOT"},   {"HKCU", "HKEY_CURRENT_USER"},     {"HKLM", "HKEY_LOCAL_MACHINE"},
+    {"HKU", "HKEY_USERS"},           {"HKPD", "HKEY_PERFORMANCE_DATA"}, {"HKDD", "HKEY_DYN_DATA"},
+    {"HKCC", "HKEY_CURRENT_CONFIG"},
+};

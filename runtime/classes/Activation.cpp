@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// Where classes are looked for, and the functions that hosts do it by.
+#include <optional>
+#include <string>
+
+#include <larynth/ComPtr.h>
+#include <larynth/Runtime.h>
+
+#include "runtime/Failure.h"
+#include "runtime/classes/ClassObjects.h"
+#include "runtime/classes/LoadedModules.h"
+#include "runtime/store/RegistrationStore.h"
+
+namespace larynth {
+
+namespace {
+
+/// What offers classes in this process, for its whole life: ready before any code runs and never destroyed,
+/// so that it can be used while any library is loaded or unloaded.
+union Process {
+    constexpr Process() : offers() {}
+    ~Process() {}
+
+    struct {
+        ClassObjects classObjects;
+        LoadedModules modules;
+    } offers;
+};
+constinit Process process;
+
+/// The class object of a class that the user's registration store knows, from the module that the store
+/// names: it is loaded, and from then on among the modules of the process. CLASS_E_CLASSNOTAVAILABLE when the
+/// store does not know the class. Raises Failure when the store cannot be read, with CO_E_DLLNOTFOUND when
+/// the module cannot be loaded and CO_E_ERRORINDLL when it is no component module.
+///
+/// The store is opened anew each time: this is the last place where a class is looked for.
+HRESULT GetRegisteredClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+    const std::string classText = ClassText(rclsid);
+    const std::optional<std::string> path =
+        RegistrationStore(UsersStoreFile())
+            .Value("HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32", "");
+    if (!path) return CLASS_E_CLASSNOTAVAILABLE;
+    // Held here too, so that nobody frees the module before it was asked.
+    const LoadedModule module = LoadedModule::Load(path->c_str());
+    if (const HRESULT hr = process.offers.modules.Load(path->c_str()); FAILED(hr)) {
+        throw Failure(hr, "the registered module of class " + classText + ": " + LarynthLastError());
+    }
+    return process.offers.modules.GetClassObject(rclsid, riid, ppv);
+}
+
+HRESULT GetClassObject(REFCLSID rclsid, DWORD context, REFIID riid, void** ppv) {
+    if ((context & CLSCTX_INPROC_SERVER) == 0) {
+        return Fail(E_INVALIDARG, "a class serves in its own process only: CLSCTX_INPROC_SERVER");
+    }
+    HRESULT hr = process.offers.classObjects.Get(rclsid, riid, ppv);
+    if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = process.offers.modules.GetClassObject(rclsid, riid, ppv);
+    if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = GetRegisteredClassObject(rclsid, riid, ppv);
+    if (SUCCEEDED(hr)) return hr;
+    if (hr == CLASS_E_CLASSNOTAVAILABLE) {
+        return Fail(REGDB_E_CLASSNOTREG, "nobody offers the class %s", ClassText(rclsid).c_str());
+    }
+    return Fail(hr, "asked for the class object, the supplier of class %s answered 0x%08X",
+                ClassText(rclsid).c_str(), static_cast<unsigned>(hr));
+}
+
+HRESULT CreateObject(REFCLSID rclsid, IUnknown* outer, DWORD context, REFIID riid, void** ppv) {
+    ComPtr<IClassFactory> factory;
+    HRESULT hr = GetClassObject(rclsid, context, factory.Id(), factory.PutVoid());
+    if (FAILED(hr)) return hr;
+    hr = factory->CreateInstance(outer, riid, ppv);
+    if (SUCCEEDED(hr)) return hr;
+    return Fail(hr, "asked for an object, the factory of class %s answered 0x%08X", ClassText(rclsid).c_str(),
+                static_cast<unsigned>(hr));
+}
+
+}  // namespace
+
+}  // namespace larynth
+
+HRESULT LARYNTH_CALL CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, void* pvReserved, REFIID riid,
+                                      void** ppv) {
+    if (ppv == nullptr) return larynth::Fail(E_POINTER, "null out-pointer");
+    *ppv = nullptr;
+    if (pvReserved != nullptr) return larynth::Fail(E_INVALIDARG, "the reserved argument is not null");
+    return larynth::Contained([&] { return larynth::GetClassObject(rclsid, dwClsContext, riid, ppv); });
+}
+
+HRESULT LARYNTH_CALL CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid,
+                                      void** ppv) {
+    if (ppv == nullptr) return larynth::Fail(E_POINTER, "null out-pointer");
+    *ppv = nullptr;
+    return larynth::Contained(
+        [&] { return larynth::CreateObject(rclsid, pUnkOuter, dwClsContext, riid, ppv); });
+}
+
+HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, IUnknown* pUnk, DWORD dwClsContext, DWORD flags,
+                                           DWORD* lpdwRegister) {
+    if (pUnk == nullptr || lpdwRegister == nullptr) return larynth::Fail(E_POINTER, "null pointer");
+    if (dwClsContext != CLSCTX_INPROC_SERVER || flags != REGCLS_MULTIPLEUSE) {
+        return larynth::Fail(E_INVALIDARG, "only CLSCTX_INPROC_SERVER with REGCLS_MULTIPLEUSE is possible");
+    }
+    return larynth::Contained([&] {
+        *lpdwRegister = larynth::process.offers.classObjects.Add(rclsid, pUnk);
+        return S_OK;
+    });
+}
+
+HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
+    return larynth::Contained([&] {
+        if (larynth::process.offers.classObjects.Remove(dwRegister)) return S_OK;
+        return larynth::Fail(CO_E_OBJNOTREG, "no class object is registered under the number %u", dwRegister);
+    });
+}
+
+HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath) {
+    if (sPath == nullptr) return larynth::Fail(E_POINTER, "no path");
+    return larynth::Contained([&] { return larynth::process.offers.modules.Load(sPath); });
+}
+
+void LARYNTH_CALL CoFreeUnusedLibraries() {
+    larynth::Contained([] {
+        larynth::process.offers.modules.FreeUnused();
+        return S_OK;
+    });
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "runtime/store/Database.h"
+
+#include <larynth/Base.h>
+
+#include "runtime/Failure.h"
+
+namespace larynth {
+
+namespace {
+
+// Longer than any writer needs, also when dozens of processes register at once.
+constexpr int kPatienceMilliseconds = 60'000;
+
+sqlite3* Open(const std::string& file, Database::Opening opening) {
+    sqlite3* connection = nullptr;
+    const int create = opening == Database::Opening::kCreating ? SQLITE_OPEN_CREATE : 0;
+    // Also a reader may have to undo what a killed writer left half done, so it opens for writing; where the
+    // file may not be written, SQLite opens it for reading. The result shows again in the error code.
+    sqlite3_open_v2(file.c_str(), &connection, SQLITE_OPEN_READWRITE | create, nullptr);
+    if (connection == nullptr) throw std::bad_alloc();
+    return connection;
+}
+
+}  // namespace
+
+Database::Database(const std::string& file, Opening opening)
+    : file_(file), connection_(Open(file, opening), sqlite3_close) {
+    if (sqlite3_errcode(connection_.get()) != SQLITE_OK) Raise(opening == Opening::kExisting);
+    sqlite3_busy_timeout(connection_.get(), kPatienceMilliseconds);
+}
+
+void Database::Raise(bool reading) const {
+    if (sqlite3_errcode(connection_.get()) == SQLITE_NOMEM) throw std::bad_alloc();
+    throw Failure(reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB,
+                  file_ + ": " + sqlite3_errmsg(connection_.get()));
+}
+
+void Database::Execute(const char* statements) {
+    if (sqlite3_exec(connection_.get(), statements, nullptr, nullptr, nullptr) != SQLITE_OK) Raise(false);
+}
+
+int Database::Number(const char* statement) {
+    Statement asked(*this, statement, {});
+    return asked.Step() ? asked.Number(0) : 0;
+}
+
+Statement::Statement(Database& database, const char* text, std::initializer_list<std::string_view> parameters)
+    : database_(database), prepared_(nullptr, sqlite3_finalize) {
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare_v2(database.connection_.get(), text, -1, &prepared, nullptr) != SQLITE_OK) {
+        database.Raise(true);  // it reads the schema
+    }
+    prepared_.reset(prepared);
+    int number = 0;
+    for (const std::string_view value : parameters) {
+        if (sqlite3_bind_text(prepared, ++number, value.data(), static_cast<int>(value.size()),
+                              SQLITE_TRANSIENT) != SQLITE_OK) {
+            database.Raise(true);
+        }
+    }
+}
+
+bool Statement::Step() {
+    switch (sqlite3_step(prepared_.get())) {
+        case SQLITE_ROW:
+            return true;
+        case SQLITE_DONE:
+            return false;
+        default:
+            database_.Raise(sqlite3_stmt_readonly(prepared_.get()) != 0);
+    }
+}
+
+std::string_view Statement::Text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(prepared_.get(), column));
+    if (text == nullptr) return {};
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(prepared_.get(), column))};
+}
+
+}  // namespace larynth

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <larynth/Base.h>
+
+#include "runtime/store/Database.h"
+
+namespace larynth {
+
+/// Absolute path of the user's registration store, whether it exists or not: $LARYNTH_REGISTRY where set,
+/// else larynth/registry.db below $XDG_DATA_HOME, else below ~/.local/share. Empty when none of the three
+/// variables is set.
+std::string UsersStoreFile();
+
+/// A class identifier as the store and messages spell it: upper-case hexadecimal digits in braces.
+std::string ClassText(REFCLSID id);
+
+/// The registration store as a tree of keys with values, named as ILarynthRegistry says. SQLite keeps it
+/// whole whatever happens and lets one writer at a time in; nothing else knows of SQLite.
+///
+/// Used by one thread at a time. What fails raises Failure or std::bad_alloc.
+class RegistrationStore {
+  public:
+    /// The file and the folders above it come into being with the first transaction. An empty path is a store
+    /// that is empty and cannot be written, ":memory:" one in memory.
+    explicit RegistrationStore(std::string file) : file_(std::move(file)) {}
+
+    void Begin();
+    void Commit();
+    void Rollback();
+
+    void CreateKey(std::string_view key);
+    /// With everything below; false when there is no such key.
+    bool DeleteKey(std::string_view key);
+    /// The empty name is the default value's.
+    void SetValue(std::string_view key, std::string_view name, std::string_view value);
+
+    std::optional<std::string> Value(std::string_view key, std::string_view name);
+
+    struct Counts {
+        int subkeys;  // directly below
+        int values;   // without the default value
+    };
+    std::optional<Counts> Count(std::string_view key);
+
+    /// The name of the key directly below at this place in alphabetical order.
+    std::optional<std::string> Subkey(std::string_view key, int index);
+
+  private:
+    bool HoldsAnything();
+    bool IsPrepared();
+    void CreateFolder() const;
+    Database& Transaction();
+
+    std::string file_;
+    std::optional<Database> database_;  // since it was first needed and there was a file
+    bool inTransaction_ = false;        // between Begin and Commit or Rollback
+};
+
+}  // namespace larynth
