@@ -33,6 +33,10 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first)
 file(RENAME ${WORK}/first ${WORK}/prefix)
 set(modules ${WORK}/prefix/${LIBDIR}/larynth/Larynth.so ${WORK}/prefix/${LIBDIR}/larynth/LarynthCompanion.so)
 
+if(EXISTS ${WORK}/prefix/include/larynth/ModuleRuntime.h OR NOT EXISTS ${WORK}/prefix/include/larynth/Runtime.h)
+  message(FATAL_ERROR "hosts get the headers that are for them, and no other")
+endif()
+
 # find_package(Larynth CONFIG)
 run(${CMAKE_COMMAND} -S ${WORK}/client -B ${WORK}/build
   -D CMAKE_PREFIX_PATH=${WORK}/prefix -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${FLAGS})

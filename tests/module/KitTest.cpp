@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The generic half of a module around a class table of the test's own: what no finished module shows.
+// The generic half of a module around a class table and scripts of the test's own: what no finished module
+// shows.
 #include <gtest/gtest.h>
-#include <latch>
-#include <new>
 #include <stdexcept>
-#include <thread>
-#include <vector>
 
 #include <larynth/Larynth.h>
 
@@ -13,8 +10,8 @@
 #include "com/Create.h"
 #include "module/ClassTable.h"
 #include "module/EntryPoints.h"
-#include "tests/support/Allocations.h"
 #include "tests/support/Code.h"
+#include "tests/support/TestStore.h"
 
 namespace larynth {
 
@@ -31,40 +28,58 @@ class Unfinished final : public ComObject<ITTSVocalTractF> {
     explicit Unfinished(IUnknown* outer) : ComObject(outer) { throw std::runtime_error("not today"); }
 };
 
-constexpr CLSID kPlain{1, 0, 0, {}};
-constexpr CLSID kUnfinished{2, 0, 0, {}};
-constexpr CLSID kShadowed = kPlain;
+constexpr CLSID kPlain{1, 0, 0, {}}, kUnfinished{2, 0, 0, {}}, kShadowed = kPlain;
 
-constinit ClassEntry classTable[] = {
-    // no scripts: nothing is registered here
-    {kPlain, 0, CreateInstance<Plain>},
-    {kUnfinished, 0, CreateInstance<Unfinished>},
-    {kShadowed, 0, CreateInstance<Unfinished>},
-};
+// Numbers of resources: scripts that write one key each, a malformed one, and one that does not exist.
+constexpr LONG kFirst = 1, kSecond = 2, kMalformed = 3, kMissing = 4;
 
-ComPtr<IClassFactory> FactoryOf(REFCLSID id) {
+constinit ClassEntry classTable[] = {{kPlain, kFirst, CreateInstance<Plain>},
+                                     {kUnfinished, kMalformed, CreateInstance<Unfinished>},
+                                     {kShadowed, kSecond, CreateInstance<Unfinished>}};
+constinit bool hasTypeLibrary = false;
+
+std::string Create(REFCLSID id) {
     ComPtr<IClassFactory> factory;
-    EXPECT_EQ(Code(DllGetClassObject(id, IID_IClassFactory, factory.PutVoid())), Code(S_OK));
-    return factory;
-}
-
-TEST(ModuleKit, LooksClassesUpInTheOrderOfTheTable) {
+    EXPECT_EQ(Code(DllGetClassObject(id, factory.Id(), factory.PutVoid())), "S_OK");
     ComPtr<IUnknown> object;
-    EXPECT_EQ(Code(FactoryOf(kShadowed)->CreateInstance(nullptr, IID_IUnknown, object.PutVoid())),
-              Code(S_OK));
+    return Code(factory->CreateInstance(nullptr, IID_IUnknown, object.PutVoid()));
 }
 
-TEST(ModuleKit, TurnsAFailedConstructionIntoACodeAndHoldsNothing) {
-    void* object = classTable;
-    EXPECT_EQ(Code(FactoryOf(kUnfinished)->CreateInstance(nullptr, IID_IUnknown, &object)), Code(E_FAIL));
-    EXPECT_EQ(object, nullptr);
-    EXPECT_EQ(Code(DllCanUnloadNow()), Code(S_OK));
-}
+std::string Listing() { return TestStore::Listing(*TestStore::Open().Get(), "HKEY_CURRENT_USER"); }
 
 }  // namespace
 
+TEST(Kit, LooksClassesUpInTheOrderOfTheTableAndHoldsNothingAfterAFailure) {
+    EXPECT_EQ(Create(kShadowed), "S_OK");
+    EXPECT_EQ(Create(kUnfinished), "E_FAIL");
+    EXPECT_EQ(Code(DllCanUnloadNow()), "S_OK");
+}
+
+TEST(Kit, RegisteringStopsAtTheFirstFailureAndUnregisteringAtNone) {
+    const TestStore store;
+    const struct {
+        LONG script;
+        bool hasTypeLibrary;
+        const char* code;
+        const char* listing;
+    } rows[] = {
+        {kMalformed, false, "DISP_E_EXCEPTION", "\nHKEY_CURRENT_USER\\First\n"},
+        {kMissing, false, "E_FAIL", "\nHKEY_CURRENT_USER\\First\n"},
+        {kFirst, true, "TYPE_E_CANTLOADLIBRARY", "\nHKEY_CURRENT_USER\\First\nHKEY_CURRENT_USER\\Second\n"},
+        {kFirst, false, "S_OK", "\nHKEY_CURRENT_USER\\First\nHKEY_CURRENT_USER\\Second\n"}};
+    for (const auto& row : rows) {
+        classTable[1].Script = row.script;
+        hasTypeLibrary = row.hasTypeLibrary;
+        EXPECT_EQ(Code(DllRegisterServer()), row.code);
+        EXPECT_EQ(Listing(), std::string("HKEY_CURRENT_USER") + row.listing);
+        classTable[1].Script = kMalformed;
+        EXPECT_EQ(Code(DllUnregisterServer()), "S_OK");
+        EXPECT_EQ(Listing(), "HKEY_CURRENT_USER\n");
+    }
+}
+
 std::span<ClassEntry> ClassTable() noexcept { return classTable; }
 
-bool HasTypeLibrary() noexcept { return false; }
+bool HasTypeLibrary() noexcept { return hasTypeLibrary; }
 
 }  // namespace larynth

@@ -1,21 +1,47 @@
 // SPDX-License-Identifier: MIT
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <larynth/ComException.h>
 
 #include "module/Registrar.h"
 #include "tests/support/Code.h"
-#include "tests/support/FakeRegistry.h"
+#include "tests/support/StackObject.h"
+#include "tests/support/TestStore.h"
 
 namespace larynth {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
-using Keys = FakeRegistry::Keys;
+/// The store, whose calls can be made to fail: number `failing`, from 1, and all after it if it stays bad.
+class FailingStore final : public StackObject<ILarynthRegistry> {
+  public:
+    ComPtr<ILarynthRegistry> real = TestStore::Open();
+    int calls = 0;
+    int failing = 0;
+    bool staysBad = false;
+
+    HRESULT LARYNTH_CALL Begin() override { return Fails() ? kCode : real->Begin(); }
+    HRESULT LARYNTH_CALL Commit() override { return Fails() ? kCode : real->Commit(); }
+    HRESULT LARYNTH_CALL Rollback() override { return real->Rollback(); }
+    HRESULT LARYNTH_CALL CreateKey(LPCSTR key) override { return Fails() ? kCode : real->CreateKey(key); }
+    HRESULT LARYNTH_CALL DeleteKey(LPCSTR key) override { return Fails() ? kCode : real->DeleteKey(key); }
+    HRESULT LARYNTH_CALL SetValue(LPCSTR key, LPCSTR name, LPCSTR value) override {
+        return Fails() ? kCode : real->SetValue(key, name, value);
+    }
+    HRESULT LARYNTH_CALL GetValue(LPCSTR key, LPCSTR name, LPCSTR* value) override {
+        return real->GetValue(key, name, value);
+    }
+    HRESULT LARYNTH_CALL GetCounts(LPCSTR key, int* subkeys, int* values) override {
+        return Fails() ? kCode : real->GetCounts(key, subkeys, values);
+    }
+    HRESULT LARYNTH_CALL GetSubkey(LPCSTR key, int index, LPCSTR* name) override {
+        return real->GetSubkey(key, index, name);
+    }
+
+  private:
+    static constexpr HRESULT kCode = REGDB_E_WRITEREGDB;
+    bool Fails() { return ++calls == failing || (staysBad && calls > failing); }
+};
 
 // In the form of a class's script.
 constexpr char kClassScript[] = R"(HKCR {
@@ -26,160 +52,117 @@ constexpr char kClassScript[] = R"(HKCR {
         }
     }
 })";
-
-const Keys kClassKeys{
-    {"HKEY_CLASSES_ROOT", {}},
-    {"HKEY_CLASSES_ROOT\\CLSID", {}},
-    {"HKEY_CLASSES_ROOT\\CLSID\\{00000000-0000-0000-0000-000000000001}", {{"", "A Class"}}},
-    {"HKEY_CLASSES_ROOT\\CLSID\\{00000000-0000-0000-0000-000000000001}\\Server",
-     {{"", "/m.so"}, {"Model", "both"}}},
-    {"HKEY_CLASSES_ROOT\\Prog.1", {{"", "A Class"}}},
-    {"HKEY_CLASSES_ROOT\\Prog.1\\CLSID", {{"", "{id}"}}},
-};
+constexpr char kClassKeys[] =
+    " CLSID CLSID\\{00000000-0000-0000-0000-000000000001}=A Class"
+    " CLSID\\{00000000-0000-0000-0000-000000000001}\\Server=/m.so+1 Prog.1=A Class Prog.1\\CLSID={id}";
+constexpr int kCalls = 14;  // Begin, Commit, six keys created, one deleted before, five values
 
 class RegistrarTest : public testing::Test {
   protected:
-    HRESULT Register(const char* script) {
-        return Run([&](Registrar& registrar, const RegistryScript& read) { registrar.Register(read); },
-                   script);
-    }
-    HRESULT Unregister(const char* script) {
-        return Run([&](Registrar& registrar, const RegistryScript& read) { registrar.Unregister(read); },
-                   script);
-    }
+    using Walk = void (Registrar::*)(const RegistryScript&);
 
-    FakeRegistry registry_;
-
-  private:
-    template <class Walk>
-    HRESULT Run(Walk walk, const char* script) {
-        registry_.calls = 0;
-        Registrar registrar(registry_);
+    std::string Run(Walk walk, const char* script) {
         try {
-            walk(registrar, ParseRegistryScript(script, "/m.so"));
+            (Registrar(store_).*walk)(ParseRegistryScript(script, "/m.so"));
+            return "S_OK";
         } catch (const Zelvani::ComException& failure) {
-            return failure.Code();
+            return Code(failure.Code());
         }
-        EXPECT_FALSE(registry_.InTransaction());
-        return S_OK;
     }
+    std::string Register(const char* script) { return Run(&Registrar::Register, script); }
+    std::string Unregister(const char* script) { return Run(&Registrar::Unregister, script); }
+
+    /// What is below HKEY_CLASSES_ROOT, in one line, as others see it.
+    static std::string Keys() {
+        std::string text = TestStore::Listing(*TestStore::Open().Get(), "HKEY_CLASSES_ROOT");
+        const auto replace = [&](const std::string& old, const char* with) {
+            for (std::size_t at; (at = text.find(old)) != text.npos;) text.replace(at, old.size(), with);
+        };
+        replace("HKEY_CLASSES_ROOT\n", "");
+        replace("HKEY_CLASSES_ROOT\\", " ");
+        replace("\n", "");
+        replace(" = ", "=");
+        replace(" + ", "+");
+        return text;
+    }
+
+    TestStore folder_;
+    FailingStore store_;
 };
 
-TEST_F(RegistrarTest, RegisteringWritesWhatTheScriptNamesAndUnregisteringRemovesIt) {
-    EXPECT_EQ(Code(Register(kClassScript)), "S_OK");
-    EXPECT_EQ(registry_.keys, kClassKeys);
-    EXPECT_EQ(Code(Register(kClassScript)), "S_OK");
-    EXPECT_EQ(registry_.keys, kClassKeys);
-    EXPECT_EQ(Code(Unregister(kClassScript)), "S_OK");
-    EXPECT_THAT(registry_.keys, ElementsAre(Pair("HKEY_CLASSES_ROOT", IsEmpty()),
-                                            Pair("HKEY_CLASSES_ROOT\\CLSID", IsEmpty())));
-    EXPECT_EQ(Code(Unregister(kClassScript)), "S_OK");
-}
+}  // namespace
 
-// What a flag does to a key A that already has a value and a subkey of another's.
-TEST_F(RegistrarTest, AFlagDecidesWhatHappensToWhatWasThereBefore) {
-    const Keys before{{"HKEY_CLASSES_ROOT\\A", {{"", "old"}, {"Other", "1"}}},
-                      {"HKEY_CLASSES_ROOT\\A\\Others", {}}};
-    const struct {
-        const char* script;
-        Keys registered;
-        Keys unregistered;
-    } rows[] = {
-        {"HKCR { A = s 'new' { B } }",
-         {{"HKEY_CLASSES_ROOT", {}},
-          {"HKEY_CLASSES_ROOT\\A", {{"", "new"}, {"Other", "1"}}},
-          {"HKEY_CLASSES_ROOT\\A\\B", {}},
-          {"HKEY_CLASSES_ROOT\\A\\Others", {}}},
-         {{"HKEY_CLASSES_ROOT", {}},
-          {"HKEY_CLASSES_ROOT\\A", {{"", "new"}, {"Other", "1"}}},
-          {"HKEY_CLASSES_ROOT\\A\\Others", {}}}},
-        {"HKCR { NoRemove A { B } }",
-         {{"HKEY_CLASSES_ROOT", {}},
-          {"HKEY_CLASSES_ROOT\\A", {{"", "old"}, {"Other", "1"}}},
-          {"HKEY_CLASSES_ROOT\\A\\B", {}},
-          {"HKEY_CLASSES_ROOT\\A\\Others", {}}},
-         {{"HKEY_CLASSES_ROOT", {}},
-          {"HKEY_CLASSES_ROOT\\A", {{"", "old"}, {"Other", "1"}}},
-          {"HKEY_CLASSES_ROOT\\A\\Others", {}}}},
-        {"HKCR { ForceRemove A { B } }",
-         {{"HKEY_CLASSES_ROOT", {}}, {"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_CLASSES_ROOT\\A\\B", {}}},
-         {{"HKEY_CLASSES_ROOT", {}}}},
-        {"HKCR { Delete A { val C = s 'c' } }",
-         {{"HKEY_CLASSES_ROOT", {}},
-          {"HKEY_CLASSES_ROOT\\A", {{"", "old"}, {"C", "c"}, {"Other", "1"}}},
-          {"HKEY_CLASSES_ROOT\\A\\Others", {}}},
-         {{"HKEY_CLASSES_ROOT", {}}}},
-    };
-    for (const auto& row : rows) {
-        registry_.keys = before;
-        EXPECT_EQ(Code(Register(row.script)), "S_OK");
-        EXPECT_EQ(registry_.keys, row.registered) << row.script;
-        EXPECT_EQ(Code(Unregister(row.script)), "S_OK");
-        EXPECT_EQ(registry_.keys, row.unregistered) << row.script;
+TEST_F(RegistrarTest, RegisteringWritesWhatTheScriptNamesAndUnregisteringRemovesIt) {
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(Register(kClassScript), "S_OK");
+        EXPECT_EQ(Keys(), kClassKeys);
+    }
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(Unregister(kClassScript), "S_OK");
+        EXPECT_EQ(Keys(), " CLSID");
     }
 }
 
-TEST_F(RegistrarTest, AKeyWithoutFlagGoesUnlessItHasASubkeyOrANamedValue) {
+TEST_F(RegistrarTest, AFlagDecidesWhatHappensToWhatWasThereBefore) {
     const struct {
-        Keys before;
-        bool goes;
+        const char* before;
+        const char* script;
+        const char* registered;
+        const char* unregistered;
     } rows[] = {
-        {{{"HKEY_CLASSES_ROOT\\A", {}}}, true},
-        {{{"HKEY_CLASSES_ROOT\\A", {{"", "default"}}}}, true},
-        {{{"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_CLASSES_ROOT\\A\\B", {{"", "default"}}}}, true},
-        {{{"HKEY_CLASSES_ROOT\\A", {{"Name", ""}}}}, false},
-        {{{"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_CLASSES_ROOT\\A\\C", {}}}, false},
-        {{{"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_CLASSES_ROOT\\A\\B", {{"Name", ""}}}}, false},
+        {"A = s 'old' { Others }", "A = s 'new' { B }", " A=new A\\B A\\Others", " A=new A\\Others"},
+        {"A = s 'old' { Others }", "NoRemove A { B }", " A=old A\\B A\\Others", " A=old A\\Others"},
+        {"A = s 'old' { Others }", "ForceRemove A { B }", " A A\\B", ""},
+        {"A = s 'old' { Others }", "Delete A { val C = s 'c' }", " A=old+1 A\\Others", ""},
+        {"A = s 'default' { B }", "A { B }", " A=default A\\B", ""},
+        {"A { val Name = s '' }", "A { B }", " A+1 A\\B", " A+1"},
+        {"A { B { val Name = s '' } }", "A { B }", " A A\\B+1", " A A\\B+1"},
     };
     for (const auto& row : rows) {
-        registry_.keys = row.before;
-        EXPECT_EQ(Code(Unregister("HKCR { A { B } }")), "S_OK");
-        EXPECT_EQ(registry_.keys, row.goes ? Keys{} : row.before) << testing::PrintToString(row.before);
+        SCOPED_TRACE(row.script);
+        const auto inRoot = [](const char* keys) { return "HKCR { " + std::string(keys) + " }"; };
+        ASSERT_EQ(Register("HKCR { ForceRemove A }"), "S_OK");
+        ASSERT_EQ(Register(inRoot(row.before).c_str()), "S_OK");
+        EXPECT_EQ(Register(inRoot(row.script).c_str()), "S_OK");
+        EXPECT_EQ(Keys(), row.registered);
+        EXPECT_EQ(Unregister(inRoot(row.script).c_str()), "S_OK");
+        EXPECT_EQ(Keys(), row.unregistered);
     }
 }
 
 TEST_F(RegistrarTest, AFailureTakesBackWhatTheBlockHadWritten) {
-    const Keys onlyStays{{"HKEY_CLASSES_ROOT", {}}, {"HKEY_CLASSES_ROOT\\CLSID", {}}};
-    ASSERT_EQ(Code(Register(kClassScript)), "S_OK");
-    const int calls = registry_.calls;
-    ASSERT_EQ(calls, 14);  // Begin, Commit, six keys created, one deleted before, five values
-    for (int call = 1; call <= calls; ++call) {
-        registry_.keys.clear();
-        registry_.failingCall = call;
-        EXPECT_EQ(Code(Register(kClassScript)), "DISP_E_EXCEPTION") << call;
-        EXPECT_FALSE(registry_.InTransaction()) << call;
-        for (const auto& [path, values] : registry_.keys)
-            EXPECT_TRUE(onlyStays.contains(path)) << call << path;
+    const auto reset = [&] {
+        store_.failing = 0;
+        ASSERT_EQ(Register("HKCR { Prog.1 = s 'older' }"), "S_OK");
+    };
+    reset();
+    for (const bool staysBad : {true, false}) {
+        for (int call = 1; call <= kCalls; ++call) {
+            store_.calls = 0;
+            store_.failing = call;
+            store_.staysBad = staysBad;
+            const std::string before = Keys();
+            EXPECT_EQ(Register(kClassScript), "DISP_E_EXCEPTION") << call;
+            if (staysBad || call == 1 || call == kCalls) {  // nothing was committed
+                EXPECT_EQ(Keys(), before) << call;
+            } else {
+                EXPECT_TRUE(Keys().empty() || Keys() == " CLSID") << call << Keys();
+                reset();
+            }
+            EXPECT_EQ(Code(store_.real->Rollback()), "E_FAIL") << "no transaction is left open";
+        }
     }
 }
 
-TEST_F(RegistrarTest, AStoreThatStaysBadIsLeftAsItWas) {
-    const Keys before{{"HKEY_CLASSES_ROOT\\Prog.1", {{"", "older"}}}};
-    registry_.staysBad = true;
-    for (int call = 1; call <= 14; ++call) {
-        registry_.keys = before;
-        registry_.failingCall = call;
-        EXPECT_EQ(Code(Register(kClassScript)), "DISP_E_EXCEPTION") << call;
-        EXPECT_EQ(registry_.keys, before) << call;
-        EXPECT_FALSE(registry_.InTransaction()) << call;
-    }
+TEST_F(RegistrarTest, OneBlocksFailureLeavesTheOthers) {
+    constexpr char kScript[] = "HKCR { ForceRemove A ForceRemove B } HKLM { C }";
+    store_.failing = 9;  // Begin, the root, A and B each deleted and created, Commit, Begin, the second root
+    EXPECT_EQ(Register(kScript), "DISP_E_EXCEPTION");
+    EXPECT_EQ(Keys(), " A B");
+    store_.calls = 0;
+    store_.failing = 2;  // the deletion of A
+    EXPECT_EQ(Unregister(kScript), "DISP_E_EXCEPTION");
+    EXPECT_EQ(Keys(), " A");
 }
-
-TEST_F(RegistrarTest, BlocksBeforeTheOneThatFailsStay) {
-    registry_.failingCall = 7;  // Begin, two keys, Commit, then the second block: Begin, its root, B
-    EXPECT_EQ(Code(Register("HKCR { A } HKLM { B }")), "DISP_E_EXCEPTION");
-    EXPECT_EQ(registry_.keys,
-              (Keys{{"HKEY_CLASSES_ROOT", {}}, {"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_LOCAL_MACHINE", {}}}));
-}
-
-TEST_F(RegistrarTest, UnregisteringGoesOnAfterAFailureAndReportsIt) {
-    ASSERT_EQ(Code(Register("HKCR { ForceRemove A ForceRemove B } HKLM { C }")), "S_OK");
-    registry_.failingCall = 2;  // the deletion of A
-    EXPECT_EQ(Code(Unregister("HKCR { ForceRemove A ForceRemove B } HKLM { C }")), "DISP_E_EXCEPTION");
-    EXPECT_EQ(registry_.keys,
-              (Keys{{"HKEY_CLASSES_ROOT", {}}, {"HKEY_CLASSES_ROOT\\A", {}}, {"HKEY_LOCAL_MACHINE", {}}}));
-}
-
-}  // namespace
 
 }  // namespace larynth

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The modules as built, in a registration store of the test's own.
-#include <array>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -19,200 +18,152 @@ using testing::HasSubstr;
 
 struct ScriptRow {
     LONG number;
-    const char* name;  // of ProgID and description
-    const char* classId;
-    bool registered;
+    std::string name;  // of ProgID and description
+    std::string classId;
+    bool registered = true;
+};
+using Scripts = std::vector<ScriptRow>;
+
+const Scripts kLarynth{
+    {102, "LarynthParams", "{D3DCF978-3C92-4D18-AAC8-578D8BA84BC0}"},
+    {104, "TTSResonatorParams", "{895434B4-355D-4C65-84B0-15537408A2B5}"},
+    {106, "TTSAntiResonatorParams", "{3E44BC05-FA21-4D55-947E-7E073EA5FDCB}"},
+    {108, "TTSVocalTractParams", "{23988BE3-90DD-4D0F-85C4-9A0C911DE6FD}", false},
+    {110, "Larynth", "{7856881E-0461-4F9D-8693-3030B63798FA}"},
+    {112, "TTSVoicingSource", "{6D49C9D8-A620-4E8E-ACBA-2B799E3B3748}"},
+    {114, "TTSVocalTract", "{EEBB6992-D1BD-47F0-99E7-121CEC7F6B9E}", false},
+    {116, "TTSParallelTract", "{D688AF4E-11A5-499C-A8B7-D9BBF9837120}"},
+    {118, "TTSVocalTractR", "{E88EDD50-5042-4947-984D-BD487B982FF1}"},
+    {120, "TTSAspirationSource", "{3AD8132F-0E23-47C3-A546-4623B5847C5C}"},
+    {122, "TTSFricationSource", "{EDC28211-6850-460B-AD84-F22BE1B2A2AC}"},
+    {124, "TTSVocalTractF", "{907437DE-FBC7-4DB7-A7FD-B4FCD0A8AEF4}"},
+    {126, "TTSVoicingSourceRBF", "{62689DB9-09A7-4EE7-9A4F-4A9F970A1A4F}", false},
+    {128, "TTSVoicingSourceFilter", "{2A4ABF0B-C32D-41C6-B8FC-1B9F9C323459}"},
+    {130, "TTSVoicingSourceWave", "{DC19C734-AEDE-4AAA-96AA-305BA40F8266}"},
+};
+const Scripts kCompanion{
+    {101, "TTSObjectList", "{B26F7395-06DF-41FE-8741-60B8A8B79AB6}"},
+    {102, "TTSSoundData", "{F8095D20-FB5F-46E1-8D3A-9C8A4C60B310}"},
+    {103, "TTSStreamHolder", "{185FD75B-6A28-4832-B30A-0DD60D635B86}"},
+    {104, "TTSVoice", "{D8FF2D9B-C7A3-43F5-B32C-97770F4571A3}"},
 };
 
-constexpr std::array kLarynthScripts{
-    ScriptRow{102, "LarynthParams", "{D3DCF978-3C92-4D18-AAC8-578D8BA84BC0}", true},
-    ScriptRow{104, "TTSResonatorParams", "{895434B4-355D-4C65-84B0-15537408A2B5}", true},
-    ScriptRow{106, "TTSAntiResonatorParams", "{3E44BC05-FA21-4D55-947E-7E073EA5FDCB}", true},
-    ScriptRow{108, "TTSVocalTractParams", "{23988BE3-90DD-4D0F-85C4-9A0C911DE6FD}", false},
-    ScriptRow{110, "Larynth", "{7856881E-0461-4F9D-8693-3030B63798FA}", true},
-    ScriptRow{112, "TTSVoicingSource", "{6D49C9D8-A620-4E8E-ACBA-2B799E3B3748}", true},
-    ScriptRow{114, "TTSVocalTract", "{EEBB6992-D1BD-47F0-99E7-121CEC7F6B9E}", false},
-    ScriptRow{116, "TTSParallelTract", "{D688AF4E-11A5-499C-A8B7-D9BBF9837120}", true},
-    ScriptRow{118, "TTSVocalTractR", "{E88EDD50-5042-4947-984D-BD487B982FF1}", true},
-    ScriptRow{120, "TTSAspirationSource", "{3AD8132F-0E23-47C3-A546-4623B5847C5C}", true},
-    ScriptRow{122, "TTSFricationSource", "{EDC28211-6850-460B-AD84-F22BE1B2A2AC}", true},
-    ScriptRow{124, "TTSVocalTractF", "{907437DE-FBC7-4DB7-A7FD-B4FCD0A8AEF4}", true},
-    ScriptRow{126, "TTSVoicingSourceRBF", "{62689DB9-09A7-4EE7-9A4F-4A9F970A1A4F}", false},
-    ScriptRow{128, "TTSVoicingSourceFilter", "{2A4ABF0B-C32D-41C6-B8FC-1B9F9C323459}", true},
-    ScriptRow{130, "TTSVoicingSourceWave", "{DC19C734-AEDE-4AAA-96AA-305BA40F8266}", true},
-};
-
-constexpr std::array kCompanionScripts{
-    ScriptRow{101, "TTSObjectList", "{B26F7395-06DF-41FE-8741-60B8A8B79AB6}", true},
-    ScriptRow{102, "TTSSoundData", "{F8095D20-FB5F-46E1-8D3A-9C8A4C60B310}", true},
-    ScriptRow{103, "TTSStreamHolder", "{185FD75B-6A28-4832-B30A-0DD60D635B86}", true},
-    ScriptRow{104, "TTSVoice", "{D8FF2D9B-C7A3-43F5-B32C-97770F4571A3}", true},
-};
+std::string Classes(const std::string& below) { return "HKEY_CLASSES_ROOT\\" + below; }
 
 /// A class's keys as TestStore::Listing shows them.
 std::string KeysOf(const ScriptRow& row, const std::string& module) {
-    const std::string root = "HKEY_CLASSES_ROOT\\";
-    const std::string prog = std::string("Larynth.") + row.name;
-    const std::string text = std::string(" = ") + row.name + " Class\n";
-    const std::string id = row.classId;
-    const std::string key = root + "CLSID\\" + id;
-    return root + prog + text + root + prog + "\\CLSID = " + id + "\n" +           //
-           root + prog + ".1" + text + root + prog + ".1\\CLSID = " + id + "\n" +  //
-           key + text + key + "\\InprocServer32 = " + module + " + 1\n" +          //
-           key + "\\ProgID = " + prog + ".1\n" + key + "\\VersionIndependentProgID = " + prog + "\n";
+    const std::string prog = "Larynth." + row.name, text = " = " + row.name + " Class\n";
+    const std::string key = Classes("CLSID\\" + row.classId), id = "\\CLSID = " + row.classId + "\n";
+    return Classes(prog) + text + Classes(prog) + id + Classes(prog) + ".1" + text + Classes(prog) + ".1" +
+           id + key + text + key + "\\InprocServer32 = " + module + " + 1\n" + key + "\\ProgID = " + prog +
+           ".1\n" + key + "\\VersionIndependentProgID = " + prog + "\n";
 }
 
-std::string RegisteredKeysOf(ILarynthRegistry& registry, const ScriptRow& row) {
-    const std::string root = "HKEY_CLASSES_ROOT\\";
-    const std::string prog = root + "Larynth." + row.name;
-    return TestStore::Listing(registry, prog) + TestStore::Listing(registry, prog + ".1") +
-           TestStore::Listing(registry, root + "CLSID\\" + row.classId);
-}
-
-template <class Rows>
-void ExpectRegistered(ILarynthRegistry& registry, const Rows& rows, const std::string& module) {
-    for (const ScriptRow& row : rows) {
-        EXPECT_EQ(RegisteredKeysOf(registry, row), row.registered ? KeysOf(row, module) : "") << row.name;
+/// The scripts' classes and no other key stand in the registry, each with all its keys.
+void ExpectRegistered(ILarynthRegistry& registry, const Scripts& scripts, const std::string& module) {
+    for (const ScriptRow& row : scripts) {
+        const std::string prog = Classes("Larynth." + row.name);
+        EXPECT_EQ(TestStore::Listing(registry, prog) + TestStore::Listing(registry, prog + ".1") +
+                      TestStore::Listing(registry, Classes("CLSID\\" + row.classId)),
+                  row.registered && !module.empty() ? KeysOf(row, module) : "");
     }
 }
 
 int CountSubkeys(ILarynthRegistry& registry, const char* key) {
-    int subkeys = 0;
-    int values = 0;
-    return SUCCEEDED(registry.GetCounts(key, &subkeys, &values)) ? subkeys : -1;
+    int subkeys = -1, values = 0;
+    registry.GetCounts(key, &subkeys, &values);
+    return subkeys;
 }
 
-class RegistrationTest : public testing::Test {
+/// How many keys are below the root of classes, below "CLSID" and below "TypeLib".
+std::vector<int> CountKeys(const ComPtr<ILarynthRegistry>& registry = TestStore::Open()) {
+    return {CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT"),
+            CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\CLSID"),
+            CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\TypeLib")};
+}
+
+class Registration : public testing::Test {
   protected:
+    static void Register(const char* module) {
+        ASSERT_EQ(Code(LarynthRegisterModule(module)), "S_OK") << LarynthLastError();
+    }
     TestStore store_;
 };
 
 }  // namespace
 
-TEST_F(RegistrationTest, LarynthsKeysAndValuesAreTheseLiterally) {
-    ASSERT_EQ(Code(LarynthRegisterModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
-    const auto registry = TestStore::Open();
-    const std::string root = "HKEY_CLASSES_ROOT\\";
-    const std::string id = "{7856881E-0461-4F9D-8693-3030B63798FA}";
-    const struct {
-        std::string key;
-        const char* name;
-        std::string value;
-    } rows[] = {
-        {"Larynth.Larynth.1", "", "Larynth Class"},
-        {"Larynth.Larynth.1\\CLSID", "", id},
-        {"Larynth.Larynth", "", "Larynth Class"},
-        {"Larynth.Larynth\\CLSID", "", id},
-        {"CLSID\\" + id, "", "Larynth Class"},
-        {"CLSID\\" + id + "\\ProgID", "", "Larynth.Larynth.1"},
-        {"CLSID\\" + id + "\\VersionIndependentProgID", "", "Larynth.Larynth"},
-        {"CLSID\\" + id + "\\InprocServer32", "", LARYNTH_MODULE},
-        {"CLSID\\" + id + "\\InprocServer32", "ThreadingModel", "both"},
-    };
-    for (const auto& row : rows) {
-        LPCSTR value = "missing";
-        EXPECT_EQ(Code(registry->GetValue((root + row.key).c_str(), row.name, &value)), "S_OK") << row.key;
-        EXPECT_EQ(value, row.value) << row.key;
-    }
-}
-
-TEST_F(RegistrationTest, RegisteringWritesTheClassesOfTheTableAndNoOthers) {
-    ASSERT_EQ(Code(LarynthRegisterModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
-    ASSERT_EQ(Code(LarynthRegisterModule(LARYNTH_COMPANION_MODULE)), "S_OK") << LarynthLastError();
-    const auto registry = TestStore::Open();
-    ExpectRegistered(*registry.Get(), kLarynthScripts, LARYNTH_MODULE);
-    ExpectRegistered(*registry.Get(), kCompanionScripts, LARYNTH_COMPANION_MODULE);
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\CLSID"), 16);
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT"), 2 * 16 + 2) << "CLSID and TypeLib";
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\TypeLib"), 1);
-}
-
-TEST_F(RegistrationTest, UnregisteringLeavesTheClassListAndTheTypeLibrary) {
+TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain) {
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << "nothing was registered";
-    for (const char* module : {LARYNTH_MODULE, LARYNTH_COMPANION_MODULE}) {
-        ASSERT_EQ(Code(LarynthRegisterModule(module)), "S_OK") << LarynthLastError();
-    }
-    ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
+    EXPECT_NE(std::system(LARYNTH_CREATE_FROM_STORE), 0);
+    Register(LARYNTH_MODULE);
+    Register(LARYNTH_COMPANION_MODULE);
+    EXPECT_EQ(std::system(LARYNTH_CREATE_FROM_STORE), 0) << "by a class identifier alone";
     const auto registry = TestStore::Open();
-    for (const ScriptRow& row : kLarynthScripts) EXPECT_EQ(RegisteredKeysOf(*registry.Get(), row), "");
-    ExpectRegistered(*registry.Get(), kCompanionScripts, LARYNTH_COMPANION_MODULE);
+    ExpectRegistered(*registry.Get(), kLarynth, LARYNTH_MODULE);
+    ExpectRegistered(*registry.Get(), kCompanion, LARYNTH_COMPANION_MODULE);
+    EXPECT_EQ(CountKeys(), (std::vector{2 * 16 + 2, 16, 1}));
+    LPCSTR model = nullptr;
+    const std::string server = Classes("CLSID\\{7856881E-0461-4F9D-8693-3030B63798FA}\\InprocServer32");
+    EXPECT_EQ(Code(registry->GetValue(server.c_str(), "ThreadingModel", &model)), "S_OK");
+    EXPECT_STREQ(model, "both");
+
+    ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
+    ExpectRegistered(*registry.Get(), kLarynth, "");
+    ExpectRegistered(*registry.Get(), kCompanion, LARYNTH_COMPANION_MODULE);
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_COMPANION_MODULE)), "S_OK");
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT"), 2);
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\CLSID"), 0);
-    EXPECT_EQ(CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\TypeLib"), 1);
+    EXPECT_EQ(CountKeys(), (std::vector{2, 0, 1})) << "the class list and the type library stay";
 }
 
-TEST_F(RegistrationTest, AModuleCarriesAScriptForEachClassThatTheSystemNames) {
-    const auto check = [](const char* path, const auto& rows) {
+TEST_F(Registration, AModuleCarriesAScriptForEachClassThatTheSystemNames) {
+    for (const auto& [path, rows] :
+         {std::pair(LARYNTH_MODULE, kLarynth), std::pair(LARYNTH_COMPANION_MODULE, kCompanion)}) {
         void* const module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(module, nullptr) << dlerror();
         const auto* const table = static_cast<const larynth::Resource*>(dlsym(module, "LarynthResources"));
-        std::vector<LONG> numbers;
+        std::vector<LONG> numbers, expected;
         for (const auto* row = table; row->type != nullptr; ++row) {
             if (std::string(row->type) == "REGISTRY") numbers.push_back(row->number);
         }
-        ASSERT_EQ(numbers.size(), rows.size());
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            EXPECT_EQ(numbers[i], rows[i].number);
-            const auto bytes = larynth::FindInTable(table, "REGISTRY", rows[i].number);
+        for (const auto& row : rows) {
+            expected.push_back(row.number);
+            const auto bytes = larynth::FindInTable(table, "REGISTRY", row.number);
             ASSERT_TRUE(bytes);
             const std::string text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
-            const std::string prog = std::string("Larynth.") + rows[i].name;
-            EXPECT_THAT(text, HasSubstr("    " + prog + ".1 = s '" + rows[i].name + " Class'\n"));
-            EXPECT_THAT(text, HasSubstr("    " + prog + " = s '" + rows[i].name + " Class'\n"));
-            EXPECT_THAT(text, HasSubstr(std::string("CLSID = s '") + rows[i].classId + "'\n"));
-            EXPECT_THAT(text, HasSubstr(std::string("ForceRemove ") + rows[i].classId + " = s '"));
+            EXPECT_THAT(text, HasSubstr("    Larynth." + row.name + " = s '" + row.name + " Class'\n"));
+            EXPECT_THAT(text, HasSubstr("ForceRemove " + row.classId + " = s '"));
             EXPECT_EQ(text.back(), '\n') << "no terminating zero";
         }
-        EXPECT_FALSE(larynth::FindInTable(table, "REGISTRY", 1));
-        EXPECT_FALSE(larynth::FindInTable(table, "TYPELIB", 102));
+        EXPECT_EQ(numbers, expected);
         dlclose(module);
-    };
-    check(LARYNTH_MODULE, kLarynthScripts);
-    check(LARYNTH_COMPANION_MODULE, kCompanionScripts);
-}
-
-TEST_F(RegistrationTest, ANewProcessCreatesASynthesizerFromItsClassIdentifierAlone) {
-    EXPECT_NE(std::system(LARYNTH_CREATE_FROM_STORE), 0) << "nothing is registered";
-    for (const char* module : {LARYNTH_MODULE, LARYNTH_COMPANION_MODULE}) {
-        ASSERT_EQ(Code(LarynthRegisterModule(module)), "S_OK") << LarynthLastError();
     }
-    EXPECT_EQ(std::system(LARYNTH_CREATE_FROM_STORE), 0);
-    ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK");
-    EXPECT_NE(std::system(LARYNTH_CREATE_FROM_STORE), 0);
 }
 
-TEST_F(RegistrationTest, AModuleIsDescribedWithoutBeingStored) {
+TEST_F(Registration, AModuleIsDescribedWithoutBeingStored) {
     ComPtr<ILarynthRegistry> described;
     ASSERT_EQ(Code(LarynthDescribeModule(LARYNTH_MODULE, described.Put())), "S_OK") << LarynthLastError();
-    ExpectRegistered(*described.Get(), kLarynthScripts, LARYNTH_MODULE);
+    ExpectRegistered(*described.Get(), kLarynth, LARYNTH_MODULE);
     EXPECT_TRUE(std::filesystem::is_empty(store_.Folder()));
-    ASSERT_EQ(Code(LarynthRegisterModule(LARYNTH_COMPANION_MODULE)), "S_OK") << "into the store again";
-    EXPECT_EQ(CountSubkeys(*described.Get(), "HKEY_CLASSES_ROOT\\CLSID"), 12);
-    EXPECT_EQ(CountSubkeys(*TestStore::Open().Get(), "HKEY_CLASSES_ROOT\\CLSID"), 4);
+    Register(LARYNTH_COMPANION_MODULE);  // into the store again
+    EXPECT_EQ(CountKeys(described)[1], 12);
+    EXPECT_EQ(CountKeys()[1], 4);
 }
 
-TEST_F(RegistrationTest, AModulesPathMayHoldAnything) {
+TEST_F(Registration, AModulesPathMayHoldAnything) {
     const auto folder = store_.Folder() / "it's 100% {odd} = s 'x' %MODULE%";
     std::filesystem::create_directory(folder);
-    const auto copy = folder / "m.so";
-    std::filesystem::copy_file(LARYNTH_COMPANION_MODULE, copy);
-    ASSERT_EQ(Code(LarynthRegisterModule(copy.c_str())), "S_OK") << LarynthLastError();
-    ExpectRegistered(*TestStore::Open().Get(), kCompanionScripts, copy.string());
+    std::filesystem::copy_file(LARYNTH_COMPANION_MODULE, folder / "m.so");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder);
+    Register("m.so");  // is registered as the absolute path that it stands for
+    std::filesystem::current_path(before);
+    ExpectRegistered(*TestStore::Open().Get(), kCompanion, canonical(folder / "m.so").string());
     ComPtr<ITTSSoundData> block;
     EXPECT_EQ(Code(block.Create(CLSID_TTSSoundData)), "S_OK") << LarynthLastError();
     block.Release();
     CoFreeUnusedLibraries();
-
-    // A relative path is registered as the absolute one that it stands for.
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder);
-    EXPECT_EQ(Code(LarynthRegisterModule("m.so")), "S_OK") << LarynthLastError();
-    std::filesystem::current_path(before);
-    ExpectRegistered(*TestStore::Open().Get(), kCompanionScripts, canonical(copy).string());
 }
 
-TEST_F(RegistrationTest, AStoreThatCannotBeWrittenFailsTheRegistrationAndIsNamed) {
+TEST_F(Registration, AStoreThatCannotBeWrittenFailsItAndIsNamed) {
     const Setting setting("LARYNTH_REGISTRY", store_.Folder().c_str());
     EXPECT_EQ(Code(LarynthRegisterModule(LARYNTH_MODULE)), "DISP_E_EXCEPTION");
     EXPECT_THAT(LarynthLastError(), HasSubstr(LARYNTH_MODULE));

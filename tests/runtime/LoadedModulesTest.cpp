@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Classes of modules that are loaded, and of modules that the store names.
 #include <atomic>
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -12,18 +13,19 @@
 
 #include "tests/runtime/SampleModule.h"
 #include "tests/support/Code.h"
+#include "tests/support/TestStore.h"
 
 namespace {
 
 using testing::HasSubstr;
 
-/// The number of the module that an object of the class comes from, 0 when nobody offers the class.
-LONG SupplierOf(REFCLSID rclsid) {
+/// The number of the module that an object of the class comes from, or the code.
+std::string SupplierOf(REFCLSID rclsid) {
     ComPtr<ISample> object;
     const HRESULT hr = object.Create(rclsid);
-    EXPECT_EQ(Code(hr), object ? "S_OK" : "REGDB_E_CLASSNOTREG");
-    return object ? object->ModuleNumber() : 0;
+    return object ? std::to_string(object->ModuleNumber()) : Code(hr);
 }
+constexpr char kNobody[] = "REGDB_E_CLASSNOTREG";
 
 bool InMemory(const char* path) {
     void* const handle = dlopen(path, RTLD_LAZY | RTLD_NOLOAD);
@@ -34,17 +36,11 @@ bool InMemory(const char* path) {
 /// A library that the host itself has opened.
 class HostsOwn {
   public:
-    explicit HostsOwn(const char* path) : handle_(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
-        EXPECT_NE(handle_, nullptr) << dlerror();
-    }
-    ~HostsOwn() { Close(); }
+    explicit HostsOwn(const char* path) : handle_(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {}
+    ~HostsOwn() { dlclose(handle_); }
     HostsOwn(const HostsOwn&) = delete;
     HostsOwn& operator=(const HostsOwn&) = delete;
 
-    void Close() {
-        if (handle_ != nullptr) dlclose(handle_);
-        handle_ = nullptr;
-    }
     SampleControl& Control() const {
         return *reinterpret_cast<ControlSampleFunction>(dlsym(handle_, "ControlSample"))();
     }
@@ -53,119 +49,145 @@ class HostsOwn {
     void* handle_;
 };
 
-class LoadedModulesTest : public testing::Test {
+SampleControl& ControlOne() { return HostsOwn(SAMPLE_MODULE_1).Control(); }
+
+class LoadedModules : public testing::Test {
   protected:
-    ~LoadedModulesTest() override {
+    ~LoadedModules() override {
         CoFreeUnusedLibraries();
         EXPECT_FALSE(InMemory(SAMPLE_MODULE_1));
         EXPECT_FALSE(InMemory(SAMPLE_MODULE_2));
     }
+
+    /// As a module's registration does.
+    static void Register(const std::string& classText, const char* module) {
+        const auto view = TestStore::Open();
+        const std::string key = "HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32";
+        ASSERT_EQ(Code(view->Begin()), "S_OK");
+        ASSERT_EQ(Code(view->CreateKey(key.c_str())), "S_OK");
+        ASSERT_EQ(Code(view->SetValue(key.c_str(), "", module)), "S_OK");
+        ASSERT_EQ(Code(view->Commit()), "S_OK");
+    }
+    static constexpr char kOne[] = "{8D3E5B0A-1F0C-4B62-9A37-50C1F6D2E411}";
+    static constexpr char kTwo[] = "{8D3E5B0A-1F0C-4B62-9A37-50C1F6D2E412}";
+
+    TestStore store_;
 };
+
+ComPtr<IClassFactory> takenMeanwhile;
 
 }  // namespace
 
-TEST_F(LoadedModulesTest, AModuleServesItsClassesUntilItIsFreed) {
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 0);
-    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);
-    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), 0);
-    CoFreeUnusedLibraries();
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 0);
-}
-
-TEST_F(LoadedModulesTest, AModuleIsFreedOnlyWhenItAgreesAndIsToldOfIt) {
+TEST_F(LoadedModules, ServeTheirClassesUntilNothingOfThemIsUsed) {
     std::atomic<int> unloads{0};
-    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    HostsOwn module(SAMPLE_MODULE_1);
-    module.Control().unloads = &unloads;
-    module.Close();
-
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), kNobody);
+    for (int i = 0; i < 2; ++i) ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
+    ControlOne().unloads = &unloads;
     ComPtr<ISample> object;
     ASSERT_EQ(Code(object.Create(CLSID_SampleOne)), "S_OK");
     CoFreeUnusedLibraries();
     EXPECT_EQ(object->ModuleNumber(), 1);
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1");
+    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), kNobody);
     object.Release();
     EXPECT_EQ(unloads, 0);
     CoFreeUnusedLibraries();
     EXPECT_EQ(unloads, 1);
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), kNobody);
 }
 
-TEST_F(LoadedModulesTest, AModuleIsNotFreedWhileItIsAskedForAClassObject) {
+TEST_F(LoadedModules, AreNotFreedWhileOrAfterTheyAreAskedForAClassObject) {
     ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    HostsOwn module(SAMPLE_MODULE_1);
-    module.Control().beforeClassObject = [] { CoFreeUnusedLibraries(); };
-    module.Close();
-    ComPtr<IClassFactory> factory;
-    EXPECT_EQ(Code(CoGetClassObject(CLSID_SampleOne, CLSCTX_INPROC_SERVER, nullptr, factory.Id(),
-                                    factory.PutVoid())),
-              "S_OK");
-    ASSERT_TRUE(InMemory(SAMPLE_MODULE_1));
-    HostsOwn(SAMPLE_MODULE_1).Control().beforeClassObject = nullptr;
-}
-
-namespace {
-ComPtr<IClassFactory> takenMeanwhile;
-}
-
-TEST_F(LoadedModulesTest, AModuleIsNotFreedWhenItGaveAClassObjectAfterItAgreed) {
-    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    HostsOwn module(SAMPLE_MODULE_1);
-    module.Control().afterUnloadAnswer = [] {
+    const auto take = [] {
         CoGetClassObject(CLSID_SampleOne, CLSCTX_INPROC_SERVER, nullptr, takenMeanwhile.Id(),
                          takenMeanwhile.PutVoid());
     };
-    module.Close();
+    ControlOne().beforeClassObject = [] { CoFreeUnusedLibraries(); };
+    take();
+    ASSERT_TRUE(InMemory(SAMPLE_MODULE_1));
+    ControlOne().beforeClassObject = nullptr;
+    takenMeanwhile.Release();
+
+    ControlOne().afterUnloadAnswer = take;  // it has already agreed to go
     CoFreeUnusedLibraries();
     ASSERT_TRUE(InMemory(SAMPLE_MODULE_1));
-    HostsOwn(SAMPLE_MODULE_1).Control().afterUnloadAnswer = nullptr;
+    ControlOne().afterUnloadAnswer = nullptr;
     takenMeanwhile.Release();
 }
 
-TEST_F(LoadedModulesTest, AModuleThatTheHostOpenedIsFoundAndHeld) {
-    HostsOwn module(SAMPLE_MODULE_1);
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);
-    CoFreeUnusedLibraries();
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);  // the host still has it, so it is found again
-    module.Close();
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);  // now the runtime alone has it
-}
-
-TEST_F(LoadedModulesTest, TheModuleLoadedFirstIsAskedFirst) {
+TEST_F(LoadedModules, AreAskedInTheOrderOfLoadingWhoeverLoadedThem) {
+    auto hosts = std::make_unique<HostsOwn>(SAMPLE_MODULE_1);
     ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_2)), "S_OK");
-    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), 2);
-    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
-    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), 2);
-    EXPECT_EQ(SupplierOf(CLSID_SampleOne), 1);
+    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "1");
+    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2");
+    ComPtr<ISample> two;
+    ASSERT_EQ(Code(two.Create(CLSID_SampleTwo)), "S_OK");
+    CoFreeUnusedLibraries();  // lets go of the first, which the host still has
+    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "1");
+    hosts.reset();
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1") << "the runtime holds it";
+    CoFreeUnusedLibraries();
+    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "2");
+    const HostsOwn later(SAMPLE_DEPENDENT), evenLater(SAMPLE_MODULE_1);
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1");
+    EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "2");
 }
 
-TEST_F(LoadedModulesTest, WhatIsNoModuleIsRefusedAndLeavesMemory) {
-    EXPECT_EQ(Code(LarynthLoadModule(nullptr)), "E_POINTER");
-    EXPECT_EQ(Code(LarynthLoadModule("/nowhere/at-all.so")), "CO_E_DLLNOTFOUND");
-    EXPECT_THAT(LarynthLastError(), HasSubstr("/nowhere/at-all.so"));
-    EXPECT_EQ(Code(LarynthLoadModule(__FILE__)), "CO_E_DLLNOTFOUND");
-
-    // Its dependency has the entry points, but it has none itself.
-    EXPECT_EQ(Code(LarynthLoadModule(SAMPLE_DEPENDENT)), "CO_E_ERRORINDLL");
-    EXPECT_THAT(LarynthLastError(), HasSubstr("DllGetClassObject"));
-    EXPECT_FALSE(InMemory(SAMPLE_DEPENDENT));
-
-    EXPECT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_3)), "CO_E_ERRORINDLL");
-    EXPECT_THAT(LarynthLastError(), HasSubstr("DllCanUnloadNow"));
-    EXPECT_FALSE(InMemory(SAMPLE_MODULE_3));
-}
-
-TEST_F(LoadedModulesTest, AModuleThatCameInAsADependencyIsFound) {
+TEST_F(LoadedModules, AreFoundWhenTheyCameInAsADependency) {
     const HostsOwn library(SAMPLE_DEPENDENT);
-    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), 2);
+    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2");
 }
 
-TEST_F(LoadedModulesTest, ThreadsCreateWhileModulesComeAndGo) {
-    std::shared_mutex
-        releasing;  // a module must not be freed while a thread is still inside its last release
+TEST_F(LoadedModules, AreFoundThroughTheStoreAfterThoseThatAreLoaded) {
+    Register(kOne, SAMPLE_MODULE_1);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1") << LarynthLastError();
+        EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "1") << "the module serves all it has";
+        CoFreeUnusedLibraries();
+        EXPECT_FALSE(InMemory(SAMPLE_MODULE_1));
+    }
+    Register(kOne, SAMPLE_MODULE_2);
+    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
+    EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1");
+}
+
+TEST_F(LoadedModules, WhatIsNoModuleIsRefusedAndLeavesMemory) {
+    EXPECT_EQ(Code(LarynthLoadModule(nullptr)), "E_POINTER");
+    const struct {
+        const char* file;
+        const char* code;
+        const char* reason;
+    } rows[] = {{"/nowhere/at-all.so", "CO_E_DLLNOTFOUND", "/nowhere/at-all.so"},
+                {__FILE__, "CO_E_DLLNOTFOUND", __FILE__},
+                {SAMPLE_DEPENDENT, "CO_E_ERRORINDLL", "DllGetClassObject"},  // its dependency has one
+                {SAMPLE_MODULE_3, "CO_E_ERRORINDLL", "DllCanUnloadNow"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Code(LarynthLoadModule(row.file)), row.code);
+        EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason));
+        EXPECT_FALSE(InMemory(row.file));
+        Register(kTwo, row.file);
+        EXPECT_EQ(SupplierOf(CLSID_SampleTwo), row.code);
+        EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason));
+    }
+    Register(kTwo, SAMPLE_MODULE_1);
+    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), kNobody) << "the module does not know the class";
+    ComPtr<ILarynthRegistry> described;
+    for (const auto entry : {LarynthRegisterModule, LarynthUnregisterModule}) {
+        EXPECT_EQ(Code(entry(nullptr)), "E_POINTER");
+        EXPECT_EQ(Code(entry("nowhere.so")), "CO_E_DLLNOTFOUND");
+        EXPECT_THAT(LarynthLastError(), HasSubstr("nowhere.so"));
+        EXPECT_EQ(Code(entry(SAMPLE_MODULE_1)), "CO_E_ERRORINDLL");
+        EXPECT_THAT(LarynthLastError(), HasSubstr("egisterServer"));
+    }
+    EXPECT_EQ(Code(LarynthDescribeModule(SAMPLE_MODULE_1, described.Put())), "CO_E_ERRORINDLL");
+    EXPECT_EQ(Code(LarynthDescribeModule(SAMPLE_MODULE_1, nullptr)), "E_POINTER");
+}
+
+TEST_F(LoadedModules, ComeAndGoWhileThreadsCreate) {
+    Register(kOne, SAMPLE_MODULE_1);
+    Register(kTwo, SAMPLE_MODULE_2);
+    std::shared_mutex releasing;  // nothing is freed while a thread is still inside its last release
     std::atomic<bool> done{false};
-    std::atomic<int> created{0};
     std::thread freer([&] {
         while (!done) {
             const std::unique_lock lock(releasing);
@@ -173,16 +195,12 @@ TEST_F(LoadedModulesTest, ThreadsCreateWhileModulesComeAndGo) {
         }
     });
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([&] {
-            for (int i = 0; i < 300; ++i) {
-                EXPECT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
+    for (LONG number : {1, 2, 1, 2}) {
+        threads.emplace_back([&, number] {
+            for (int i = 0; i < 200; ++i) {
                 ComPtr<ISample> object;
-                const HRESULT hr = object.Create(CLSID_SampleOne);
-                if (hr == REGDB_E_CLASSNOTREG) continue;  // freed in between
-                ASSERT_EQ(Code(hr), "S_OK");
-                EXPECT_EQ(object->ModuleNumber(), 1);
-                ++created;
+                ASSERT_EQ(Code(object.Create(number == 1 ? CLSID_SampleOne : CLSID_SampleTwo)), "S_OK");
+                EXPECT_EQ(object->ModuleNumber(), number);
                 const std::shared_lock lock(releasing);
                 object.Release();
             }
@@ -191,5 +209,4 @@ TEST_F(LoadedModulesTest, ThreadsCreateWhileModulesComeAndGo) {
     for (std::thread& thread : threads) thread.join();
     done = true;
     freer.join();
-    EXPECT_GT(created, 0);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/runtime/SampleModule.h"
 
+#include "tests/support/StackObject.h"
+
 #define SAMPLE_EXPORT extern "C" [[gnu::visibility("default")]]
 
 namespace {
@@ -10,57 +12,35 @@ constexpr CLSID kOwnClasses[] = {CLSID_SampleOne, CLSID_SampleTwo, CLSID_SampleT
 constinit std::atomic<LONG> uses{0};
 constinit SampleControl control;
 
-class SampleObject final : public ISample {
+class SampleObject final : public larynth::StackObject<ISample> {
   public:
     SampleObject() { ++uses; }
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) override {
-        *ppv = nullptr;
-        if (!(riid == IID_IUnknown) && !(riid == IID_ISample)) return E_NOINTERFACE;
-        *ppv = static_cast<ISample*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG LARYNTH_CALL AddRef() override { return ++count_; }
-    ULONG LARYNTH_CALL Release() override {
-        const ULONG left = --count_;
+    ~SampleObject() override { --uses; }
+    ULONG LARYNTH_CALL Release() noexcept override {
+        const ULONG left = StackObject::Release();
         if (left == 0) delete this;
         return left;
     }
     LONG LARYNTH_CALL ModuleNumber() override { return SAMPLE_MODULE; }
-
-  private:
-    ~SampleObject() { --uses; }
-    ULONG count_ = 1;
 };
 
-class SampleFactory final : public IClassFactory {
+class SampleFactory final : public larynth::StackObject<IClassFactory> {
   public:
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) override {
-        *ppv = nullptr;
-        if (!(riid == IID_IUnknown) && !(riid == IID_IClassFactory)) return E_NOINTERFACE;
-        *ppv = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG LARYNTH_CALL AddRef() override { return static_cast<ULONG>(++uses); }
-    ULONG LARYNTH_CALL Release() override { return static_cast<ULONG>(--uses); }
+    ULONG LARYNTH_CALL AddRef() noexcept override { return static_cast<ULONG>(++uses); }
+    ULONG LARYNTH_CALL Release() noexcept override { return static_cast<ULONG>(--uses); }
     HRESULT LARYNTH_CALL CreateInstance(IUnknown*, REFIID riid, void** ppv) override {
-        auto* object = new SampleObject;
-        const HRESULT hr = object->QueryInterface(riid, ppv);
-        object->Release();
-        return hr;
+        return (new SampleObject)->QueryInterface(riid, ppv);
     }
     HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }
 };
 
-constinit SampleFactory factory;
+SampleFactory factory;
 
 [[gnu::destructor]] void Unloading() {
     if (control.unloads != nullptr) ++*control.unloads;
 }
 
 }  // namespace
-
 
 SAMPLE_EXPORT SampleControl* ControlSample() { return &control; }
 

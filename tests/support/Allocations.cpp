@@ -1,24 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/Allocations.h"
 
-#include <atomic>
-#include <chrono>
 #include <cstdlib>
 #include <new>
-#include <thread>
 
 namespace {
 
 thread_local int allocationsLeft = 0;  // 0: none is to fail
 thread_local bool failed = false;
-constinit std::atomic<bool> slow = false;
 
 void* Allocate(std::size_t size) noexcept {
     if (allocationsLeft > 0 && --allocationsLeft == 0) {
         failed = true;
         return nullptr;
     }
-    if (slow) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     return std::malloc(size != 0 ? size : 1);
 }
 
@@ -35,9 +30,6 @@ AllocationFailure::AllocationFailure(int ordinal) noexcept {
 }
 AllocationFailure::~AllocationFailure() { allocationsLeft = 0; }
 bool AllocationFailure::Happened() const noexcept { return failed; }
-
-SlowAllocations::SlowAllocations() noexcept { slow = true; }
-SlowAllocations::~SlowAllocations() { slow = false; }
 
 void* operator new(std::size_t size) { return AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return AllocateOrThrow(size); }

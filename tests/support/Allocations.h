@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 /// Replaces operator new, in the program and in the modules that it loads, so that allocations can be made to
-/// fail or to take long.
+/// fail.
 #pragma once
 
 /// While it lives, the calling thread's allocation number `ordinal` through operator new fails; 1 is the next
@@ -13,13 +13,4 @@ class AllocationFailure {
     AllocationFailure& operator=(const AllocationFailure&) = delete;
 
     bool Happened() const noexcept;
-};
-
-/// While it lives, every thread's allocations take a millisecond: long enough for others to get in between.
-class SlowAllocations {
-  public:
-    SlowAllocations() noexcept;
-    ~SlowAllocations();
-    SlowAllocations(const SlowAllocations&) = delete;
-    SlowAllocations& operator=(const SlowAllocations&) = delete;
 };

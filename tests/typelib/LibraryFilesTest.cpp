@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <larynth/TypeLibrary.h>
+
+#include "tests/support/Code.h"
+#include "tests/support/TestStore.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Works in the folder of the store, so that modules are named by short relative paths.
+class LibraryFiles : public testing::Test {
+  protected:
+    LibraryFiles() {
+        fs::current_path(store_.Folder());
+        for (const char* bare :
+             {"Bare.so", "Two.parts.so", "NoExtension", "folder.d/NoExtension", "Broken.so"}) {
+            if (const auto folder = fs::path(bare).parent_path(); !folder.empty())
+                fs::create_directories(folder);
+            fs::create_symlink(LARYNTH_COMPANION_MODULE, bare);  // carries no library
+        }
+        std::ofstream("Broken.tlb") << "MSFT";
+        std::ofstream("Text.tlb") << "MSF is not enough";
+    }
+    ~LibraryFiles() override { fs::current_path(before_); }
+
+    /// The default value of a key below the library's, or the code.
+    static std::string Stored(const std::string& below) {
+        const std::string key =
+            "HKEY_CLASSES_ROOT\\TypeLib\\{E1D6EBCE-52C7-4E5A-81D6-68214BD2805B}\\" + below;
+        LPCSTR value = nullptr;
+        const auto registry = TestStore::Open();
+        const HRESULT hr = registry->GetValue(key.c_str(), "", &value);
+        return SUCCEEDED(hr) ? value : Code(hr);
+    }
+
+  private:
+    const fs::path before_ = fs::current_path();
+    TestStore store_;
+};
+
+TEST_F(LibraryFiles, NameTheModuleThatCarriesTheLibraryOrHasItBesideIt) {
+    ASSERT_EQ(Code(LarynthRegisterTypeLibrary(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
+    EXPECT_EQ(Stored("1.0"), "Larynth 1.0 Type Library");
+    EXPECT_EQ(Stored("1.0\\FLAGS"), "0");
+    EXPECT_EQ(Stored("1.0\\0\\module"), LARYNTH_MODULE);
+    EXPECT_EQ(Stored("1.0\\HELPDIR"), fs::path(LARYNTH_MODULE).parent_path().string());
+    const std::pair<const char*, const char*> rows[] = {
+        {"Bare.so", "Bare.tlb"},
+        {"Two.parts.so", "Two.parts.tlb"},
+        {"NoExtension", "NoExtension.tlb"},
+        {"folder.d/NoExtension", "folder.tlb"},  // the last dot is the folder's
+    };
+    for (const auto& [module, library] : rows) {
+        fs::copy_file(LARYNTH_TYPE_LIBRARY, library);
+        EXPECT_EQ(Code(LarynthRegisterTypeLibrary(module)), "S_OK") << module << ": " << LarynthLastError();
+        EXPECT_EQ(Stored("1.0\\0\\module"), module);
+    }
+}
+
+TEST_F(LibraryFiles, WhatIsNoLibraryIsRefusedWithAReasonAndNothingIsWritten) {
+    constexpr char kCannotLoad[] = "TYPE_E_CANTLOADLIBRARY", kInvalid[] = "TYPE_E_INVDATAREAD";
+    const struct {
+        const char* file;
+        const char* loaded;
+        const char* registered;
+        const char* reason;
+    } rows[] = {
+        {"Bare.so", kCannotLoad, kCannotLoad,
+         "Bare.so: the module carries no type library; Bare.tlb: no such file"},
+        {"Missing.so", kCannotLoad, kCannotLoad, "Missing.so: no such file; Missing.tlb: no such file"},
+        {"folder.d", kCannotLoad, kCannotLoad, "folder.d: no such file; folder.tlb: no such file"},
+        {"Text.tlb", kCannotLoad, kCannotLoad, "Text.tlb: neither a type library nor a module: "},
+        {"Broken.so", kCannotLoad, kInvalid,
+         "Broken.so: the module carries no type library; Broken.tlb: not a valid type library: 4 bytes at "
+         "offset 20 reach beyond the 4 that there are"},
+        {"Broken.tlb", kInvalid, kInvalid, "Broken.tlb: not a valid type library: 4 bytes at offset 20"},
+    };
+    for (const auto& row : rows) {
+        ILarynthTypeLibrary* library = reinterpret_cast<ILarynthTypeLibrary*>(1);
+        EXPECT_EQ(Code(LarynthLoadTypeLibrary(row.file, &library)), row.loaded) << row.file;
+        EXPECT_EQ(library, nullptr) << row.file;
+        EXPECT_EQ(Code(LarynthRegisterTypeLibrary(row.file)), row.registered) << row.file;
+        EXPECT_THAT(LarynthLastError(), testing::StartsWith(row.reason));
+    }
+    EXPECT_EQ(Stored("1.0"), "REGDB_E_KEYMISSING");
+    ComPtr<ILarynthTypeLibrary> library;
+    EXPECT_EQ(Code(LarynthLoadTypeLibrary(nullptr, library.Put())), "E_POINTER");
+    EXPECT_EQ(Code(LarynthLoadTypeLibrary(LARYNTH_MODULE, nullptr)), "E_POINTER");
+    EXPECT_EQ(Code(LarynthRegisterTypeLibrary(nullptr)), "E_POINTER");
+    const Setting setting("LARYNTH_REGISTRY", "/dev/null/registry.db");
+    EXPECT_EQ(Code(LarynthRegisterTypeLibrary(LARYNTH_MODULE)), "REGDB_E_WRITEREGDB");
+}
+
+}  // namespace
