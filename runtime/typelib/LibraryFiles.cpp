@@ -25,24 +25,23 @@ namespace {
 /// Larger files are not read: a library of a thousand interfaces has less than 1 MiB.
 constexpr std::uintmax_t kMaxFileSize = 64U << 20;
 
-HRESULT Read(LPCSTR path, std::span<const std::byte> bytes, TypeLibraryContents& library) {
+TypeLibraryContents Read(const std::string& path, std::span<const std::byte> bytes) {
     try {
-        library = ReadTypeLibrary(bytes);
-        return S_OK;
+        return ReadTypeLibrary(bytes);
     } catch (const BadTypeLibrary& error) {
-        return Fail(TYPE_E_INVDATAREAD, "%s: not a valid type library: %s", path, error.what());
+        throw Failure(TYPE_E_INVDATAREAD, path + ": not a valid type library: " + error.what());
     }
 }
 
-HRESULT ReadFromModule(LPCSTR path, TypeLibraryContents& library) {
+TypeLibraryContents ReadFromModule(const std::string& path) {
     // The loader would look for a name without a folder elsewhere.
     const LoadedModule module = LoadedModule::Load(std::filesystem::absolute(path).c_str());
     if (!module.InMemory()) {
-        return Fail(TYPE_E_CANTLOADLIBRARY, "%s: neither a type library nor a module: %s", path, dlerror());
+        throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": neither a type library nor a module: " + dlerror());
     }
     const std::optional<std::span<const std::byte>> resource = module.FindResource("TYPELIB", 1);
-    if (!resource) return Fail(TYPE_E_CANTLOADLIBRARY, "%s: the module carries no type library", path);
-    return Read(path, *resource, library);
+    if (!resource) throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": the module carries no type library");
+    return Read(path, *resource);
 }
 
 bool StartsAsLibrary(std::ifstream& file) {
@@ -55,23 +54,25 @@ bool StartsAsLibrary(std::ifstream& file) {
 }
 
 /// Reads the library of a ".tlb" file or, for any other file, the one that the module carries as resource 1
-/// of type "TYPELIB". Writes it and returns S_OK, or returns the codes of LarynthLoadTypeLibrary with the
-/// reason kept for LarynthLastError(). Raises std::bad_alloc.
-HRESULT LoadTypeLibraryFile(LPCSTR path, TypeLibraryContents& library) {
+/// of type "TYPELIB". Raises Failure with the codes of LarynthLoadTypeLibrary.
+TypeLibraryContents Load(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
-        return Fail(TYPE_E_CANTLOADLIBRARY, "%s: no such file", path);
+        throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": no such file");
     }
     std::ifstream file(path, std::ios::binary);
-    if (!file) return Fail(TYPE_E_CANTLOADLIBRARY, "%s: cannot be opened: %s", path, std::strerror(errno));
-    if (!StartsAsLibrary(file)) return ReadFromModule(path, library);
+    if (!file) {
+        throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": cannot be opened: " + std::strerror(errno));
+    }
+    if (!StartsAsLibrary(file)) return ReadFromModule(path);
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size > kMaxFileSize)
-        return Fail(TYPE_E_INVDATAREAD, "%s: too large for a type library", path);
+    if (error || size > kMaxFileSize) {
+        throw Failure(TYPE_E_INVDATAREAD, path + ": too large for a type library");
+    }
     std::vector<std::byte> bytes(size);
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!file) return Fail(TYPE_E_CANTLOADLIBRARY, "%s: cannot be read", path);
-    return Read(path, bytes, library);
+    if (!file) throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": cannot be read");
+    return Read(path, bytes);
 }
 
 /// The module's path with ".tlb" for its extension. The last dot counts, in a folder's name too.
@@ -85,14 +86,17 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// The codes are those of the file that was tried last; the reasons that are kept name both.
-HRESULT LoadFor(const std::string& module, TypeLibraryContents& library) {
-    if (SUCCEEDED(LoadTypeLibraryFile(module.c_str(), library))) return S_OK;
-    const std::string first = LarynthLastError();
-    const HRESULT hr = LoadTypeLibraryFile(LibraryFileBeside(module).c_str(), library);
-    if (SUCCEEDED(hr)) return hr;
-    const std::string second = LarynthLastError();
-    return Fail(hr, "%s; %s", first.c_str(), second.c_str());
+/// The code is that of the file that was tried last; the reason names both.
+TypeLibraryContents LoadFor(const std::string& module) {
+    try {
+        return Load(module);
+    } catch (const Failure& first) {
+        try {
+            return Load(LibraryFileBeside(module));
+        } catch (const Failure& second) {
+            throw Failure(second.Code(), std::string(first.what()) + "; " + second.what());
+        }
+    }
 }
 
 HRESULT Write(ILarynthRegistry& registry, const TypeLibraryContents& library, const std::string& module) {
@@ -113,8 +117,7 @@ HRESULT Write(ILarynthRegistry& registry, const TypeLibraryContents& library, co
 }
 
 HRESULT Register(const std::string& module) {
-    TypeLibraryContents library;
-    if (const HRESULT hr = LoadFor(module, library); FAILED(hr)) return hr;
+    const TypeLibraryContents library = LoadFor(module);
     ComPtr<ILarynthRegistry> registry;
     if (const HRESULT hr = LarynthOpenRegistry(registry.Put()); FAILED(hr)) return hr;
     if (const HRESULT hr = registry->Begin(); FAILED(hr)) return hr;
@@ -132,10 +135,8 @@ HRESULT LARYNTH_CALL LarynthLoadTypeLibrary(LPCSTR sFile, ILarynthTypeLibrary** 
     *ppLibrary = nullptr;
     if (sFile == nullptr) return larynth::Fail(E_POINTER, "null file name");
     return larynth::Contained([&] {
-        larynth::TypeLibraryContents contents;
-        const HRESULT hr = larynth::LoadTypeLibraryFile(sFile, contents);
-        if (SUCCEEDED(hr)) *ppLibrary = new larynth::TypeLibrary(std::move(contents));
-        return hr;
+        *ppLibrary = new larynth::TypeLibrary(larynth::Load(sFile));
+        return S_OK;
     });
 }
 

@@ -75,6 +75,7 @@ class LoadedModules : public testing::Test {
 };
 
 ComPtr<IClassFactory> takenMeanwhile;
+std::vector<std::string> overwriting;  // what memory was given back meanwhile
 
 }  // namespace
 
@@ -113,6 +114,19 @@ TEST_F(LoadedModules, AreNotFreedWhileOrAfterTheyAreAskedForAClassObject) {
     ASSERT_TRUE(InMemory(SAMPLE_MODULE_1));
     ControlOne().afterUnloadAnswer = nullptr;
     takenMeanwhile.Release();
+}
+
+TEST_F(LoadedModules, MayComeWhileTheyAreAsked) {
+    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
+    ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_2)), "S_OK");
+    ControlOne().beforeClassObject = [] {
+        ControlOne().beforeClassObject = nullptr;
+        const HostsOwn library(SAMPLE_DEPENDENT);
+        EXPECT_EQ(SupplierOf(CLSID_SampleThree), kNobody);  // looks at all that is there now
+        for (std::size_t size = 32; size < 256; ++size) overwriting.emplace_back(size, 'x');
+    };
+    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2");
+    overwriting.clear();
 }
 
 TEST_F(LoadedModules, AreAskedInTheOrderOfLoadingWhoeverLoadedThem) {

@@ -99,7 +99,7 @@ TEST(MemoryProbe, TellsWhatCanBeReadAndWritten) {
     EXPECT_EQ(IsBadReadPtr(&onStack, SIZE_MAX), TRUE) << "wraps around";
     std::thread([&] { EXPECT_EQ(IsBadWritePtr(&onStack, sizeof(onStack)), FALSE); }).join();
     errno = 77;
-    const BOOL bad = IsBadReadPtr(reinterpret_cast<void*>(16), 8);
+    const BOOL bad = IsBadReadPtr(pages[3], 8);
     const int errorNumber = errno;
     EXPECT_EQ(bad, TRUE);
     EXPECT_EQ(errorNumber, 77);
