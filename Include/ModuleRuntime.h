@@ -19,8 +19,8 @@ LARYNTH_RUNTIME_API std::uint32_t* LARYNTH_CALL LarynthNoiseState();
 LARYNTH_RUNTIME_API const char* LARYNTH_CALL LarynthSingleThreaded();
 
 /// A number from 1 to kLarynthThreadNumbers - 1 that no other living thread has, always the same for the
-/// calling thread, so that one call in a function is enough. 0, which is shared, where there are none left and
-/// for a thread that is ending.
+/// calling thread, so that one call in a function is enough. 0, which is shared, where there are none left
+/// and for a thread that is ending.
 LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthThreadNumber() __attribute__((const));
 inline constexpr unsigned kLarynthThreadNumbers = 64;
 
