@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <regex>
 
 #include <larynth/ComException.h>
 
@@ -75,14 +76,10 @@ class RegistrarTest : public testing::Test {
     /// What is below HKEY_CLASSES_ROOT, in one line, as others see it.
     static std::string Keys() {
         std::string text = TestStore::Listing(*TestStore::Open().Get(), "HKEY_CLASSES_ROOT");
-        const auto replace = [&](const std::string& old, const char* with) {
-            for (std::size_t at; (at = text.find(old)) != text.npos;) text.replace(at, old.size(), with);
-        };
-        replace("HKEY_CLASSES_ROOT\n", "");
-        replace("HKEY_CLASSES_ROOT\\", " ");
-        replace("\n", "");
-        replace(" = ", "=");
-        replace(" + ", "+");
+        const std::pair<const char*, const char*> shorter[] = {
+            {"HKEY_CLASSES_ROOT\n|\n", ""}, {R"(HKEY_CLASSES_ROOT\\)", " "}, {" ([=+]) ", "$1"}};
+        for (const auto& [pattern, with] : shorter)
+            text = std::regex_replace(text, std::regex(pattern), with);
         return text;
     }
 
