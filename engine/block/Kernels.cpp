@@ -48,7 +48,8 @@ struct Avx2<kLoop> {
     [[gnu::target("avx2")]] static Result Run(Arguments... arguments) { return kLoop(arguments...); }
 };
 
-/// A loop, compiled with the 256-bit instructions of AVX-512.
+/// A loop, compiled with AVX-512: twice the registers, and one instruction for a shift of four lanes. What a
+/// compiler makes vectors of by itself may take 512 bits.
 template <auto kLoop>
 struct Avx512;
 template <class Result, class... Arguments, Result (*kLoop)(Arguments...)>

@@ -21,15 +21,17 @@ using Index = std::int64_t;
 
 /// What a stretch leaves in memory, step by step.
 struct WaveRecord {
-    /// Steps from a sample's entry to its way out of the cascade, and out of the branch.
-    static constexpr Index kDelay = Tracts::kParallelCount + Tracts::kCascadeCount - 1;
-    static constexpr Index kBranchDelay = Tracts::kParallelCount - 1;
+    /// Steps from a sample's entry into the branch to its way out of the branch, to its entry into the
+    /// cascade and to its way out of there.
+    static constexpr int kBranchDelay = Tracts::kParallelCount - 1;
+    static constexpr int kLag = Tracts::kParallelCount;
+    static constexpr int kDelay = kLag + Tracts::kCascadeCount - 1;
     static constexpr std::size_t kSteps = kStretch + kDelay + 4;
 
-    double mixed[2 + kSteps];     // what enters the antiresonator, behind the two samples before the stretch
-    double delayed[kSteps];       // what leaves it, and enters the cascade kParallelCount steps later
-    double branch[kSteps];        // what leaves the branch
-    WaveStates ends[kDelay + 4];  // of the wave from which a section leaves, from the last sample's step on
+    double mixed[2 + kSteps];  // what enters the antiresonator, behind the two samples before the stretch
+    double delayed[kSteps];    // what leaves it, and enters the cascade kLag steps later
+    double branch[kSteps];     // what leaves the branch
+    WaveStates branchStates[kDelay + 4], cascadeStates[kDelay + 4];  // from the last sample's entry on
 
     /// The wave moves on from `tracts` ...
     LARYNTH_KERNEL explicit WaveRecord(const Tracts& tracts) {
@@ -38,12 +40,12 @@ struct WaveRecord {
     }
     /// ... and leaves its states there.
     LARYNTH_KERNEL void Leave(const Tracts& tracts, std::size_t count) const {
-        if (tracts.tilt != nullptr) ends[0].Leave(Tracts::kParallelCount, *tracts.tilt);
+        if (tracts.tilt != nullptr) branchStates[0].Leave(Tracts::kParallelCount, *tracts.tilt);
         for (int place = 0; place < Tracts::kParallelCount; ++place) {
-            ends[place].Leave(place, *tracts.parallel[place]);
+            branchStates[place].Leave(place, *tracts.parallel[place]);
         }
         for (int place = 0; place < Tracts::kCascadeCount; ++place) {
-            ends[Tracts::kParallelCount + place].Leave(place, *tracts.cascade[place]);
+            cascadeStates[kLag + place].Leave(place, *tracts.cascade[place]);
         }
         tracts.antiResonator->state1 = mixed[count + 1];
         tracts.antiResonator->state2 = mixed[count];
@@ -67,68 +69,55 @@ class TractWave {
         Begin(std::make_integer_sequence<int, kDelay / 4>{});
         BeginSection<kDelay>();
         Index s = kDelay;
-        for (; s + 3 < last_; s += 4) FourSteps(s);
-        for (; s <= last_ + kDelay; s += 4) FourSteps<true>(s);
+        for (; s + 3 < last_; s += 4) FourSteps<kAllAtWork, false>(s);
+        for (; s <= last_ + kDelay; s += 4) FourSteps<kAllAtWork, true>(s);
     }
 
   private:
-    static constexpr int kDelay = WaveRecord::kDelay;
+    static constexpr int kLag = WaveRecord::kLag, kDelay = WaveRecord::kDelay;
+    static constexpr int kAllAtWork = kDelay + 1;
     static_assert(kDelay % 4 == 0);
 
-    /// The steps until the first sample comes out.
     template <int... kFours>
     LARYNTH_KERNEL void Begin(std::integer_sequence<int, kFours...>) {
-        (BeginFour<4 * kFours>(), ...);
+        (FourSteps<4 * kFours, true>(4 * kFours), ...);
     }
-    template <int kStep>
-    LARYNTH_KERNEL void BeginFour() {
-        const Index from = Entering(kStep);
-        const Four a = BeginStep<kStep>(from), b = BeginStep<kStep + 1>(from + 1);
-        const Four c = BeginStep<kStep + 2>(from + 2), d = BeginStep<kStep + 3>(from + 3);
-        AntiResonate(kStep, from, FirstLanes(a, b, c, d));
+
+    /// Steps from `s` on, which is kStep or, behind the beginning, at least that; `kMayEnd`: the last sample
+    /// may have entered.
+    template <int kStep, bool kMayEnd>
+    LARYNTH_KERNEL void FourSteps(Index s) {
+        // Behind the last sample it does not matter what enters.
+        const Index from = kMayEnd ? std::min(s, last_ & ~Index{3}) : s;
+        const Four a = Step<kStep, kMayEnd>(s, from);
+        const Four b = Step<kStep + 1, kMayEnd>(s + 1, from + 1);
+        const Four c = Step<kStep + 2, kMayEnd>(s + 2, from + 2);
+        const Four d = Step<kStep + 3, kMayEnd>(s + 3, from + 3);
+        AntiResonate(s, from, FirstLanes(a, b, c, d));
     }
-    template <int kStep>
-    LARYNTH_KERNEL Four BeginStep(Index from) {
+    /// Returns what the tilt puts out, in the first lane.
+    template <int kStep, bool kMayEnd>
+    LARYNTH_KERNEL Four Step(Index s, Index from) {
         BeginSection<kStep>();
-        if (kStep >= Tracts::kParallelCount) CascadeStep(kStep);
-        const Four tilted = BranchStep(kStep, from);
-        if (kStep >= last_) KeepStates(kStep);
-        return tilted;
+        if constexpr (kStep >= kLag) cascade_.Step(record_.delayed[s - kLag]);
+        branch_.Step(samples_.frication + from, samples_.bypassed + from, samples_.voicing + from);
+        record_.branch[s] = branch_.Output();
+        if constexpr (kStep >= kDelay) {
+            const Index sample = s - kDelay;
+            samples_.sum[sample] = record_.branch[sample + WaveRecord::kBranchDelay] + cascade_.Output();
+        }
+        if (kMayEnd && s >= last_) KeepStates(s);
+        return branch_.Tilted();
     }
     template <int kStep>
     LARYNTH_KERNEL void BeginSection() {
-        constexpr int kPlace = kStep - Tracts::kParallelCount;
-        if constexpr (kPlace < 0) {
+        if constexpr (kStep < Tracts::kParallelCount) {
             branch_.wave.template Enter<kStep>(*tracts_.parallel[kStep]);
-        } else {
-            cascade_.wave.template Enter<kPlace>(*tracts_.cascade[kPlace]);
+        } else if constexpr (kStep >= kLag && kStep <= kDelay) {
+            cascade_.wave.template Enter<kStep - kLag>(*tracts_.cascade[kStep - kLag]);
         }
     }
 
-    /// Steps with all sections at work; `kEnding`: the last sample has entered, or does.
-    template <bool kEnding = false>
-    LARYNTH_KERNEL void FourSteps(Index s) {
-        const Index from = kEnding ? Entering(s) : s;
-        const Four a = OneStep<kEnding>(s, from), b = OneStep<kEnding>(s + 1, from + 1);
-        const Four c = OneStep<kEnding>(s + 2, from + 2), d = OneStep<kEnding>(s + 3, from + 3);
-        AntiResonate(s, from, FirstLanes(a, b, c, d));
-    }
-    template <bool kEnding>
-    LARYNTH_KERNEL Four OneStep(Index s, Index from) {
-        CascadeStep(s);
-        const Four tilted = BranchStep(s, from);
-        const Index sample = s - kDelay;
-        samples_.sum[sample] = record_.branch[sample + WaveRecord::kBranchDelay] + cascade_.Output();
-        if (kEnding && s >= last_) KeepStates(s);
-        return tilted;
-    }
-
-    LARYNTH_KERNEL void CascadeStep(Index s) { cascade_.Step(record_.delayed[s - Tracts::kParallelCount]); }
-    LARYNTH_KERNEL Four BranchStep(Index s, Index from) {
-        branch_.Step(samples_.frication + from, samples_.bypassed + from, samples_.voicing + from);
-        record_.branch[s] = branch_.Output();
-        return branch_.Tilted();
-    }
     LARYNTH_KERNEL void AntiResonate(Index s, Index from, const Four& tilted) {
         const Four voicing = tracts_.tilt != nullptr ? tilted : Load<Four>(samples_.voicing + from);
         const Four x = voicing + Load<Four>(samples_.aspiration + from);
@@ -136,16 +125,11 @@ class TractWave {
         Store(antiResonator_.Run(x), record_.delayed + s);
     }
 
-    /// The sample from which four enter at step `s`; behind the last it does not matter what enters.
-    LARYNTH_KERNEL Index Entering(Index s) const { return std::min(s, last_ & ~Index{3}); }
-
+    /// Those of the sections that end at step `s`, among others.
     LARYNTH_KERNEL void KeepStates(Index s) {
         const Index ended = s - last_;
-        if (ended < Tracts::kParallelCount) {
-            record_.ends[ended].Keep(branch_.wave);
-        } else {
-            record_.ends[ended].Keep(cascade_.wave);
-        }
+        record_.branchStates[ended].Keep(branch_.wave);
+        if (ended >= kLag) record_.cascadeStates[ended].Keep(cascade_.wave);
     }
 
     const Tracts& tracts_;
@@ -183,7 +167,7 @@ class BranchAlone {
     }
 
   private:
-    static constexpr Index kDelay = WaveRecord::kBranchDelay;
+    static constexpr int kDelay = WaveRecord::kBranchDelay;
 
     template <int... kPlaces>
     LARYNTH_KERNEL void Begin(WaveStates* ends, std::integer_sequence<int, kPlaces...>) {
