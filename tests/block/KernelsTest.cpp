@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <bit>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "engine/CascadeTract.h"
 #include "engine/NoiseSource.h"
-#include "engine/ParallelTractCore.h"
 #include "engine/block/Kernels.h"
+#include "engine/block/PhaseTable.h"
 #include "synth/OutputStage.h"
 
 namespace larynth::block {
@@ -81,69 +80,26 @@ TEST(Kernels, FinishCutsAsASingleSampleIsCut) {
     }
 }
 
-/// Both tracts of random sections, and the tilt.
-struct Elements {
-    CascadeTract cascade;
-    ParallelTractCore parallel;
-    Resonator tilt;
-
-    explicit Elements(std::mt19937& random) {
-        std::uniform_real_distribution<double> F(100.0, 5000.0), BW(20.0, 500.0), gain(-1.0, 1.0);
-        for (Resonator& section : cascade.Resonators()) section.SetFB(F(random), BW(random), 1.0, 1e-4);
-        for (Resonator& section : parallel.Resonators())
-            section.SetFB(F(random), BW(random), gain(random), 1e-4);
-        cascade.AntiResonators()[0].SetABC(20.0, -35.0, 16.0);
-        tilt.SetFB(4.0, 1500.0, 1.0, 1e-4);
-        parallel.Bypass().SetGain(gain(random));
-    }
-    Tracts Lanes(bool tilting) {
-        Tracts tracts;
-        tracts.tilt = tilting ? &tilt.Values() : nullptr;
-        tracts.antiResonator = &cascade.AntiResonators()[0].Values();
-        for (std::size_t i = 0; i < 6; ++i) tracts.cascade[i] = &cascade.Resonators()[i].Values();
-        for (std::size_t i = 0; i < 7; ++i) tracts.parallel[i] = &parallel.Resonators()[i].Values();
-        return tracts;
-    }
-};
-
-bool SameBits(double a, double b) {
-    return (a != a && b != b) || std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
-/// One stretch after the other of all lengths, so that a state that is wrong behind one shows in the next.
-TEST(Kernels, TractsPutOutWhatTheElementsDo) {
-    constexpr std::size_t kRoomy = kStretch + kRoom;
-    std::mt19937 random(5);
-    std::uniform_real_distribution<double> usual(-100.0, 100.0);
-    const auto next = [&](double strange) { return random() % 2000 == 0 ? strange : usual(random); };
-    for (const Kernels* const kernels : AvailableKernels()) {
-        for (const double strange : {0.0, -0.0, 1e300, kInfinity, kNan}) {
-            Elements one(random);
-            Elements lanes = one;
-            for (std::size_t k = 1; k < 120; ++k) {
-                const std::size_t count = k < 60 ? k : k % 2 == 0 ? kStretch : random() % 20 + 1;
-                const bool tilting = k % 3 != 0, wholeTract = k % 5 != 0;
-                double voicing[kRoomy], aspiration[kRoomy], frication[kRoomy], bypassed[kRoomy], sum[kRoomy];
-                for (std::size_t i = 0; i < count; ++i) {
-                    voicing[i] = next(strange), aspiration[i] = next(strange), frication[i] = next(strange);
-                    bypassed[i] = one.parallel.Bypass().Process(frication[i]);
-                    sum[i] = usual(random);
-                }
-                double expected[kStretch], last = 0.0;
-                for (std::size_t i = 0; i < count; ++i) {
-                    last = one.parallel.Process(frication[i]);
-                    const double voiced = tilting && wholeTract ? one.tilt.Process(voicing[i]) : voicing[i];
-                    expected[i] = last + (wholeTract ? one.cascade.Process(voiced + aspiration[i]) : sum[i]);
-                }
-                const auto run = wholeTract ? kernels->tracts : kernels->parallel;
-                const double put =
-                    run(lanes.Lanes(tilting), {voicing, aspiration, frication, bypassed, sum}, count);
-                ASSERT_TRUE(SameBits(put, last)) << kernels->name << ", " << count;
-                for (std::size_t i = 0; i < count; ++i) {
-                    ASSERT_TRUE(SameBits(sum[i], expected[i]))
-                        << kernels->name << ", sample " << i << " of " << count;
-                }
+/// Some lengths are sums of the sample time to the last bit: such a period ends one sample later.
+TEST(PhaseTable, HoldsThePhasesOfSingleSteps) {
+    std::mt19937 random(9);
+    const double T = 0x1p-13,
+                 lengths[] = {64 * T, 64.5 * T, 63 * T, 300 * T, 2 * T, T, 0.3 * T, 0.0, kInfinity, kNan};
+    for (const double T0 : lengths) {
+        PhaseTable table;
+        double phase = 0.0, expected = 0.0;
+        for (int stretch = 0; stretch < 60; ++stretch) {
+            std::vector<double> phases(random() % kStretch + 1), each(phases.size(), T0);
+            const bool moving = stretch % 3 == 0;
+            if (moving) std::ranges::generate(each, [&] { return random() % 50 == 0 ? 60 * T : T0; });
+            if (moving) table.Write(T, phase, each.data(), phases);
+            if (!moving) table.Write(T, phase, T0, phases);
+            for (std::size_t i = 0; i < phases.size(); ++i) {
+                expected = NextPhase(expected, T, each[i]);
+                ASSERT_EQ(phases[i], expected)
+                    << "period " << T0 << ", stretch " << stretch << ", sample " << i;
             }
+            ASSERT_EQ(phase, expected);
         }
     }
 }

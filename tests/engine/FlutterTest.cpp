@@ -33,7 +33,8 @@ TEST(Flutter, StandsAtF0WithoutATimeStepAndStaysWithinItsDepth) {
 
 TEST(Flutter, ManyStepsAtOnceReachTheTimesOfSingleSteps) {
     constexpr double kUnit = 0x1p-39 * 1e5;  // steps FLT·10⁻⁵ of a last place of times from 2^13 on
-    for (const double start : {0.0, 0.2, 1.0 - 1e-4, 8191.999, 8192.0, 16383.9999}) {
+    for (const double start :
+         {0.0, 0.2, 1.0 - 1e-4, 8191.999, 8192.0, 9999.1, 12345.6, 15001.2, 16383.9999}) {
         for (const double FLT : {0.0, -9.0, 9.07, 800.0, 1e12, 0.5 * kUnit, 1.5 * kUnit, 2.5 * kUnit,
                                  0.4 * kUnit, 2.6 * kUnit, 3.0 * kUnit}) {
             Flutter single, together;
