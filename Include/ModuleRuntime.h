@@ -4,6 +4,10 @@
 
 #include <larynth/Runtime.h>
 
+namespace larynth {
+class NoiseGenerator;
+}
+
 /// Makes the calling thread's arithmetic take denormal numbers for 0, as input and as result, and returns the
 /// mode that was in force, for LarynthSetArithmeticMode. Where a processor has no such mode nothing changes.
 LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthFlushDenormals();
@@ -11,12 +15,8 @@ LARYNTH_RUNTIME_API unsigned LARYNTH_CALL LarynthFlushDenormals();
 /// Puts a mode back that LarynthFlushDenormals returned on this thread.
 LARYNTH_RUNTIME_API void LARYNTH_CALL LarynthSetArithmeticMode(unsigned nMode);
 
-/// The noise generator's one state word, shared by all modules of the process; to be used atomically.
-LARYNTH_RUNTIME_API std::uint32_t* LARYNTH_CALL LarynthNoiseState();
-
-/// A byte that is not 0 while the process is known to have a single thread. It is the C library's: threads
-/// that are made without it are not seen.
-LARYNTH_RUNTIME_API const char* LARYNTH_CALL LarynthSingleThreaded();
+/// The noise generator, which all modules of the process share; it lives as long as the process.
+LARYNTH_RUNTIME_API larynth::NoiseGenerator* LARYNTH_CALL LarynthNoise();
 
 /// A number from 1 to kLarynthThreadNumbers - 1 that no other living thread has, always the same for the
 /// calling thread, so that one call in a function is enough. 0, which is shared, where there are none left

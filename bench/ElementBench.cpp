@@ -79,8 +79,8 @@ void FlutterElement(benchmark::State& state) {
 BENCHMARK(FlutterElement);
 
 void NoiseElement(benchmark::State& state) {
-    std::uint32_t word = kInitialNoiseState;
-    NoiseSource element(40.0, NoiseGenerator(word));
+    NoiseGenerator generator;
+    NoiseSource element(40.0, generator);
     for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate(true));
     state.SetItemsProcessed(state.iterations());
 }

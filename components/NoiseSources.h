@@ -25,7 +25,7 @@ class NoiseSourceObject : public ComObject<Interface> {
     using ComObject<Interface>::ComObject;
 
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) noexcept final {
-        return WriteSample(core_.Evaluate(true), pdValue);
+        return core_.Generator().IsAlone() ? WriteNext(pdValue) : WriteNextAmongThreads(pdValue);
     }
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept final { return PutOutput(core_, pdValue); }
 
@@ -36,7 +36,11 @@ class NoiseSourceObject : public ComObject<Interface> {
     NoiseSource& Element() noexcept { return core_; }
 
   private:
-    NoiseSource core_{0.0, NoiseGenerator(*LarynthNoiseState(), *LarynthSingleThreaded())};
+    HRESULT WriteNext(double* pdValue) noexcept { return WriteSample(core_.Evaluate(true), pdValue); }
+    /// Apart, so that a process with a single thread pays nothing for what leases need.
+    [[gnu::noinline]] HRESULT WriteNextAmongThreads(double* pdValue) noexcept { return WriteNext(pdValue); }
+
+    NoiseSource core_{0.0, *LarynthNoise()};
 };
 
 template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>

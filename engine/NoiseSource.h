@@ -18,24 +18,26 @@ template <class Number>
 /// White noise of a linear amplitude. Every computed sample takes one draw, also at amplitude 0.
 class NoiseSource final : public Component {
   public:
-    NoiseSource(double amplitude, NoiseGenerator generator) : amplitude_(amplitude), generator_(generator) {}
+    /// The generator is not owned and outlives the source.
+    NoiseSource(double amplitude, NoiseGenerator& generator)
+        : amplitude_(amplitude), generator_(&generator) {}
 
     /// Takes effect with the next computed sample.
     void SetAmplitude(double amplitude) { amplitude_ = amplitude; }
     double Amplitude() const { return amplitude_; }
 
     /// The generator, for code that takes many draws at once.
-    NoiseGenerator& Generator() { return generator_; }
+    NoiseGenerator& Generator() { return *generator_; }
 
     /// The cached sample when it is valid and `recompute` is false, else a new one.
     double Evaluate(bool recompute) override {
         if (IsValid() && !recompute) return Output();
-        return Store(NoiseSample<double>(generator_.Draw(), amplitude_));
+        return Store(NoiseSample<double>(generator_->Draw(), amplitude_));
     }
 
   private:
     double amplitude_;
-    NoiseGenerator generator_;
+    NoiseGenerator* generator_;
 };
 
 }  // namespace larynth

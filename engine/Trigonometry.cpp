@@ -94,9 +94,15 @@ QuadrantAngle ReduceHuge(double x) {
             negative ? 0U - quadrant : quadrant};
 }
 
+double SineOfHuge(double x, std::uint64_t quadrants) {
+    const auto [r, correction, quadrant] = ReduceHuge(x);
+    return SineOf({r, correction, quadrant + quadrants});
+}
+
 /// The quotient of sine and cosine, both in two parts.
 double Tangent(double x) {
-    const auto [r, correction, quadrant] = Reduce(x);
+    const auto [r, correction, quadrant] =
+        std::fabs(x) <= kSineReductionLimit ? ReduceToQuadrant(x) : ReduceHuge(x);
     const Pair sine = Sum(r, -SineDeficit(r, correction));
     const auto [z, rest] = Product(r, r);
     const double one = 1.0 - 0.5 * z;

@@ -1,19 +1,25 @@
 // SPDX-License-Identifier: MIT
-#include <atomic>
 #include <sys/single_threaded.h>
 
 #include <larynth/ModuleRuntime.h>
 
 #include "engine/NoiseGenerator.h"
 
+namespace larynth {
 namespace {
-// The one word of the process: a copy in each module would split the sequence.
-alignas(std::atomic_ref<std::uint32_t>::required_alignment) constinit std::uint32_t state =
-    larynth::kInitialNoiseState;
+
+NoiseLease& LeaseOfThread() noexcept {
+    [[gnu::tls_model("initial-exec")]] static constinit thread_local NoiseLease lease;
+    return lease;
+}
+
+// The one of the process: a copy in each module would split the sequence. Threads that are made without the C
+// library are not seen by its byte.
+constinit NoiseGenerator generator(__libc_single_threaded, LeaseOfThread);
+
 }  // namespace
+}  // namespace larynth
 
-void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed) { larynth::NoiseGenerator(state).Seed(nSeed); }
+void LARYNTH_CALL LarynthSeedNoise(unsigned nSeed) { larynth::generator.Seed(nSeed); }
 
-std::uint32_t* LARYNTH_CALL LarynthNoiseState() { return &state; }
-
-const char* LARYNTH_CALL LarynthSingleThreaded() { return &__libc_single_threaded; }
+larynth::NoiseGenerator* LARYNTH_CALL LarynthNoise() { return &larynth::generator; }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <larynth/Classes.h>
+#include <larynth/ModuleRuntime.h>
 
 #include "com/FlushDenormals.h"
 #include "com/OwnObject.h"

@@ -39,6 +39,8 @@ class PacketRenderer {
     void RenderInto(ITTSSoundData& block, const OwnElements& own, std::span<std::int16_t> staging);
     /// In stretches when every component is this module's own, else one by one through the interfaces.
     void RenderSamples(const OwnElements& own, std::span<std::int16_t> samples);
+    /// Apart from what ends the lease of draws, which would cost the loop its registers.
+    [[gnu::noinline]] void RenderOneByOne(std::span<std::int16_t> samples);
     void RenderInStretches(const Network::Elements& own, std::span<std::int16_t> samples) noexcept;
 
     Network network_;

@@ -35,8 +35,9 @@ TEST(Kernels, EverySetOfTheProcessorIsThere) {
 TEST(Kernels, NoiseIsTheGeneratorsSequenceInTurns) {
     for (const Kernels* const kernels : AvailableKernels()) {
         for (std::size_t count = 1; count <= 21; ++count) {
-            std::uint32_t word = 4711;
-            NoiseSource first(3.0, NoiseGenerator(word)), second(0.25, NoiseGenerator(word));
+            NoiseGenerator generator;
+            generator.Seed(4711);
+            NoiseSource first(3.0, generator), second(0.25, generator);
             std::vector<double> a(count + kRoom), b(count + kRoom), c(count + kRoom);
             kernels->noise(4711, {3.0, 0.25, 0.7, a.data(), b.data(), c.data()}, count);
             for (std::size_t i = 0; i < count; ++i) {

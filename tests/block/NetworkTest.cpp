@@ -105,10 +105,10 @@ class Comparison {
         single_.SetParams(packet);
         blocks_.SetParams(packet);
         const FlushDenormals flush;
-        const std::uint32_t state = *LarynthNoiseState();
+        const std::uint32_t state = LarynthNoise()->State();
         std::vector<double> expected(count), sums(count + kRoom);
         for (double& sum : expected) sum = single_.NextSample();
-        const std::uint32_t stateBehind = *LarynthNoiseState();
+        const std::uint32_t stateBehind = LarynthNoise()->State();
 
         LarynthSeedNoise(state);
         const auto own = blocks_.OwnElements();
@@ -119,7 +119,7 @@ class Comparison {
             network_.Render(*own, std::span(sums).subspan(done, length));
             done += length;
         }
-        ASSERT_EQ(*LarynthNoiseState(), stateBehind);
+        ASSERT_EQ(LarynthNoise()->State(), stateBehind);
         for (std::size_t i = 0; i < count; ++i) {
             ASSERT_TRUE(SameBits(sums[i], expected[i]))
                 << "sample " << i << " of " << count << ": " << sums[i] << " for " << expected[i] << " at F0 "

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -12,12 +14,24 @@
 namespace larynth {
 namespace {
 
+NoiseLease& LeaseOfThread() noexcept {
+    static constinit thread_local NoiseLease lease;
+    return lease;
+}
+
+constexpr char kAlone = 1, kNotAlone = 0;
+
+std::vector<int> Draws(NoiseGenerator& generator, std::size_t count) {
+    std::vector<int> values;
+    for (std::size_t i = 0; i < count; ++i) values.push_back(generator.Draw());
+    return values;
+}
+
 TEST(NoiseGenerator, GivesTheSequenceOfItsSeed) {
-    std::uint32_t word = kInitialNoiseState;
-    NoiseGenerator generator(word);
-    for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(generator.Draw(), expected);
+    NoiseGenerator generator;
+    EXPECT_EQ(Draws(generator, 5), (std::vector{41, 18467, 6334, 26500, 19169}));
     generator.Seed(12345);
-    for (const int expected : {7584, 19164, 25795}) EXPECT_EQ(generator.Draw(), expected);
+    EXPECT_EQ(Draws(generator, 3), (std::vector{7584, 19164, 25795}));
 }
 
 TEST(NoiseGenerator, JumpEqualsThatManyDraws) {
@@ -29,27 +43,80 @@ TEST(NoiseGenerator, JumpEqualsThatManyDraws) {
     }
 }
 
-TEST(NoiseGenerator, AClaimTakesItsDrawsFromEveryViewOfTheWord) {
-    std::uint32_t word = kInitialNoiseState;
-    NoiseGenerator one(word);
-    NoiseGenerator other(word);
-    EXPECT_EQ(one.Draw(), 41);
-    EXPECT_EQ(other.Claim(2), 2745024U);
-    EXPECT_EQ(one.Draw(), 26500);
+/// One thread gets the sequence whatever is leased, claimed and given back in between.
+TEST(NoiseGenerator, OneThreadDrawsInOrderWithAndWithoutALease) {
+    for (const char* const alone : {&kAlone, &kNotAlone}) {
+        NoiseGenerator generator(*alone, LeaseOfThread), plain;
+        for (int frame = 0; frame < 40; ++frame) {
+            std::optional<LeasedDraws> outer, inner;
+            if (frame % 3 != 0) outer.emplace(generator);
+            EXPECT_EQ(Draws(generator, 7), Draws(plain, 7));
+            if (frame % 5 == 1) inner.emplace(generator);
+            EXPECT_EQ(Draws(generator, 61), Draws(plain, 61));
+            EXPECT_EQ(generator.Claim(3), plain.Claim(3)) << "a block in the midst of a frame";
+            inner.reset();
+            EXPECT_EQ(Draws(generator, 130), Draws(plain, 130));
+            outer.reset();
+            ASSERT_EQ(generator.State(), plain.State()) << "the rest is given back";
+        }
+    }
 }
 
+TEST(NoiseGenerator, WhatCannotBeGivenBackIsDrawnLater) {
+    NoiseGenerator generator(kNotAlone, LeaseOfThread), plain;
+    const std::vector<int> sequence = Draws(plain, NoiseLease::kDraws + 2);
+    {
+        const LeasedDraws leased(generator);
+        Draws(generator, NoiseLease::kDraws - 1);
+        std::thread([&] { EXPECT_EQ(generator.Draw(), sequence[NoiseLease::kDraws]); }).join();
+    }
+    const LeasedDraws leased(generator);
+    EXPECT_EQ(generator.Draw(), sequence[NoiseLease::kDraws - 1]);
+    EXPECT_EQ(generator.Draw(), sequence[NoiseLease::kDraws + 1]);
+}
+
+/// A state tells a draw: the states of 2^32 draws are distinct.
 TEST(NoiseGenerator, ThreadsShareTheSequenceWithoutLossOrRepetition) {
-    std::uint32_t word = kInitialNoiseState;
-    std::atomic<int> sum = 0;
+    NoiseGenerator generator(kNotAlone, LeaseOfThread);
+    std::vector<std::uint32_t> taken[4];
+    std::atomic<std::uint32_t> left = 0;
     std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&word, &sum] {
-            for (int k = 0; k < 2000; ++k) sum += NoiseGenerator(word).Draw();
+    for (unsigned k = 0; k < 4; ++k) {
+        threads.emplace_back([&, k] {
+            for (unsigned frame = 0; frame < 200; ++frame) {
+                std::optional<LeasedDraws> leased;
+                if (k != 0) leased.emplace(generator);
+                for (unsigned i = 0; i < 1 + frame * (k + 5) % 150; ++i) {
+                    if (k != 0) generator.Draw();
+                    taken[k].push_back(k != 0 ? static_cast<std::uint32_t>(LeaseOfThread().word)
+                                              : NextNoiseState(generator.Claim(1)));
+                }
+            }
+            left += LeaseOfThread().left;
         });
     }
     for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(word, 3989201473U);
-    EXPECT_EQ(sum, 132347344);
+    std::vector<std::uint32_t> all;
+    for (const auto& states : taken) all.insert(all.end(), states.begin(), states.end());
+    std::ranges::sort(all);
+    EXPECT_EQ(std::ranges::adjacent_find(all), all.end()) << "given twice";
+    EXPECT_EQ(JumpNoiseState(kInitialNoiseState, all.size() + left), generator.State()) << "lost";
+}
+
+TEST(NoiseGenerator, ASeedTakesEffectForTheNextDrawOfEveryThread) {
+    for (const char* const alone : {&kAlone, &kNotAlone}) {
+        NoiseGenerator generator(*alone, LeaseOfThread);
+        const LeasedDraws leased(generator);
+        Draws(generator, 10);
+        if (*alone != 0) {
+            generator.Seed(12345);
+        } else {
+            std::thread([&] { generator.Seed(12345); }).join();
+        }
+        EXPECT_EQ(Draws(generator, 3), (std::vector{7584, 19164, 25795}));
+        generator.Seed(1);
+        EXPECT_EQ(Draws(generator, 2), (std::vector{41, 18467})) << "amid a frame, by the thread itself";
+    }
 }
 
 TEST(NoiseSource, SampleIsUniformOverTheScaledRange) {
@@ -59,14 +126,14 @@ TEST(NoiseSource, SampleIsUniformOverTheScaledRange) {
 }
 
 TEST(NoiseSource, OnlyAComputedSampleCostsADraw) {
-    std::uint32_t word = kInitialNoiseState;
-    NoiseSource source(2.0, NoiseGenerator(word));
+    NoiseGenerator generator;
+    NoiseSource source(2.0, generator);
     EXPECT_EQ(source.Evaluate(false), -1.7277163200622578);
     source.SetAmplitude(0.0);
     EXPECT_EQ(source.Evaluate(false), -1.7277163200622578);
-    EXPECT_EQ(word, 2745024U);
+    EXPECT_EQ(generator.State(), 2745024U);
     EXPECT_EQ(source.Evaluate(true), 0.0);
-    EXPECT_EQ(word, 3357800067U);
+    EXPECT_EQ(generator.State(), 3357800067U);
 }
 
 }  // namespace

@@ -1,40 +1,34 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <thread>
-#include <vector>
 
 #include <larynth/ModuleRuntime.h>
 
 #include "engine/NoiseGenerator.h"
 
-TEST(NoiseState, SeedingOneGivesTheFirstDraws) {
+namespace larynth {
+namespace {
+
+TEST(Noise, SeedingOneGivesTheFirstDrawsOfTheOneGenerator) {
     LarynthSeedNoise(1);
-    larynth::NoiseGenerator noise(*LarynthNoiseState());
-    for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(noise.Draw(), expected);
+    for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(LarynthNoise()->Draw(), expected);
 }
 
-TEST(NoiseState, IsKnownToBeSharedByThreadsAsSoonAsThereAreTwo) {
-    char inThread = 1;
-    std::thread([&] { inThread = *LarynthSingleThreaded(); }).join();
-    EXPECT_EQ(inThread, 0);
-}
-
-TEST(NoiseState, DrawsOfSeveralThreadsAreNeitherLostNorDoubled) {
-    constexpr std::size_t kThreads = 4;
-    constexpr std::size_t kDraws = 5000;
+/// With a second thread the process is no longer known to have one, and leases begin to count.
+TEST(Noise, EachThreadHasALeaseOfItsOwnWhichASeedEnds) {
     LarynthSeedNoise(1);
-    std::vector<std::uint32_t> before(kThreads * kDraws);
-    std::vector<std::thread> threads;
-    for (std::size_t thread = 0; thread < kThreads; ++thread) {
-        threads.emplace_back([&before, thread] {
-            larynth::NoiseGenerator noise(*LarynthNoiseState());
-            for (std::size_t i = 0; i < kDraws; ++i) before[thread * kDraws + i] = noise.Claim(1);
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
-
-    std::ranges::sort(before);
-    EXPECT_EQ(std::ranges::adjacent_find(before), before.end());  // the states of 2^32 draws are distinct
-    EXPECT_EQ(*LarynthNoiseState(), 2544102817U);
+    int first = 0, beyond = 0, reseeded = 0;
+    std::thread([&] {
+        const LeasedDraws leased(*LarynthNoise());
+        first = LarynthNoise()->Draw();
+        std::thread([&] { beyond = LarynthNoise()->Draw(); }).join();
+        LarynthSeedNoise(12345);
+        reseeded = LarynthNoise()->Draw();
+    }).join();
+    EXPECT_EQ(first, 41);
+    EXPECT_EQ(beyond, NoiseValue(JumpNoiseState(1, NoiseLease::kDraws + 1)));
+    EXPECT_EQ(reseeded, 7584);
 }
+
+}  // namespace
+}  // namespace larynth
