@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "synth/OutputStage.h"
 
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "engine/ShelfFilter.h"
@@ -10,26 +12,25 @@ namespace larynth {
 
 namespace {
 
-void Design(LFilter& filter, const ShelfSettings& settings, double fs, char kind) {
+static_assert(std::is_nothrow_move_assignable_v<LFilter>);
+
+LFilter Designed(const ShelfSettings& settings, double fs, char kind) {
     std::vector<double> feedback, feedForward;
     DesignShelfFilter(settings.G, settings.F, settings.P3, settings.P4, fs, feedback, feedForward, true,
                       kind);
+    LFilter filter(0, 0);
     filter.SetCoefficients(feedback, feedForward);
-    filter.Reset();
+    return filter;
 }
 
 }  // namespace
 
 void OutputStage::SetSampleFreq(double fs) {
-    if (fs == designFreq_) return;
-    designFreq_ = fs;
-    DesignFilters();
+    if (fs != designFreq_) Design(lowSettings_, highSettings_, fs);
 }
 
 void OutputStage::SetShelves(const ShelfSettings& low, const ShelfSettings& high) {
-    lowSettings_ = low;
-    highSettings_ = high;
-    DesignFilters();
+    Design(low, high, designFreq_);
 }
 
 void OutputStage::Process(std::span<const double> tractSums, std::int16_t* samples) noexcept {
@@ -42,12 +43,17 @@ void OutputStage::Process(std::span<const double> tractSums, std::int16_t* sampl
     }
 }
 
-void OutputStage::DesignFilters() {
-    if (designFreq_ == 0.0) return;
-    Design(lowFilter_, lowSettings_, designFreq_, 'l');
-    Design(highFilter_, highSettings_, designFreq_, 'h');
-    lowOn_ = lowSettings_.G > 1.0;
-    highOn_ = highSettings_.G > 1.0;
+void OutputStage::Design(const ShelfSettings& low, const ShelfSettings& high, double fs) {
+    if (fs != 0.0) {
+        LFilter lowFilter = Designed(low, fs, 'l');  // all that can fail, before anything changes
+        highFilter_ = Designed(high, fs, 'h');
+        lowFilter_ = std::move(lowFilter);
+        lowOn_ = low.G > 1.0;
+        highOn_ = high.G > 1.0;
+    }
+    lowSettings_ = low;
+    highSettings_ = high;
+    designFreq_ = fs;
 }
 
 }  // namespace larynth

@@ -21,9 +21,11 @@ struct ShelfSettings {
 class OutputStage {
   public:
     /// Designs the shelf filters anew when the sample frequency (Hz, above 0) is another one than before.
+    /// Changes nothing when memory runs out.
     void SetSampleFreq(double fs);
 
     /// Takes the filter settings of a voice; they are designed at once where the sample frequency is known.
+    /// Changes nothing when memory runs out.
     void SetShelves(const ShelfSettings& low, const ShelfSettings& high);
 
     /// One sample; advances the filters and the pre-emphasis.
@@ -39,8 +41,8 @@ class OutputStage {
     double preEmphasis = 0.0;  // a of y[n] − a·y[n−1]
 
   private:
-    /// Each design clears the filters' state.
-    void DesignFilters();
+    /// Takes these settings and, where the sample frequency fs (Hz) is not 0, new filters without state.
+    void Design(const ShelfSettings& low, const ShelfSettings& high, double fs);
 
     ShelfSettings lowSettings_, highSettings_;
     LFilter lowFilter_{0, 0}, highFilter_{0, 0};

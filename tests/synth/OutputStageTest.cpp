@@ -2,10 +2,12 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <new>
 #include <random>
 #include <vector>
 
 #include "synth/OutputStage.h"
+#include "tests/support/Allocations.h"
 
 namespace larynth {
 namespace {
@@ -140,6 +142,36 @@ TEST(OutputStage, ANewDesignClearsTheFilters) {
     same.Process(30000.0);
     same.SetSampleFreq(11025.0);
     EXPECT_NE(same.Process(0.0), 0) << "the same frequency keeps design and state";
+}
+
+TEST(OutputStage, ADesignThatRunsOutOfMemoryChangesNothing) {
+    for (const bool byFrequency : {true, false}) {
+        const auto designed = [](double gain, double fs) {
+            OutputStage stage;
+            stage.SetShelves(Shelf(gain, 300.0), Shelf(gain, 3000.0));
+            stage.SetSampleFreq(fs);
+            return stage;
+        };
+        const double gain = byFrequency ? 2.0 : 4.0, fs = byFrequency ? 22050.0 : 11025.0;
+        OutputStage stage = designed(2.0, 11025.0), kept = stage, after = designed(gain, fs);
+        const auto design = [&] {
+            if (byFrequency) return stage.SetSampleFreq(fs);
+            stage.SetShelves(Shelf(gain, 300.0), Shelf(gain, 3000.0));
+        };
+        int failures = 0;
+        for (bool failed = true; failed; failures += failed ? 1 : 0) {
+            const AllocationFailure noMemory(failures + 1);
+            try {
+                design();
+                failed = false;
+            } catch (const std::bad_alloc&) {
+                EXPECT_EQ(stage.LowShelf().G, 2.0);
+                EXPECT_EQ(stage.Process(1000.0), kept.Process(1000.0)) << "failure " << failures;
+            }
+        }
+        EXPECT_GT(failures, 4);
+        EXPECT_EQ(stage.Process(1000.0), after.Process(1000.0));
+    }
 }
 
 }  // namespace
