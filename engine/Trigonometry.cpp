@@ -53,7 +53,7 @@ Pair Product(double a, double b) {
 double Quotient(const Pair& a, const Pair& b) {
     const double q = a.high / b.high;
     const auto [high, low] = Product(q, b.high);
-    return q + (((a.high - high) - low) + (a.low - q * b.low)) / b.high;
+    return q - (((high - a.high) + low) - (a.low - q * b.low)) / b.high;
 }
 
 }  // namespace
