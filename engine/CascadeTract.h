@@ -17,8 +17,8 @@ class CascadeTract final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Cascade;
 
     void Take(const Frame& frame) {
-        SetSections<Resonator>(resonators_, frame.cascadePoles);
-        SetSections<AntiResonator>(antiResonators_, frame.cascadeZeros);
+        SetCoefficients<Resonator>(resonators_, frame.cascadePoles);
+        SetCoefficients<AntiResonator>(antiResonators_, frame.cascadeZeros);
     }
 
     double Process(double x) override;

@@ -45,7 +45,7 @@ struct Frame {
 
 /// Sets each section's coefficients from the place of the same number.
 template <class Section>
-void SetSections(std::span<Section> sections, std::span<const SectionCoefficients> coefficients) {
+void SetCoefficients(std::span<Section> sections, std::span<const SectionCoefficients> coefficients) {
     const std::size_t count = std::min(sections.size(), coefficients.size());
     for (std::size_t i = 0; i < count; ++i) {
         const auto [A, B, C] = coefficients[i];

@@ -18,7 +18,7 @@ class ParallelTractCore final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Parallel;
 
     void Take(const Frame& frame) {
-        SetSections<Resonator>(resonators_, frame.parallelPoles);
+        SetCoefficients<Resonator>(resonators_, frame.parallelPoles);
         bypass_.SetGain(frame.AB);
     }
 
