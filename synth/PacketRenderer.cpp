@@ -10,6 +10,7 @@
 #include "com/FlushDenormals.h"
 #include "com/OwnObject.h"
 #include "engine/Exception.h"
+#include "engine/NoiseGenerator.h"
 #include "packet/LarynthParams.h"
 #include "synth/CurrentVoice.h"
 #include "synth/OutputStage.h"
@@ -90,12 +91,17 @@ void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own,
 }
 
 void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_t> samples) {
-    const FlushDenormals whileRendering;
+    const FlushDenormals flush;
     if (own) {
         RenderInStretches(*own, samples);
     } else {
-        for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());
+        const LeasedDraws leased(*LarynthNoise());
+        RenderOneByOne(samples);
     }
+}
+
+void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {
+    for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());
 }
 
 void PacketRenderer::RenderInStretches(const Network::Elements& own,
