@@ -91,7 +91,7 @@ void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own,
 }
 
 void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_t> samples) {
-    const FlushDenormals flush;
+    const FlushDenormals whileRendering;
     if (own) {
         RenderInStretches(*own, samples);
     } else {

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "engine/Exception.h"
+#include "engine/Flutter.h"
+#include "engine/VoicingSourceCore.h"
+#include "engine/WaveTablePlayer.h"
+#include "tests/engine/Samples.h"
+
+namespace larynth {
+namespace {
+
+Samples Take(Component& source, std::size_t count) {
+    return Feed([&](double) { return source.Evaluate(true); }, Samples(count));
+}
+
+struct Voice {
+    double F0 = 100.0, AV = 1.0, OQ = 0.5, DI = 0.0;
+};
+
+/// With this sample time phases are sums without rounding.
+VoicingSourceCore Source(const Voice& voice, double T = 1.0 / 1024.0) {
+    VoicingSourceCore source;
+    source.SetSampleTime(T);
+    source.SetParams(voice.F0, voice.AV, voice.OQ, 0.0, 0.0, voice.DI);
+    return source;
+}
+
+TEST(VoicingSourceCore, ClosureAndPeriodEndBelongToTheirPhases) {
+    // T divides the open phase of 1/256 s and the period of 1/128 s evenly; the peak is −AV·K·Tp.
+    for (const double DI : {0.0, -0.5}) {
+        VoicingSourceCore source = Source({.F0 = 128.0, .DI = DI}, 1.0 / 2048.0);
+        const Samples samples = Take(source, 18);
+        EXPECT_NEAR(samples[7], -5.134898976610932, 1e-12);
+        EXPECT_EQ(Samples(samples.begin() + 8, samples.begin() + 17), Samples(9));
+        EXPECT_EQ(samples[17], samples[0]);
+    }
+    for (const Voice& voice :
+         {Voice{.F0 = 0.0, .DI = 0.5}, {.F0 = kNan}, {.AV = 0.0, .DI = 0.5}, {.OQ = 0.0}}) {
+        VoicingSourceCore source = Source(voice);
+        EXPECT_EQ(Take(source, 12), Samples(12)) << voice.F0 << ' ' << voice.AV << ' ' << voice.OQ;
+    }
+}
+
+TEST(VoicingSourceCore, AChangeKeepsThePhaseWhichAlsoRunsWhereTheCachedSampleIsReturned) {
+    VoicingSourceCore source = Source({});
+    const double first = source.Evaluate(false);
+    EXPECT_EQ(source.Evaluate(false), first);
+    EXPECT_NEAR(source.Evaluate(true), 0.8244036511168435, 1e-13);
+    Take(source, 4);
+    source.SetPeriodFromF0(200.0);
+    EXPECT_EQ(source.F0(), 100.0);
+    EXPECT_EQ(source.Evaluate(true), 0.0) << "past the end of a shorter period";
+    EXPECT_GT(source.Evaluate(true), 0.0);
+    source.SetPeriodFromF0(0.0);
+    EXPECT_EQ(Take(source, 3), Samples(3));
+}
+
+TEST(Flutter, MovesTheFrequency) {
+    Flutter flutter;
+    EXPECT_EQ(flutter.Step(100.0, 0.3, 0.0), 100.0);
+    ExpectNear(Feed([&](double F0) { return flutter.Step(F0, 0.3, 900.0); }, {100.0, 100.0, 100.0}),
+               {113.11462453215862, 122.17287159063359, 124.83578012135843}, 1e-12);
+}
+
+TEST(Flutter, ManyStepsAtOnceReachTheTimesOfSingleSteps) {
+    constexpr double kUnit = 0x1p-39 * 1e5;  // steps FLT·10⁻⁵ of a last place of times from 2^13 on
+    for (const double start : {0.0, 0.2, 1.0 - 1e-4, 8191.999, 8192.0, 16383.9999}) {
+        for (const double FLT : {0.0, -9.0, 9.07, 800.0, 1e12, 0.5 * kUnit, 1.5 * kUnit, 2.5 * kUnit,
+                                 0.4 * kUnit, 2.6 * kUnit, 3.0 * kUnit}) {
+            Flutter single, together;
+            single.Step(100.0, 0.1, start * 1e5);
+            together = single;
+            for (const std::size_t count : {0U, 1U, 2U, 110U, 250U}) {
+                Samples times(count);
+                together.Advance(FLT, times);
+                const auto step = [&](double) { return single.Step(100.0, 0.1, FLT), single.Time(); };
+                ASSERT_EQ(times, Feed(step, Samples(count))) << start << " and steps of " << FLT;
+                ASSERT_EQ(together.Time(), single.Time());
+            }
+        }
+    }
+}
+
+WaveTablePlayer PlayerOf(const Samples& wave, double fs, double OQ, double F0) {
+    WaveTablePlayer player;
+    player.SetSampleFreq(fs);
+    player.SetF0(F0);
+    player.SetAmplitude(1.0);
+    player.Rebuild(wave, OQ);
+    return player;
+}
+
+const Samples kWave = {3.0, -1.0, 2.0};
+
+TEST(WaveTablePlayer, LaysTheWaveformOutByInterpolationWithUnitPower) {
+    const WaveTablePlayer part = PlayerOf(kWave, 490.0, 0.3, 0.0);
+    EXPECT_EQ(part.Table(),
+              (Samples{2.53546276418555, -0.8451542547285166, 1.6903085094570331, 0, 0, 0, 0, 0, 0, 0}));
+    // The virtual period ends with the last sample: nothing to interpolate to.
+    EXPECT_EQ(PlayerOf(kWave, 490.0, 0.95, 0.0).Table(),
+              (Samples{1.3887301496588271, 0.8332380897952963, 0.27774602993176545, -0.2777460299317653,
+                       -0.18516401995451034, 0.23145502494313785, 0.6480740698407862, 0.9258200997725514,
+                       0.9258200997725514, 0.9258200997725514}));
+    Samples wave;
+    for (int k = 0; k < 100; ++k) wave.push_back(7 * k % 11 - 4);
+    const WaveTablePlayer player = PlayerOf(wave, 11025.0, 0.5, 0.0);
+    ASSERT_EQ(player.Table().size(), 224U);
+    EXPECT_EQ(player.Table()[112], -1.2091607851843862e-13) << "exactly 0 if the position were a product";
+}
+
+TEST(WaveTablePlayer, WhatIsNextToSilentIsNotRaised) {
+    // The power of a pulse of one sample in a period of four is a quarter of its square.
+    const std::pair<Samples, double> rows[] = {
+        {{0.0632, 0.0}, 1.0}, {{0.0633, 0.0}, 31.595576619273306}, {{kNan, 0.0}, 1.0}, {{}, 1.0}};
+    for (const auto& [wave, normalisation] : rows) {
+        EXPECT_EQ(PlayerOf(wave, 490.0, 0.5, 0.0).Normalisation(), normalisation);
+    }
+    WaveTablePlayer player = PlayerOf({0.0633, 0.0}, 490.0, 0.5, 70.0);
+    player.Rebuild(Samples{1.0, 1.0}, 0.09);
+    EXPECT_EQ(player.Normalisation(), 31.595576619273306) << "a silent table is not measured";
+    EXPECT_EQ(player.Table(), Samples(10));
+}
+
+TEST(WaveTablePlayer, APeriodEndsWhereTheTableEndsAndWithoutATableTimeStandsStill) {
+    WaveTablePlayer player;
+    player.SetSampleFreq(512.0);
+    player.SetF0(245.0);  // five entries a sample, without rounding: the third stands behind the last entry
+    player.SetAmplitude(-1.0);
+    EXPECT_EQ(Take(player, 5), Samples(5));
+    player.Rebuild(Samples{1.0, 0.0}, 0.5);
+    EXPECT_EQ(Take(player, 5), (Samples{-2.0, 0.0, -2.0, 0.0, -2.0}));
+    player.SetAmplitude(1.0);
+    EXPECT_EQ(player.Evaluate(false), -2.0) << "the cached sample";
+}
+
+TEST(WaveTablePlayer, OutsideTheTableIsSilence) {
+    for (const double fs : {0.0, kNan, kInf, -kInf, 1e300, -1e300, 5e-324}) {
+        for (const double F0 : {100.0, -100.0, kInf, -kInf, 1e300, 5e-324}) {
+            WaveTablePlayer extreme = PlayerOf({1.0}, 490.0, 0.5, F0);
+            extreme.SetSampleFreq(fs);
+            for (const double y : Take(extreme, 4)) EXPECT_TRUE(y >= 0.0 && y <= 1.5) << fs << ' ' << F0;
+        }
+    }
+}
+
+TEST(WaveTablePlayer, ATableThatCannotBeBuiltChangesNothing) {
+    const std::pair<double, double> rows[] = {{-11025.0, 0.5}, {-11025.0, 0.05}, {1e18, 0.5},  {kInf, 0.05},
+                                              {-kInf, 0.5},    {kNan, 0.5},      {490.0, kNan}};
+    for (const auto& [fs, OQ] : rows) {
+        WaveTablePlayer player = PlayerOf(kWave, 490.0, 0.3, 70.0);
+        const Samples table = player.Table();
+        player.SetSampleFreq(fs);
+        EXPECT_THROW(player.Rebuild(Samples{1.0}, OQ), Zelvani::Exception) << fs << ' ' << OQ;
+        EXPECT_EQ(player.Table(), table);
+        EXPECT_EQ(player.OQ(), 0.3);
+        EXPECT_EQ(player.Normalisation(), 0.8451542547285166);
+    }
+}
+
+}  // namespace
+}  // namespace larynth
