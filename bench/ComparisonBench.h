@@ -17,10 +17,10 @@ struct RatioName {
 
 /// Beside these a comparison reports each path's nanoseconds a unit, under the path's name.
 inline constexpr std::array<RatioName, 4> kRatios{{
-    {"interfaces/blocks", "interfaces", "blocks"},
-    {"straight/blocks", "straight", "blocks"},
+    {"interfaces/vectors", "interfaces", "vectors"},
+    {"straight/vectors", "straight", "vectors"},
     {"interfaces/straight", "interfaces", "straight"},
-    {"straight_flushing/blocks", "straight_flushing", "blocks"},
+    {"straight_flushing/vectors", "straight_flushing", "vectors"},
 }};
 
 /// Registers a benchmark for every case, named after it: all paths in turns, so that whatever else the

@@ -13,7 +13,7 @@ bool Applies(Path path, const Case& one) {
         case Path::StraightFlushing:
             return one.name == "silence";  // where denormal numbers turn up
         case Path::Interfaces:
-        case Path::Blocks:
+        case Path::Vectors:
             return true;
     }
     return false;

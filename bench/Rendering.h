@@ -12,7 +12,7 @@
 namespace larynth::bench {
 
 /// The ways from frames to samples.
-enum class Path { Straight, StraightFlushing, Interfaces, Blocks };
+enum class Path { Straight, StraightFlushing, Interfaces, Vectors };
 
 struct PathName {
     Path path;
@@ -23,7 +23,7 @@ struct PathName {
 inline constexpr std::array<PathName, 4> kPathNames{{{Path::Straight, "straight"},
                                                      {Path::StraightFlushing, "straight_flushing"},
                                                      {Path::Interfaces, "interfaces"},
-                                                     {Path::Blocks, "blocks"}}};
+                                                     {Path::Vectors, "vectors"}}};
 
 /// False where a path has nothing to tell about a case.
 bool Applies(Path path, const Case& one);

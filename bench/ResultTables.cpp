@@ -52,7 +52,7 @@ void ResultTables::ReportRuns(const std::vector<Run>& runs) {
 
 void ResultTables::Note(const Run& run) {
     const std::string& name = run.run_name.function_name;
-    const bool compares = run.counters.contains("blocks");
+    const bool compares = run.counters.contains("vectors");
     if (IsVariation(run) && compares) variations_[name] = run.counters;
     if (!IsResult(run)) return;
     if (compares) {
@@ -73,21 +73,21 @@ void ResultTables::Print() {
 
 void ResultTables::PrintComparisons() {
     std::ostream& out = GetOutputStream();
-    out << "\n| case | straight | interfaces | blocks | interfaces / blocks | straight / blocks | "
+    out << "\n| case | straight | interfaces | vectors | interfaces / vectors | straight / vectors | "
            "interfaces / straight | variation |\n| --- | --: | --: | --: | --: | --: | --: | --: |\n";
     for (const Case& one : cases_) {
         const auto found = medians_.find(one.name);
         if (found == medians_.end()) continue;
         const Counters& median = found->second;
         out << "| " << one.name << (one.CountsPackets() ? " (a packet) |" : " |");
-        for (const char* path : {"straight", "interfaces", "blocks"}) out << Field(Value(median, path));
-        for (const char* ratio : {"interfaces/blocks", "straight/blocks", "interfaces/straight"})
+        for (const char* path : {"straight", "interfaces", "vectors"}) out << Field(Value(median, path));
+        for (const char* ratio : {"interfaces/vectors", "straight/vectors", "interfaces/straight"})
             out << Field(Value(median, ratio));
         out << Field(100.0 * VariationOfRatios(variations_[one.name]), " %") << "\n";
         const double flushing = Value(median, "straight_flushing");
         if (flushing == 0.0) continue;
         out << "| " << one.name << ", denormals off |" << Field(flushing) << " - |"
-            << " - | - |" << Field(Value(median, "straight_flushing/blocks")) << " - | - |\n";
+            << " - | - |" << Field(Value(median, "straight_flushing/vectors")) << " - | - |\n";
     }
 }
 

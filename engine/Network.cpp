@@ -5,13 +5,13 @@
 
 namespace larynth {
 
-using block::Tracts;
-using block::TractSamples;
+using vector::Tracts;
+using vector::TractSamples;
 
 namespace {
 
 /// A value of each sample of a stretch, of the one behind it, and room. Not initialised.
-using Values = double[block::kStretch + 1 + block::kRoom];
+using Values = double[vector::kStretch + 1 + vector::kRoom];
 
 void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
     int place = 0;
@@ -34,7 +34,7 @@ void Network::Elements::Take(const Frame& frame) const {
 void Network::Render(const Elements& elements, std::span<double> sums) noexcept {
     elements_ = elements;
     while (!sums.empty()) {
-        const std::size_t length = std::min(sums.size(), block::kStretch);
+        const std::size_t length = std::min(sums.size(), vector::kStretch);
         RenderStretch(sums.first(length));
         sums = sums.subspan(length);
     }
@@ -121,7 +121,7 @@ void Network::FlutterF0(std::span<double> F0) noexcept {
     }
 }
 
-void Network::DrawNoise(const block::Noise& noise, std::size_t count) noexcept {
+void Network::DrawNoise(const vector::Noise& noise, std::size_t count) noexcept {
     const std::uint32_t state = elements_.aspiration->Generator().Claim(2 * count);
     kernels_.noise(state, noise, count);
     elements_.aspiration->Store(noise.aspiration[count - 1]);

@@ -11,8 +11,8 @@
 #include "engine/VoicingFilterCore.h"
 #include "engine/VoicingSourceCore.h"
 #include "engine/WaveTablePlayer.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/PhaseTable.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/PhaseTable.h"
 
 namespace larynth {
 
@@ -49,9 +49,10 @@ class Network {
         }
     };
 
-    explicit Network(const block::Kernels& kernels = block::FastestKernels()) : kernels_(kernels) {}
+    explicit Network(const vector::Kernels& kernels = vector::FastestKernels()) : kernels_(kernels) {}
 
-    /// The next sums of both tracts, with block::kRoom values of room behind them. The elements are complete.
+    /// The next sums of both tracts, with vector::kRoom values of room behind them. The elements are
+    /// complete.
     void Render(const Elements& elements, std::span<double> sums) noexcept;
 
   private:
@@ -61,12 +62,12 @@ class Network {
     void ExciteFluttering(std::span<double> voicing) noexcept;
     void ExciteFromWave(std::span<double> voicing, bool flutters) noexcept;
     void FlutterF0(std::span<double> F0) noexcept;
-    void DrawNoise(const block::Noise& noise, std::size_t count) noexcept;
-    void RunTracts(const block::TractSamples& samples, std::size_t count) noexcept;
-    void RunFilterTract(const block::TractSamples& samples, std::size_t count) noexcept;
+    void DrawNoise(const vector::Noise& noise, std::size_t count) noexcept;
+    void RunTracts(const vector::TractSamples& samples, std::size_t count) noexcept;
+    void RunFilterTract(const vector::TractSamples& samples, std::size_t count) noexcept;
 
-    const block::Kernels& kernels_;
-    block::PhaseTable phases_;
+    const vector::Kernels& kernels_;
+    vector::PhaseTable phases_;
     Elements elements_;
 };
 

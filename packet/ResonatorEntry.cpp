@@ -7,7 +7,7 @@
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
 #include "engine/Trigonometry.h"
-#include "engine/block/Kernels.h"
+#include "engine/vector/Kernels.h"
 #include "packet/KlattPacketData.h"
 
 namespace larynth {
@@ -76,7 +76,7 @@ double ResonatorEntry::Get(double SectionCoefficients::*value) noexcept {
 
 void ResonatorEntry::UpdateABC(std::span<ResonatorEntry> entries) noexcept {
     if (std::ranges::none_of(entries, &ResonatorEntry::NeedsABC)) return;
-    block::SectionDesign design;
+    vector::SectionDesign design;
     for (std::size_t lane = 0; lane < entries.size(); ++lane) {
         const ResonatorEntry& entry = entries[lane];
         design.F[lane] = entry.fb_.F;
@@ -84,7 +84,7 @@ void ResonatorEntry::UpdateABC(std::span<ResonatorEntry> entries) noexcept {
         design.G[lane] = entry.fb_.G;
         if (entry.IsAntiResonator()) design.antiResonators |= 1U << lane;
     }
-    block::FastestKernels().sections(design, entries.front().owner_->frame.sampleTime);
+    vector::FastestKernels().sections(design, entries.front().owner_->frame.sampleTime);
     for (std::size_t lane = 0; lane < entries.size(); ++lane) {
         ResonatorEntry& entry = entries[lane];
         if (!entry.NeedsABC()) continue;

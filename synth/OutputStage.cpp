@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "engine/ShelfFilter.h"
-#include "engine/block/Kernels.h"
+#include "engine/vector/Kernels.h"
 
 namespace larynth {
 
@@ -37,8 +37,8 @@ void OutputStage::Process(std::span<const double> tractSums, std::int16_t* sampl
     if (lowOn_ || highOn_) {
         for (const double sum : tractSums) *samples++ = Process(sum);
     } else if (!tractSums.empty()) {
-        block::FastestKernels().finish({outputGain, preEmphasis, volume}, previousInput_, tractSums.data(),
-                                       samples, tractSums.size());
+        vector::FastestKernels().finish({outputGain, preEmphasis, volume}, previousInput_, tractSums.data(),
+                                        samples, tractSums.size());
         previousInput_ = tractSums.back() * outputGain;
     }
 }

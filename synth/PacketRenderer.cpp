@@ -106,9 +106,9 @@ void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {
 
 void PacketRenderer::RenderInStretches(const Network::Elements& own,
                                        std::span<std::int16_t> samples) noexcept {
-    double sums[block::kStretch + block::kRoom];
+    double sums[vector::kStretch + vector::kRoom];
     while (!samples.empty()) {
-        const std::span stretch(sums, std::min(samples.size(), block::kStretch));
+        const std::span stretch(sums, std::min(samples.size(), vector::kStretch));
         network_.Render(own, stretch);
         output_.Process(stretch, samples.data());
         samples = samples.subspan(stretch.size());

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "engine/block/PhaseTable.h"
+#include "engine/vector/PhaseTable.h"
 
 #include <algorithm>
 
 #include "engine/VoicingSourceCore.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 namespace {
 
@@ -88,4 +88,4 @@ bool PhaseTable::Reaches(double T, double phase, std::size_t count) noexcept {
     return true;
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "engine/OutputSample.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/Lanes.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/Lanes.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// Cuts as ToSample does with values below 2^31; true for others. Below, the conversion to 32 bits, which
 /// vectors have, keeps the same low 16 bits as the one to 64 bits.
@@ -36,4 +36,4 @@ LARYNTH_KERNEL void FinishSamples(const Finish& finish, double previous, const d
     for (std::size_t i = 1; i < count; ++i) out[i] = ToSample(FinishedValue(f, sums[i], sums[i - 1]));
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -6,9 +6,9 @@
 #include <span>
 
 #include "engine/VoicingSourceCore.h"
-#include "engine/block/Tracts.h"
+#include "engine/vector/Tracts.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// The most samples of a stretch: what they need in between stays in the nearest cache.
 inline constexpr std::size_t kStretch = 256;
@@ -101,4 +101,4 @@ std::span<const Kernels* const> AvailableKernels() noexcept;
 
 inline const Kernels& FastestKernels() noexcept { return *AvailableKernels().back(); }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

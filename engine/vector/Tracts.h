@@ -3,7 +3,7 @@
 
 #include "engine/SectionValues.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// The sections of both tracts. Their states are left as the last sample leaves them.
 struct Tracts {
@@ -24,4 +24,4 @@ struct TractSamples {
     double* sum;               // out: parallel + cascade
 };
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

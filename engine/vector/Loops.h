@@ -7,10 +7,10 @@
 
 #include "engine/Flutter.h"
 #include "engine/VoicingSourceCore.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/Lanes.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/Lanes.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// The next multiple of four, up to which `values` are filled with the last one: a loop over that many has no
 /// rest that would be computed one by one.
@@ -125,4 +125,4 @@ LARYNTH_KERNEL void Periods(double OQ, double* F0, const GlottalPeriods& out, st
     }
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// Inlined wherever it is used, and so compiled with the instruction set of its caller.
 #define LARYNTH_KERNEL [[gnu::always_inline]] inline
@@ -98,4 +98,4 @@ LARYNTH_KERNEL DoublePairs FirstLanes(const DoublePairs& a, const DoublePairs& b
     return {__builtin_shufflevector(a.low, b.low, 0, 2), __builtin_shufflevector(c.low, d.low, 0, 2)};
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

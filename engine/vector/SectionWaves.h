@@ -11,10 +11,10 @@
 ///     place    7 5 3 1  (low)   6 4 2 0  (high)
 #pragma once
 
-#include "engine/block/Lanes.h"
-#include "engine/block/Tracts.h"
+#include "engine/vector/Lanes.h"
+#include "engine/vector/Tracts.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 constexpr int LaneOf(int place) { return 3 - place / 2; }
 constexpr bool IsHigh(int place) { return place % 2 == 0; }
@@ -130,4 +130,4 @@ struct AntiResonatorRow {
     }
 };
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -6,9 +6,9 @@
 #include "engine/Exponential.h"
 #include "engine/SectionValues.h"
 #include "engine/Trigonometry.h"
-#include "engine/block/Kernels.h"
+#include "engine/vector/Kernels.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
@@ -61,4 +61,4 @@ TEST(SectionDesign, EveryLaneIsDesignedAsASingleSectionIs) {
 }
 
 }  // namespace
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -9,8 +9,8 @@
 
 #include "com/Create.h"
 #include "com/FlushDenormals.h"
-#include "components/PropertyIndex.h"
 #include "components/NoiseSources.h"
+#include "components/PropertyIndex.h"
 #include "components/TTSParallelTract.h"
 #include "components/TTSVocalTractF.h"
 #include "components/TTSVocalTractR.h"
@@ -22,7 +22,7 @@
 #include "synth/Roles.h"
 #include "tests/support/FakeVoicingSource.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
@@ -283,4 +283,4 @@ TEST(Network, IsNoneWithAComponentThatCouldBehaveOtherwise) {
 }
 
 }  // namespace
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -7,10 +7,10 @@
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
 #include "engine/Trigonometry.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/Lanes.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/Lanes.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// Turns the resonator of a lane into the antiresonator that undoes it.
 inline void Invert(SectionDesign& design, int lane, double B, double C) {
@@ -49,4 +49,4 @@ LARYNTH_KERNEL void DesignSections(SectionDesign& design, double T) {
     }
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

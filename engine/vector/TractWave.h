@@ -12,10 +12,10 @@
 #include <cstdint>
 #include <utility>
 
-#include "engine/block/Kernels.h"
-#include "engine/block/SectionWaves.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/SectionWaves.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 using Index = std::int64_t;
 
@@ -204,4 +204,4 @@ LARYNTH_KERNEL double AddParallel(const Tracts& tracts, const TractSamples& samp
     return last;
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "engine/NoiseSource.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/Lanes.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/Lanes.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// The generator's states behind each second draw of a stretch, as factor·s + offset of the state s before
 /// it: so none waits for another.
@@ -42,4 +42,4 @@ LARYNTH_KERNEL void DrawNoise(std::uint32_t state, const Noise& noise, std::size
     }
 }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

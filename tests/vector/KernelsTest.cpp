@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "engine/NoiseSource.h"
-#include "engine/block/Kernels.h"
-#include "engine/block/PhaseTable.h"
+#include "engine/vector/Kernels.h"
+#include "engine/vector/PhaseTable.h"
 #include "synth/OutputStage.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
@@ -106,4 +106,4 @@ TEST(PhaseTable, HoldsThePhasesOfSingleSteps) {
 }
 
 }  // namespace
-}  // namespace larynth::block
+}  // namespace larynth::vector

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-namespace larynth::block {
+namespace larynth::vector {
 
 /// The sums 0, T, T + T, … of a sample time T (s), each rounded as the running phase of a pitch period is. A
 /// period begins at exactly 0, so its phases are these very numbers: they can be read off instead of being
@@ -34,4 +34,4 @@ class PhaseTable {
     double sums_[kMostSums];
 };
 
-}  // namespace larynth::block
+}  // namespace larynth::vector

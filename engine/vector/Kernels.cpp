@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "engine/block/Kernels.h"
+#include "engine/vector/Kernels.h"
 
-#include "engine/block/FinishLoop.h"
-#include "engine/block/Loops.h"
-#include "engine/block/NoiseLoop.h"
-#include "engine/block/Sections.h"
-#include "engine/block/TractWave.h"
+#include "engine/vector/FinishLoop.h"
+#include "engine/vector/Loops.h"
+#include "engine/vector/NoiseLoop.h"
+#include "engine/vector/Sections.h"
+#include "engine/vector/TractWave.h"
 
-namespace larynth::block {
+namespace larynth::vector {
 
 namespace {
 
@@ -83,4 +83,4 @@ std::size_t RunnableCount() noexcept { return 1; }
 
 std::span<const Kernels* const> AvailableKernels() noexcept { return std::span(kAll).first(RunnableCount()); }
 
-}  // namespace larynth::block
+}  // namespace larynth::vector
