@@ -37,12 +37,13 @@ class ComPtr {
         if (T* old = std::exchange(held_, nullptr)) old->Release();
     }
 
-    /// Holds `source`'s interface T instead of what was held, or nothing when the query fails; the query's
-    /// result.
+    /// Holds `source`'s interface T instead of what was held, or nothing when the query fails, whatever it
+    /// wrote before it failed; the query's result.
     HRESULT QueryFrom(IUnknown* source) {
         Release();
-        const HRESULT hr = source->QueryInterface(Id(), PutVoid());
-        if (FAILED(hr)) held_ = nullptr;
+        void* answer = nullptr;
+        const HRESULT hr = source->QueryInterface(Id(), &answer);
+        if (SUCCEEDED(hr)) held_ = static_cast<T*>(answer);
         return hr;
     }
 

@@ -71,7 +71,7 @@ consteval GUID ParseGuid(const char (&text)[37]) {
 /// The base of every interface. An object is destroyed by the release of its last reference.
 struct LARYNTH_INTERFACE(IUnknown, "00000000-0000-0000-c000-000000000046") {
     /// Writes the object's `riid` interface with a reference for the caller; E_NOINTERFACE and null when the
-    /// object has none, E_POINTER for a null `ppv`.
+    /// object has none, E_POINTER for a `ppv` that cannot be written.
     virtual HRESULT LARYNTH_CALL QueryInterface(REFIID riid /*in*/, void** ppv /*out*/) = 0;
     virtual ULONG LARYNTH_CALL AddRef() = 0;   ///< Returns the new count, for diagnosis only.
     virtual ULONG LARYNTH_CALL Release() = 0;  ///< Returns the new count, for diagnosis only.

@@ -135,7 +135,7 @@ struct LARYNTH_INTERFACE(ITTSTruKlattParams, "2330fcf1-562a-44b8-8866-8d77e82706
     virtual HRESULT LARYNTH_CALL ConvertToTru() = 0;  ///< Does nothing: words are never built from values.
 };
 
-/// Marks a packet that could be given in decibels; has no methods.
+/// Marks this system's packet; has no methods.
 struct LARYNTH_INTERFACE(ITTSDecKlattParams, "c1acc990-6424-450a-a36b-f9b3ddcb369d") : IUnknown {};
 
 /// Copying of whole objects.

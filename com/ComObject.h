@@ -4,6 +4,7 @@
 #include <larynth/Interface.h>
 
 #include "com/ModuleLock.h"
+#include "com/OutPointer.h"
 
 namespace larynth {
 
@@ -57,7 +58,7 @@ class ComObject : public First, public Others... {
         explicit InnerUnknown(ComObject& object) noexcept : object_(object) {}
 
         HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept override {
-            if (ppv == nullptr) return E_POINTER;
+            if (!CanWrite(ppv)) return E_POINTER;
             IUnknown* answer = object_.Answer(riid);
             *ppv = answer;
             if (answer == nullptr) return E_NOINTERFACE;

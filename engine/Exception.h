@@ -3,7 +3,7 @@
 
 #include <exception>
 
-namespace larynth {
+namespace Zelvani {
 
 /// Thrown by value for a bad sample frequency. The text is constant and not owned.
 struct CKlattException {
@@ -11,10 +11,6 @@ struct CKlattException {
     int secondCode;
     const char* message;
 };
-
-}  // namespace larynth
-
-namespace Zelvani {
 
 /// A failed check inside the module. No exception leaves an interface method: it becomes a status code there.
 /// All texts are constant, not owned, and may be null.

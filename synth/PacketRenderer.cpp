@@ -45,7 +45,7 @@ Timing ReadTiming(ILarynthParams* packet) {
     Timing timing;
     CheckResult(packet->GetFrameLen(&timing.frameLength));
     CheckResult(packet->GetSampleFreq(&timing.sampleFreq));
-    if (!(timing.sampleFreq > 0.0)) throw CKlattException{2, 2, "Bad sample frequency"};
+    if (!(timing.sampleFreq > 0.0)) throw Zelvani::CKlattException{2, 2, "Bad sample frequency"};
     if (timing.frameLength < 0) CheckResult(E_FAIL);
     return timing;
 }

@@ -4,54 +4,35 @@
 #include <array>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include <larynth/TypeLibrary.h>
 
 /// A status code by its name, so that a failure line can be read; an unknown one in hexadecimal.
 inline std::string Code(HRESULT hr) {
-    switch (hr) {
-        case S_OK:
-            return "S_OK";
-        case S_FALSE:
-            return "S_FALSE";
-        case E_NOTIMPL:
-            return "E_NOTIMPL";
-        case E_NOINTERFACE:
-            return "E_NOINTERFACE";
-        case E_POINTER:
-            return "E_POINTER";
-        case E_FAIL:
-            return "E_FAIL";
-        case E_OUTOFMEMORY:
-            return "E_OUTOFMEMORY";
-        case E_INVALIDARG:
-            return "E_INVALIDARG";
-        case CLASS_E_NOAGGREGATION:
-            return "CLASS_E_NOAGGREGATION";
-        case CLASS_E_CLASSNOTAVAILABLE:
-            return "CLASS_E_CLASSNOTAVAILABLE";
-        case TYPE_E_CANTLOADLIBRARY:
-            return "TYPE_E_CANTLOADLIBRARY";
-        case TYPE_E_INVDATAREAD:
-            return "TYPE_E_INVDATAREAD";
-        case REGDB_E_READREGDB:
-            return "REGDB_E_READREGDB";
-        case REGDB_E_WRITEREGDB:
-            return "REGDB_E_WRITEREGDB";
-        case REGDB_E_KEYMISSING:
-            return "REGDB_E_KEYMISSING";
-        case REGDB_E_CLASSNOTREG:
-            return "REGDB_E_CLASSNOTREG";
-        case CO_E_DLLNOTFOUND:
-            return "CO_E_DLLNOTFOUND";
-        case CO_E_ERRORINDLL:
-            return "CO_E_ERRORINDLL";
-        case CO_E_OBJNOTREG:
-            return "CO_E_OBJNOTREG";
-        case DISP_E_EXCEPTION:
-            return "DISP_E_EXCEPTION";
-        default:
-            break;
+    constexpr std::pair<HRESULT, const char*> kNames[] = {
+        {S_OK, "S_OK"},
+        {S_FALSE, "S_FALSE"},
+        {E_NOTIMPL, "E_NOTIMPL"},
+        {E_NOINTERFACE, "E_NOINTERFACE"},
+        {E_POINTER, "E_POINTER"},
+        {E_FAIL, "E_FAIL"},
+        {E_OUTOFMEMORY, "E_OUTOFMEMORY"},
+        {E_INVALIDARG, "E_INVALIDARG"},
+        {CLASS_E_NOAGGREGATION, "CLASS_E_NOAGGREGATION"},
+        {CLASS_E_CLASSNOTAVAILABLE, "CLASS_E_CLASSNOTAVAILABLE"},
+        {TYPE_E_CANTLOADLIBRARY, "TYPE_E_CANTLOADLIBRARY"},
+        {TYPE_E_INVDATAREAD, "TYPE_E_INVDATAREAD"},
+        {REGDB_E_READREGDB, "REGDB_E_READREGDB"},
+        {REGDB_E_WRITEREGDB, "REGDB_E_WRITEREGDB"},
+        {REGDB_E_KEYMISSING, "REGDB_E_KEYMISSING"},
+        {REGDB_E_CLASSNOTREG, "REGDB_E_CLASSNOTREG"},
+        {CO_E_DLLNOTFOUND, "CO_E_DLLNOTFOUND"},
+        {CO_E_ERRORINDLL, "CO_E_ERRORINDLL"},
+        {CO_E_OBJNOTREG, "CO_E_OBJNOTREG"},
+        {DISP_E_EXCEPTION, "DISP_E_EXCEPTION"}};
+    for (const auto& [code, name] : kNames) {
+        if (code == hr) return name;
     }
     std::array<char, 11> text{};
     std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(hr));

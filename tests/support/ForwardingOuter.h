@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <larynth/ComPtr.h>
-
-#include "tests/support/StackObject.h"
+#include "tests/support/Fake.h"
 
 namespace larynth {
 
 /// An outer object that adds nothing: it passes every query but that for IUnknown on to its part. Code that
 /// treats this system's own objects specially must not do so with a part of it.
-class ForwardingOuter final : public StackObject<IUnknown> {
+class ForwardingOuter final : public test::Fake<IUnknown> {
   public:
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept override {
-        return riid == IID_IUnknown ? StackObject::QueryInterface(riid, ppv)
-                                    : part->QueryInterface(riid, ppv);
+    ForwardingOuter() : Fake(script_) {}
+
+    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) override {
+        return riid == IID_IUnknown ? Fake::QueryInterface(riid, ppv) : part->QueryInterface(riid, ppv);
     }
 
     ComPtr<IUnknown> part;
+
+  private:
+    test::Script script_;
 };
 
 }  // namespace larynth
