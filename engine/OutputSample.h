@@ -2,7 +2,6 @@
 /// The last two steps of the output: pre-emphasis and 16 bits.
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 
 namespace larynth {
@@ -16,9 +15,9 @@ template <class Number>
 
 /// The 16-bit sample of a value: truncated toward zero, of which the low 16 bits are kept. There is no
 /// saturation: 32768.0 becomes −32768. A value that is not finite, or of 2^63 or more, becomes 0.
-inline std::int16_t ToSample(double value) noexcept {
+constexpr std::int16_t ToSample(double value) noexcept {
     constexpr double kIntegerLimit = 9223372036854775808.0;  // 2^63
-    if (!(std::fabs(value) < kIntegerLimit)) return 0;
+    if (!(value < kIntegerLimit && value > -kIntegerLimit)) return 0;
     return static_cast<std::int16_t>(static_cast<std::int64_t>(value));
 }
 

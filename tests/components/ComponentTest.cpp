@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-/// What every component has in common, one row a class.
+/// What every component has in common: how it takes a packet and gives samples.
 #include <functional>
 #include <gtest/gtest.h>
+#include <limits>
 #include <memory>
-#include <vector>
 
 #include "com/Create.h"
 #include "components/NoiseSources.h"
@@ -12,102 +12,243 @@
 #include "components/TTSVocalTractR.h"
 #include "components/TTSVoicingSourceFilter.h"
 #include "components/TTSVoicingSourceStd.h"
+#include "components/TTSVoicingSourceWave.h"
+#include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
+#include "tests/support/Partners.h"
 
-namespace larynth {
+namespace larynth::test {
 namespace {
 
-struct Row {
-    const char* name;
-    std::vector<IID> needs;  // the packet's interfaces, each of which must be there
-    HRESULT withoutPacket, withoutValues;
-    std::function<HRESULT(double*)> next;  // for the input 1
+using Values = std::map<std::string, double>;
+using Samples = std::vector<double>;
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+struct Component {
+    std::function<HRESULT(double, double*)> next;
     std::function<HRESULT(double*)> last;
     std::function<HRESULT(IUnknown*)> setParams;
+
+    /// The response to 1, 0, 0, …
+    Samples Impulse(std::size_t count) const {
+        Samples samples(count, 7.0);
+        for (std::size_t i = 0; i < count; ++i) next(i == 0 ? 1.0 : 0.0, &samples[i]);
+        return samples;
+    }
 };
 
 template <class Class>
-Row RowOf(const char* name, std::vector<IID> needs, HRESULT withoutPacket = E_FAIL,
-          HRESULT withoutValues = E_FAIL) {
+Component Make() {
     const std::shared_ptr<Class> object = MakeObject<Class>();
-    const auto next = [object](double* pd) {
-        if constexpr (requires { object->CalculateNext(1.0, pd); })
-            return object->CalculateNext(1.0, pd);
-        else
+    const auto next = [object](double x, double* pd) {
+        if constexpr (requires { object->CalculateNext(x, pd); }) {
+            return object->CalculateNext(x, pd);
+        } else {
             return object->CalculateNext(pd);
+        }
     };
-    return {name,
-            std::move(needs),
-            withoutPacket,
-            withoutValues,
-            next,
-            [object](double* pd) { return object->GetOutputValue(pd); },
+    return {next, [object](double* pd) { return object->GetOutputValue(pd); },
             [object](IUnknown* packet) { return object->SetParams(packet, GUID_NULL); }};
 }
 
-std::vector<Row> AllComponents() {
-    return {
-        RowOf<TTSVoicingSourceStd>("TTSVoicingSourceStd", {IID_ILarynthVoiceParams, IID_ILarynthParams}),
-        RowOf<TTSVoicingSourceFilter>("TTSVoicingSourceFilter", {IID_ILarynthVoiceParams}, E_POINTER, S_OK),
-        RowOf<TTSVocalTractR>("TTSVocalTractR", {IID_ILarynthVocalTractParams}),
-        RowOf<TTSVocalTractF>("TTSVocalTractF", {IID_ILarynthVocalTractFilterParams}),
-        RowOf<TTSParallelTract>("TTSParallelTract", {IID_ILarynthParallelTractParams}),
-        RowOf<TTSAspirationSource>("TTSAspirationSource", {IID_ILarynthAspirationParams}),
-        RowOf<TTSFricationSource>("TTSFricationSource", {IID_ILarynthFricationParams})};
+std::string Sections(const char* views, char group) {
+    std::string calls;
+    for (const char* n = views; *n != '\0'; ++n) {
+        const std::string view{group, *n};
+        for (const char* part : {" ", ".A ", ".B ", ".C "}) calls += view + part;
+    }
+    return calls;
 }
 
-/// Values with which no component is silent.
-void Fill(FakePacket& packet) {
-    for (const char* item : {"AV", "OQ", "AH", "AF", "AB", "Beta0"}) packet.Set(item, 0.5);
-    packet.Set("F0", 100.0);
-    packet.Set("TL", 5.0);
-    packet.Set("BetaDegree", 3.0);
-}
+const IID kTiming = IID_ILarynthParams, kVoice = IID_ILarynthVoiceParams;
+
+const struct Kind {
+    const char* name;
+    Component (*make)();
+    std::vector<IID> needs;  // the packet's interfaces, each of which must be there
+    std::string reads;       // of a packet with kSounding, in order
+    HRESULT withoutPacket = E_FAIL, withoutValues = E_FAIL;
+} kKinds[] = {
+    {"voicing", Make<TTSVoicingSourceStd>, {kVoice, kTiming}, "SampleFreq AV F0 OQ FL FLT DI TL "},
+    {"wave", Make<TTSVoicingSourceWave>, {kVoice, kTiming}, "SampleFreq AV F0 "},
+    {"filter", Make<TTSVoicingSourceFilter>, {kVoice}, "F0 FL FLT SampleFreq TL ", E_POINTER, S_OK},
+    {"R", Make<TTSVocalTractR>, {IID_ILarynthVocalTractParams}, Sections("012345", 'R') + Sections("0", 'Z')},
+    {"F", Make<TTSVocalTractF>, {IID_ILarynthVocalTractFilterParams}, "AlphaDegree BetaDegree Beta0 "},
+    {"parallel", Make<TTSParallelTract>, {IID_ILarynthParallelTractParams}, Sections("0123456", 'P') + "AB "},
+    {"aspiration", Make<TTSAspirationSource>, {IID_ILarynthAspirationParams}, "AH "},
+    {"frication", Make<TTSFricationSource>, {IID_ILarynthFricationParams}, "AF "},
+};
+
+/// No component is silent with these.
+const Values kSounding = {{"AV", 0.5}, {"OQ", 0.5}, {"AH", 0.5},    {"AF", 0.5},      {"AB", 0.5},
+                          {"F0", 100}, {"TL", 5},   {"Beta0", 0.5}, {"BetaDegree", 1}};
 
 TEST(Component, RepeatsItsLastSampleOnceThereIsOne) {
-    static const double readOnly = 0.0;
-    for (const Row& row : AllComponents()) {
-        SCOPED_TRACE(row.name);
-        FakePacket packet;
-        Fill(packet);
-        double sample = 7.0;
-        EXPECT_EQ(Code(row.setParams(packet.Unknown())), Code(S_OK));
-        EXPECT_EQ(packet.References(), 0);
-        EXPECT_EQ(Code(row.last(&sample)), Code(E_FAIL));
-        EXPECT_EQ(Code(row.last(nullptr)), Code(E_FAIL));
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        Script script;
+        FakePacket packet(script, kSounding);
+        const Component component = kind.make();
+        double sample = 7.0, next = 0.0;
+        EXPECT_EQ(Code(component.setParams(packet.Unknown())), "S_OK");
+        std::string reads;
+        for (const std::string& call : script.calls) reads += call + " ";
+        EXPECT_EQ(reads, kind.reads);
+        EXPECT_EQ(Code(component.last(&sample)), "E_FAIL");
+        EXPECT_EQ(Code(component.last(nullptr)), "E_FAIL");
         EXPECT_EQ(sample, 7.0);
-
-        EXPECT_EQ(Code(row.next(nullptr)), Code(S_OK));
-        EXPECT_EQ(Code(row.last(&sample)), Code(S_OK));
+        EXPECT_EQ(Code(component.next(1.0, nullptr)), "S_OK");
+        EXPECT_EQ(Code(component.last(&sample)), "S_OK");
         EXPECT_NE(sample, 7.0);
-        EXPECT_NE(sample, 0.0);
-
-        double next = 0.0;
-        EXPECT_EQ(Code(row.next(&next)), Code(S_OK));
-        for (int i = 0; i < 2; ++i) {
-            sample = 7.0;
-            EXPECT_EQ(Code(row.last(&sample)), Code(S_OK));
-            EXPECT_EQ(sample, next);
-        }
-        EXPECT_EQ(Code(row.last(nullptr)), Code(E_POINTER));
-        EXPECT_EQ(Code(row.last(const_cast<double*>(&readOnly))), Code(E_POINTER));
+        EXPECT_EQ(Code(component.next(1.0, &next)), "S_OK");
+        EXPECT_EQ(Code(component.last(&sample)), "S_OK");
+        EXPECT_EQ(sample, next);
+        EXPECT_EQ(Code(component.last(nullptr)), "E_POINTER");
+        EXPECT_EQ(Code(component.last(ReadOnly<double>())), "E_POINTER");
     }
 }
 
 TEST(Component, RefusesWhatIsNoPacketForIt) {
-    for (const Row& row : AllComponents()) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Code(row.setParams(nullptr)), Code(row.withoutPacket));
-        for (const IID& missing : row.needs) {
-            FakePacket packet;
-            packet.ScriptQuery(missing, E_NOINTERFACE);
-            EXPECT_EQ(Code(row.setParams(packet.Unknown())), Code(row.withoutValues));
-            EXPECT_EQ(packet.References(), 0);
-            EXPECT_TRUE(packet.Calls().empty());
+    for (const Kind& kind : kKinds) {
+        const Component component = kind.make();
+        EXPECT_EQ(Code(component.setParams(nullptr)), Code(kind.withoutPacket)) << kind.name;
+        for (const IID& missing : kind.needs) {
+            Script script;
+            FakePacket packet(script);
+            script.ReturnFromQuery(missing, E_NOINTERFACE);
+            EXPECT_EQ(Code(component.setParams(packet.Unknown())), Code(kind.withoutValues)) << kind.name;
+            EXPECT_TRUE(script.calls.empty()) << kind.name;
+        }
+    }
+    auto* const unmapped = reinterpret_cast<IUnknown*>(std::uintptr_t{8});
+    EXPECT_EQ(Code(Make<TTSVoicingSourceFilter>().setParams(unmapped)), "E_POINTER");
+}
+
+TEST(Component, AnswersAPacketThatRaisesWithAFailure) {
+    for (const Kind& kind : kKinds) {
+        for (const std::string& call :
+             {std::string("QueryInterface"), kind.reads.substr(0, kind.reads.find(' '))}) {
+            Script script;
+            FakePacket packet(script, kSounding);
+            script.Throw(call);
+            EXPECT_EQ(Code(kind.make().setParams(packet.Unknown())), "E_FAIL") << kind.name << ": " << call;
         }
     }
 }
 
+/// What a packet's call returns, what SetParams returns then, and the response to 1, 0, 0, … behind it.
+struct Row {
+    const char* call;
+    HRESULT code, result;
+    Samples impulse;
+};
+
+constexpr HRESULT kOdd = Script::kFailure;
+
+/// A component gets the values of one packet and then, with a call that answers as the row says, another's.
+template <class Class>
+void ExpectTaken(const Values& first, const Values& second, std::initializer_list<Row> rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.call) + " gives " + Code(row.code));
+        const Component component = Make<Class>();
+        Script before, after;
+        component.setParams(FakePacket(before, first).Unknown());
+        after.Return(row.call, row.code);
+        EXPECT_EQ(Code(component.setParams(FakePacket(after, second).Unknown())), Code(row.result));
+        const Samples impulse = component.Impulse(row.impulse.size());
+        for (std::size_t i = 0; i < impulse.size(); ++i) EXPECT_DOUBLE_EQ(impulse[i], row.impulse[i]) << i;
+    }
+}
+
+/// Sections that multiply by 2.
+Values Doubling(const char* group, Values values) {
+    for (const char* n = "0123456"; *n != '\0'; ++n) values[std::string(group) + *n + ".A"] = 2;
+    return values;
+}
+
+TEST(TTSVocalTractR, StopsAtAFailingCallAndKeepsWhatCameBefore) {
+    const Values values = Doubling("R", {{"Z0.A", 2}});
+    ExpectTaken<TTSVocalTractR>({}, values,
+                                {{"", S_OK, S_OK, {128}},
+                                 {"R0", kOdd, kOdd, {1}},
+                                 {"R0.A", kOdd, kOdd, {1}},
+                                 {"R2.B", kOdd, kOdd, {4}},
+                                 {"R5.C", kOdd, kOdd, {32}},
+                                 {"Z0", kOdd, kOdd, {64}},
+                                 {"R5.C", S_FALSE, S_OK, {128}},  // only the last GetC's success code counts
+                                 {"Z0.B", S_FALSE, S_OK, {128}},
+                                 {"Z0.C", S_FALSE, S_FALSE, {128}}});
+    ExpectTaken<TTSVocalTractR>({}, Doubling("R", {{"R2 is null", 1}}), {{"", S_OK, E_FAIL, {4}}});
+    const Values resonances = {{"R2.A", 2}, {"R2.B", 0.5}, {"R2.C", 0.25},
+                               {"Z0.A", 3}, {"Z0.B", 1},   {"Z0.C", 0.5}};
+    ExpectTaken<TTSVocalTractR>({}, resonances, {{"", S_OK, S_OK, {6, 5, 5, 3.75}}});
+}
+
+TEST(TTSParallelTract, StopsAtAFailingSectionAndLetsTheBypassFail) {
+    const Values values = Doubling("P", {{"AB", 0.5}});
+    ExpectTaken<TTSParallelTract>({{"AB", 1}}, values,
+                                  {{"", S_OK, S_OK, {14.5}},
+                                   {"P2.B", kOdd, kOdd, {10}},  // the bypass gain stays 1 too
+                                   {"P6.C", kOdd, kOdd, {14}},
+                                   {"AB", kOdd, S_OK, {14}},
+                                   {"AB", S_FALSE, S_OK, {14.5}},
+                                   {"P6.C", S_FALSE, S_FALSE, {14.5}}});
+    ExpectTaken<TTSParallelTract>({{"AB", 1}}, Doubling("P", {{"P1 is null", 1}}), {{"", S_OK, E_FAIL, {9}}});
+}
+
+/// y[n] = x[n] + 2·x[n−1] + 4·x[n−2] + 0.5·y[n−1] + 0.25·y[n−2], with other values put over these.
+Values Filter(Values values) {
+    values.merge(Values{{"AlphaDegree", 2}, {"Alpha0", 0.5}, {"Alpha1", 0.25}});
+    values.merge(Values{{"BetaDegree", 3}, {"Beta0", 1}, {"Beta1", 2}, {"Beta2", 4}});
+    return values;
+}
+
+TEST(TTSVocalTractF, TakesWhatFitsAndIsDelivered) {
+    const Samples old = {1, 2.5, 5.5, 3.375};
+    const auto expect = [&](Values changed, const Row& row) {
+        changed.merge(Values{{"Alpha0", 0.25}, {"Beta1", 1}, {"Beta2", 2}});
+        ExpectTaken<TTSVocalTractF>(Filter({}), Filter(changed), {row});
+    };
+    ExpectTaken<TTSVocalTractF>({}, Filter({}), {{"", S_OK, S_OK, old}});
+    expect({{"AlphaDegree", 13}}, {"", S_OK, E_FAIL, old});
+    expect({{"BetaDegree", 4}}, {"", S_OK, E_FAIL, old});
+    expect({{"AlphaDegree", 1}}, {"", S_OK, S_OK, {1, 1.25, 2.5625}});  // Alpha1 stays
+    expect({{"AlphaDegree", -1}}, {"", S_OK, S_OK, {1, 1.5, 3}});       // both stay
+    expect({}, {"AlphaDegree", kOdd, S_OK, {1, 1.5, 3}});               // a degree that fails is 0
+    expect({}, {"Alpha0", kOdd, S_OK, {1, 1, 2.25}});                   // and so is a coefficient
+    expect({{"AlphaDegree", 12}, {"Alpha0", 0}, {"Alpha1", 0}, {"Alpha11", -3}},
+           {"", S_OK, S_OK, {1, 1, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, -3, -3}});
+}
+
+TEST(TTSVoicingSourceStd, TakesAFrameWholeOrNotAtAll) {
+    // Eight samples a period of 1 s; K = 15·sqrt(60).
+    constexpr double kK = 116.1895003862225;
+    const Samples pulse = {0.3125 * kK, 0.25 * kK, -0.1875 * kK, -1.0 * kK, 0, 0, 0, 0, 0, 0.3125 * kK};
+    const Values voice = {{"SampleFreq", 8}, {"F0", 1}, {"OQ", 0.5}, {"AV", 2}};
+    const Values other = {{"SampleFreq", 16}, {"F0", 16}, {"OQ", 16}, {"AV", 16}, {"DI", 16}};
+    ExpectTaken<TTSVoicingSourceStd>({}, voice, {{"", S_OK, S_OK, pulse}});
+    for (const char* call : {"SampleFreq", "AV", "F0", "OQ", "FL", "FLT", "DI", "TL"})
+        ExpectTaken<TTSVoicingSourceStd>(voice, other,
+                                         {{call, S_FALSE, E_FAIL, pulse}, {call, kOdd, E_FAIL, pulse}});
+}
+
+TEST(TTSVoicingSourceFilter, KeepsWhatItReadBeforeAFailure) {
+    constexpr double kTilted = 0.2108348735838601;
+    ExpectTaken<TTSVoicingSourceFilter>({}, {{"TL", 10.9}},
+                                        {{"", S_OK, S_OK, {kTilted}},
+                                         {"FLT", kOdd, kOdd, {1}},
+                                         {"TL", kOdd, kOdd, {1}},
+                                         {"TL", S_FALSE, S_OK, {kTilted}},
+                                         {"SampleFreq", kOdd, S_OK, {1}},  // without a frequency no tilt
+                                         {"SampleFreq", S_FALSE, S_OK, {kTilted}}});
+    for (const double none : {0.9, -0.5, -3.0, kNan, -kInfinity})
+        ExpectTaken<TTSVoicingSourceFilter>({}, {{"TL", none}}, {{"", S_OK, S_OK, {1}}});
+    for (const double most : {41.0, 50.0, kInfinity})
+        ExpectTaken<TTSVoicingSourceFilter>({}, {{"TL", most}}, {{"", S_OK, S_OK, {0.014328472161597198}}});
+}
+
 }  // namespace
-}  // namespace larynth
+}  // namespace larynth::test

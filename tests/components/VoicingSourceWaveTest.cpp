@@ -2,25 +2,21 @@
 #include <climits>
 #include <gtest/gtest.h>
 #include <limits>
-#include <string>
-#include <vector>
 
 #include <larynth/Classes.h>
 
 #include "com/Create.h"
+#include "components/PropertyIndex.h"
 #include "components/TTSVoicingSourceWave.h"
-#include "tests/components/FakeContainer.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
 
-namespace larynth {
+namespace larynth::test {
 namespace {
 
-using Source = Created<TTSVoicingSourceWave>;
 using Samples = std::vector<double>;
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kUntouched = 7.0;
 
 /// Ten entries a reference period; F0 = 49 plays one of them a sample, and none of the tests goes round.
 constexpr double kSampleFreq = 490.0;
@@ -29,350 +25,247 @@ constexpr double kSampleFreq = 490.0;
 const Samples kWave = {3.0, -1.0, 2.0};
 constexpr double kUnit = 0.8451542547285166;  // sqrt(10/14)
 
-void Load(const Source& source, const Samples& wave) {
-    FakeSource pushed(wave);
-    EXPECT_EQ(Code(source->LoadProperties(&pushed)), Code(S_OK));
-    EXPECT_EQ(pushed.references, 0);
+HRESULT Set(IACLPersistProperties* target, LPCSTR name, const void* value, int i, int size) {
+    PropertyIndex index;
+    index.SetDimensionCount(1);
+    index.SetIndex(0, i), index.SetSize(0, size);
+    return target->SetPropertyValue(nullptr, name, 0, value, 6, 0, 0, &index);
 }
 
-Source LoadedSource() {
-    Source source = MakeObject<TTSVoicingSourceWave>();
-    source->SetSampleFreq(kSampleFreq);
-    source->SetF0(49.0);
-    source->SetVolume(1.0);
-    Load(source, kWave);
-    EXPECT_EQ(Code(source->SetOQ(0.3)), Code(S_OK));
-    return source;
-}
+/// A container's side of the property protocol: pushes `wave`, and fetches what is announced into it.
+class Container final : public Fake<IACLPropertySource, IACLPropertySink, IACLValueHolder> {
+  public:
+    Container(Script& told, Samples pushed) : Fake(told), wave(std::move(pushed)) {}
 
-Samples WaveOf(const Source& source) {
-    FakeSink sink;
-    EXPECT_EQ(Code(source->DescribeProperties(&sink)), Code(S_OK));
-    return sink.announcements.at(0).elements;
-}
-
-void ExpectSamples(const Source& source, const Samples& expected, double unit = kUnit) {
-    for (const double y : expected) {
-        double sample = kUntouched;
-        EXPECT_EQ(Code(source->CalculateNext(&sample)), Code(S_OK));
-        EXPECT_NEAR(sample, y * unit, 1e-12);
+    HRESULT LARYNTH_CALL PushProperties(IACLPersistProperties* pTarget) override {
+        int i = 0;
+        for (const double& value : wave)
+            EXPECT_EQ(Code(Set(pTarget, "Wave", &value, i++, static_cast<int>(wave.size()))), "S_OK");
+        return script.Next("push");
     }
-}
-
-TEST(TTSVoicingSourceWave, PlaysTheWaveformThatAContainerPushes) {
-    const Source source = LoadedSource();
-    ExpectSamples(source, {3.0, -1.0, 2.0, 0.0});
-    source->SetVolume(-2.0);
-    EXPECT_EQ(Code(source->Reset()), Code(S_OK));
-    ExpectSamples(source, {0.0}, 1.0);
-    double last = kUntouched;
-    EXPECT_EQ(Code(source->GetOutputValue(&last)), Code(S_OK));
-    EXPECT_EQ(last, 0.0);
-}
-
-TEST(TTSVoicingSourceWave, AnnouncesItsWaveform) {
-    const Source source = LoadedSource();
-    FakeSink sink;
-    sink.result = E_OUTOFMEMORY;
-    EXPECT_EQ(Code(source->DescribeProperties(&sink)), Code(S_OK));
-    ASSERT_EQ(sink.announcements.size(), 1u);
-    const FakeSink::Announcement& announced = sink.announcements[0];
-    EXPECT_EQ(announced.owner, static_cast<IACLPersistProperties*>(source.get()));
-    EXPECT_EQ(announced.name, "Wave");
-    EXPECT_EQ(announced.value, nullptr);
-    EXPECT_EQ(announced.type, 6);
-    EXPECT_EQ(announced.reserved, (std::vector<LONG>{0, 0, 0}));
-    EXPECT_EQ(announced.dimensions, 1);
-    EXPECT_EQ(announced.size, 3);
-    EXPECT_EQ(announced.elements, kWave);
-    EXPECT_EQ(Code(source->DescribeProperties(nullptr)), Code(E_POINTER));
-    EXPECT_EQ(WaveOf(MakeObject<TTSVoicingSourceWave>()), Samples{});
-}
-
-TEST(TTSVoicingSourceWave, LoadingGivesTheSourcesResultAndRebuildsInAnyCase) {
-    for (const HRESULT result : {S_FALSE, E_OUTOFMEMORY}) {
-        const Source source = LoadedSource();
-        FakeSource pushed({5.0});
-        pushed.result = result;
-        EXPECT_EQ(Code(source->LoadProperties(&pushed)), Code(result));
-        ExpectSamples(source, {5.0}, 0.3464101615137755);  // sqrt(3/25): one sample in a period of three
+    HRESULT LARYNTH_CALL AddProperty(IACLPersistProperties* pOwner, LPCSTR sName, const void* pValue,
+                                     LONG nType, LONG n5, LONG n6, LONG n7, IUnknown* pIndex) override {
+        EXPECT_STREQ(sName, "Wave");
+        EXPECT_EQ(pValue, nullptr);
+        EXPECT_EQ((std::vector<LONG>{nType, n5, n6, n7}), (std::vector<LONG>{6, 0, 0, 0}));
+        auto* const index = static_cast<IACLPropertyIndex*>(pIndex);
+        int dimensions = 0, size = -1;
+        index->GetDimensionCount(&dimensions);
+        EXPECT_EQ(dimensions, 1);
+        index->GetSize(0, &size);
+        wave.clear();
+        for (int i = 0; i < size; ++i) {
+            index->SetIndex(0, i);
+            pOwner->GetPropertyValue(this, sName, 0, index);
+        }
+        return script.Next("announce");
     }
-    EXPECT_EQ(Code(LoadedSource()->LoadProperties(nullptr)), Code(E_POINTER));
-}
-
-TEST(TTSVoicingSourceWave, TheElementWithIndexZeroFixesTheLength) {
-    const Source source = MakeObject<TTSVoicingSourceWave>();
-    const auto set = [&](int i, int size, double value) {
-        FakeIndex index(i, size);
-        EXPECT_EQ(Code(source->SetPropertyValue(nullptr, "Wave", 0, &value, 6, 0, 0, &index)), Code(S_OK));
-        EXPECT_EQ(index.references, 0);
-    };
-    set(0, 3, 1.0);
-    EXPECT_EQ(WaveOf(source), (Samples{1.0, 0.0, 0.0}));
-    set(1, 99, 2.0);
-    set(2, 0, 3.0);
-    EXPECT_EQ(WaveOf(source), (Samples{1.0, 2.0, 3.0}));
-    set(0, 2, 4.0);
-    EXPECT_EQ(WaveOf(source), (Samples{4.0, 2.0}));
-}
-
-TEST(TTSVoicingSourceWave, RefusesElementsThatItCannotPlace) {
-    const double value = 9.0;
-    const struct {
-        const char* name;
-        const void* value;
-        int index, size;
-        HRESULT result;
-    } rows[] = {
-        {nullptr, &value, 0, 3, E_FAIL}, {"Wave", nullptr, 0, 3, E_FAIL},
-        {"wave", &value, 0, 1, S_OK},    {"Wave2", &value, 0, 1, S_OK},
-        {"", &value, 0, 1, S_OK},        {"Wave", &value, 3, 4, E_FAIL},
-        {"Wave", &value, -1, 3, E_FAIL}, {"Wave", &value, INT_MAX, INT_MAX, E_FAIL},
-        {"Wave", &value, 0, 0, E_FAIL},  {"Wave", &value, INT_MIN, 3, E_FAIL},
-        {"Wave", &value, 0, -1, E_FAIL}, {"Wave", &value, 0, INT_MAX, E_FAIL},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << (row.name ? row.name : "null") << ' ' << row.index);
-        const Source source = LoadedSource();
-        FakeIndex index(row.index, row.size);
-        EXPECT_EQ(Code(source->SetPropertyValue(nullptr, row.name, 0, row.value, 6, 0, 0, &index)),
-                  Code(row.result));
-        EXPECT_EQ(index.references, 0);
-        EXPECT_EQ(WaveOf(source), kWave);
+    HRESULT LARYNTH_CALL Reserved3() override { return E_NOTIMPL; }
+    HRESULT LARYNTH_CALL SetValue(const void* pValue, LONG nType) override {
+        EXPECT_EQ(nType, 6);
+        wave.push_back(*static_cast<const double*>(pValue));
+        return script.Next("value");
     }
-}
 
-TEST(TTSVoicingSourceWave, HandsOutElementsThatItHas) {
-    const Source source = LoadedSource();
-    const struct {
-        const char* name;
-        int index;
-        HRESULT result;
-        int calls;
-    } rows[] = {
-        {"Wave", 2, S_OK, 1},         {"Wave", 3, E_FAIL, 0}, {"Wave", -1, E_FAIL, 0},
-        {"Wave", INT_MAX, E_FAIL, 0}, {"WAVE", 0, S_OK, 0},   {nullptr, 0, E_FAIL, 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << (row.name ? row.name : "null") << ' ' << row.index);
-        FakeIndex index(row.index, 0);
-        FakeHolder holder;
-        holder.result = E_OUTOFMEMORY;
-        EXPECT_EQ(Code(source->GetPropertyValue(&holder, row.name, 0, &index)), Code(row.result));
-        EXPECT_EQ(holder.calls, row.calls);
-        EXPECT_EQ(holder.value, row.calls != 0 ? 2.0 : 0.0);
-        EXPECT_EQ(holder.type, row.calls != 0 ? 6 : 0);
-        EXPECT_EQ(index.references, 0);
+    Samples wave;
+};
+
+class Wave : public testing::Test {
+  protected:
+    void SetUp() override {
+        source = MakeObject<TTSVoicingSourceWave>();
+        source->SetSampleFreq(kSampleFreq);
+        source->SetF0(49.0);
+        source->SetVolume(1.0);
+        EXPECT_EQ(Code(Load(*source, kWave)), "S_OK");
+        EXPECT_EQ(Code(source->SetOQ(0.3)), "S_OK");
     }
-    FakeIndex index(0, 0);
-    EXPECT_EQ(Code(source->GetPropertyValue(nullptr, "Wave", 0, &index)), Code(E_FAIL));
-}
 
-TEST(TTSVoicingSourceWave, AnIndexObjectThatFailsGivesItsCode) {
-    const Source source = LoadedSource();
-    FakeHolder holder;
-    const double value = 9.0;
-    const auto expectBoth = [&](IUnknown* index, HRESULT code) {
-        EXPECT_EQ(Code(source->SetPropertyValue(nullptr, "Wave", 0, &value, 6, 0, 0, index)), Code(code));
-        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, index)), Code(code));
-    };
-    expectBoth(nullptr, E_FAIL);
-    expectBoth(&holder, E_NOINTERFACE);
-    FakeIndex index(0, 3);
-    index.result = E_OUTOFMEMORY;
-    expectBoth(&index, E_OUTOFMEMORY);
-    index.queryCode = DISP_E_EXCEPTION;
-    expectBoth(&index, DISP_E_EXCEPTION);
-    EXPECT_EQ(holder.calls, 0);
-    EXPECT_EQ(holder.references + index.references, 0);
-    EXPECT_EQ(WaveOf(source), kWave);
-}
+    HRESULT Load(IACLPersistProperties& target, const Samples& wave) {
+        return target.LoadProperties(&*std::make_unique<Container>(script, wave));
+    }
+    Samples Described() {
+        Container container(script, {});
+        EXPECT_EQ(Code(source->DescribeProperties(&container)), "S_OK");
+        return container.wave;
+    }
+    void ExpectSamples(const Samples& expected, double unit = kUnit) {
+        for (const double y : expected) {
+            double sample = 7.0;
+            EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+            EXPECT_NEAR(sample, y * unit, 1e-12);
+        }
+    }
 
-TEST(TTSVoicingSourceWave, TellsHowItCanBeCreatedAgain) {
-    const Source source = MakeObject<TTSVoicingSourceWave>();
+    Script script;
+    Created<TTSVoicingSourceWave> source;
+};
+
+TEST_F(Wave, PlaysWhatAContainerPushedAndTellsItAgain) {
+    script.Return("announce", E_OUTOFMEMORY);
+    script.Return("value", E_OUTOFMEMORY);
+    EXPECT_EQ(Described(), kWave) << "the container's results are not examined";
+    EXPECT_EQ(Code(source->DescribeProperties(nullptr)), "E_POINTER");
+    EXPECT_EQ(Code(source->LoadProperties(nullptr)), "E_POINTER");
+    script.Return("push", E_OUTOFMEMORY);
+    EXPECT_EQ(Code(Load(*source, {5.0})), "E_OUTOFMEMORY") << "the source's result; the table is rebuilt";
+    ExpectSamples({5.0}, 0.3464101615137755);  // sqrt(3/25): one sample in a period of three
     CLSID id{};
     LPCSTR name = nullptr;
-    EXPECT_EQ(Code(source->GetClassID(&id)), Code(S_OK));
+    EXPECT_EQ(Code(source->GetClassID(&id)), "S_OK");
     EXPECT_EQ(id, CLSID_TTSVoicingSourceWave);
-    EXPECT_EQ(Code(source->GetProgID(&name)), Code(S_OK));
+    EXPECT_EQ(Code(source->GetProgID(&name)), "S_OK");
     EXPECT_STREQ(name, "Larynth.TTSVoicingSourceWave");
-    EXPECT_EQ(Code(source->GetClassID(nullptr)), Code(E_POINTER));
-    EXPECT_EQ(Code(source->GetProgID(nullptr)), Code(E_POINTER));
 }
 
-TEST(TTSVoicingSourceWave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
+TEST_F(Wave, TakesElementsThatItCanPlace) {
+    const double value = 9.0;
+    EXPECT_EQ(Code(Set(source.get(), nullptr, &value, 0, 3)), "E_FAIL");
+    EXPECT_EQ(Code(Set(source.get(), "Wave", nullptr, 0, 3)), "E_FAIL");
+    const struct {
+        const char* name;
+        int index, size;
+        const char* result;
+        Samples wave;
+    } rows[] = {{"wave", 0, 1, "S_OK", kWave},         {"Wave2", 0, 1, "S_OK", kWave},
+                {"Wave", 3, 4, "E_FAIL", kWave},       {"Wave", -1, 3, "E_FAIL", kWave},
+                {"Wave", INT_MIN, 3, "E_FAIL", kWave}, {"Wave", 0, 0, "E_FAIL", kWave},
+                {"Wave", 0, -1, "E_FAIL", kWave},      {"Wave", 0, INT_MAX, "E_FAIL", kWave},
+                {"Wave", 1, 99, "S_OK", {3, 9, 2}},    {"Wave", 0, 4, "S_OK", {9, 9, 2, 0}},
+                {"Wave", 0, 2, "S_OK", {9, 9}}};  // element 0 fixes the length
+    for (const auto& row : rows) {
+        EXPECT_EQ(Code(Set(source.get(), row.name, &value, row.index, row.size)), row.result)
+            << row.name << ' ' << row.index << ' ' << row.size;
+        EXPECT_EQ(Described(), row.wave) << row.name << ' ' << row.index << ' ' << row.size;
+    }
+}
+
+TEST_F(Wave, HandsOutElementsThatItHasToAnIndexThatAnswers) {
+    Container holder(script, {});
+    PropertyIndex index, empty;
+    index.SetDimensionCount(1);
+    for (const auto& [i, result] :
+         {std::pair(2, "S_OK"), {3, "E_FAIL"}, {-1, "E_FAIL"}, {INT_MAX, "E_FAIL"}}) {
+        index.SetIndex(0, i);
+        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), result) << i;
+    }
+    index.SetIndex(0, 0);
+    EXPECT_EQ(Code(source->GetPropertyValue(&holder, "WAVE", 0, &index)), "S_OK");
+    EXPECT_EQ(Code(source->GetPropertyValue(&holder, nullptr, 0, &index)), "E_FAIL");
+    EXPECT_EQ(Code(source->GetPropertyValue(nullptr, "Wave", 0, &index)), "E_FAIL");
+    EXPECT_EQ(holder.wave, Samples{2.0});
+
+    IUnknown* const noIndex = static_cast<IACLValueHolder*>(&holder);
+    for (IUnknown* bad : {static_cast<IUnknown*>(nullptr), noIndex, static_cast<IUnknown*>(&empty)}) {
+        const char* const code = bad == noIndex ? "E_NOINTERFACE" : "E_FAIL";
+        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, bad)), code);
+        EXPECT_EQ(Code(source->SetPropertyValue(nullptr, "Wave", 0, &kUnit, 6, 0, 0, bad)), code);
+    }
+}
+
+TEST_F(Wave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
     const struct {
         double set, got;
         Samples samples;
         double unit;
-    } rows[] = {
-        {0.3, 0.3, {3.0, -1.0, 2.0, 0.0}, kUnit},
-        {0.15, 0.15, {3.0, 2.0, 0.0, 0.0}, 1.1952286093343936},  // sqrt(20/14)
-        {1.5, 0.95, {3.0, 1.8, 0.6, -0.6}, 0.4629100498862757},  // sqrt(3/14)
-        {0.95, 0.95, {3.0, 1.8, 0.6, -0.6}, 0.4629100498862757},
-        {0.05, 0.05, {0.0, 0.0, 0.0, 0.0}, 1.0},
-        {-1.0, -1.0, {0.0, 0.0, 0.0, 0.0}, 1.0},
-    };
+    } rows[] = {{0.3, 0.3, {3.0, -1.0, 2.0, 0.0}, kUnit},
+                {0.15, 0.15, {3.0, 2.0, 0.0, 0.0}, 1.1952286093343936},  // sqrt(20/14)
+                {1.5, 0.95, {3.0, 1.8, 0.6, -0.6}, 0.4629100498862757},  // sqrt(3/14)
+                {0.05, 0.05, {0.0, 0.0}, 1.0},
+                {-1.0, -1.0, {0.0, 0.0}, 1.0}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.set);
-        const Source source = LoadedSource();
-        double OQ = kUntouched;
-        EXPECT_EQ(Code(source->SetOQ(row.set)), Code(S_OK));
-        EXPECT_EQ(Code(source->GetOQ(&OQ)), Code(S_OK));
+        SetUp();
+        double OQ = 7.0;
+        EXPECT_EQ(Code(source->SetOQ(row.set)), "S_OK");
+        EXPECT_EQ(Code(source->GetOQ(&OQ)), "S_OK");
         EXPECT_EQ(OQ, row.got);
-        ExpectSamples(source, row.samples, row.unit);
+        ExpectSamples(row.samples, row.unit);
     }
-    EXPECT_EQ(Code(LoadedSource()->GetOQ(nullptr)), Code(E_POINTER));
 }
 
-TEST(TTSVoicingSourceWave, ATableThatCannotBeBuiltIsRefused) {
-    const Source source = LoadedSource();
-    FakeSource pushed(kWave);
-    EXPECT_EQ(Code(source->SetOQ(kNan)), Code(E_FAIL));
+TEST_F(Wave, ATableThatCannotBeBuiltIsRefused) {
+    EXPECT_EQ(Code(source->SetOQ(kNan)), "E_FAIL");
     for (const double fs : {-11025.0, 1e18, kNan}) {
         source->SetSampleFreq(fs);
-        EXPECT_EQ(Code(source->SetOQ(0.7)), Code(E_FAIL)) << fs;
-        EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), Code(E_FAIL)) << fs;
-        EXPECT_EQ(Code(source->LoadProperties(&pushed)), Code(E_FAIL)) << fs;
+        EXPECT_EQ(Code(source->SetOQ(0.7)), "E_FAIL") << fs;
+        EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), "E_FAIL") << fs;
+        EXPECT_EQ(Code(Load(*source, kWave)), "E_FAIL") << fs;
     }
-    double OQ = kUntouched;
-    EXPECT_EQ(Code(source->GetOQ(&OQ)), Code(S_OK));
+    double OQ = 7.0;
+    EXPECT_EQ(Code(source->GetOQ(&OQ)), "S_OK");
     EXPECT_EQ(OQ, 0.3);
     source->SetSampleFreq(kSampleFreq);
-    ExpectSamples(source, {3.0, -1.0, 2.0, 0.0});
+    ExpectSamples({3.0, -1.0, 2.0, 0.0});
 }
 
-TEST(TTSVoicingSourceWave, LoadFromTxtReadsNothingAndRebuildsForTheSampleFrequency) {
-    for (const char* name : {"/none/such", "/dev/null", "", static_cast<const char*>(nullptr)}) {
-        const Source source = LoadedSource();
-        source->SetSampleFreq(2 * kSampleFreq);
-        EXPECT_EQ(Code(source->LoadFromTxt(const_cast<char*>(name))), Code(S_OK));
-        EXPECT_EQ(WaveOf(source), kWave);
-        ExpectSamples(source, {3.0, 1.0, -1.0, 0.5});
-    }
+TEST_F(Wave, LoadsNothingFromAFileAndForgetsADefaultPitch) {
+    source->SetSampleFreq(2 * kSampleFreq);
+    char none[] = "/none/such";
+    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK") << "reads nothing";
+    EXPECT_EQ(Described(), kWave);
+    ExpectSamples({3.0, 1.0, -1.0, 0.5});
+    double pitch = 7.0;
+    EXPECT_EQ(Code(source->SetDefaultPitch(50.0)), "S_OK");
+    EXPECT_EQ(Code(source->GetDefaultPitch(&pitch)), "S_OK");
+    EXPECT_EQ(pitch, 7.0) << "taken and not told";
 }
 
-TEST(TTSVoicingSourceWave, TheDefaultPitchIsTakenAndNotTold) {
-    const Source source = LoadedSource();
-    EXPECT_EQ(Code(source->SetDefaultPitch(50.0)), Code(S_OK));
-    double pitch = kUntouched;
-    EXPECT_EQ(Code(source->GetDefaultPitch(&pitch)), Code(S_OK));
-    EXPECT_EQ(pitch, kUntouched);
-    EXPECT_EQ(Code(source->GetDefaultPitch(nullptr)), Code(S_OK));
-    ExpectSamples(source, {3.0, -1.0});
-}
-
-TEST(TTSVoicingSourceWave, WithoutAPitchNothingHappens) {
-    const Source source = LoadedSource();
-    double sample = kUntouched;
+TEST_F(Wave, WithoutAPitchNothingHappens) {
+    double sample = 7.0;
     source->SetF0(0.0);
-    EXPECT_EQ(Code(source->CalculateNext(&sample)), Code(S_OK));
-    EXPECT_EQ(Code(source->GetOutputValue(&sample)), Code(E_FAIL));
+    EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+    EXPECT_EQ(Code(source->GetOutputValue(&sample)), "E_FAIL");
     source->SetF0(49.0);
-    ExpectSamples(source, {3.0, -1.0});
+    ExpectSamples({3.0, -1.0});
     for (const double F0 : {0.0, -0.0, kNan}) {
         source->SetF0(F0);
-        EXPECT_EQ(Code(source->CalculateNext(&sample)), Code(S_OK));
-        EXPECT_EQ(Code(source->CalculateNext(nullptr)), Code(S_OK));
-        EXPECT_EQ(sample, kUntouched);
-        double last = 0.0;
-        EXPECT_EQ(Code(source->GetOutputValue(&last)), Code(S_OK));
-        EXPECT_NEAR(last, -kUnit, 1e-12);
+        EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+        EXPECT_EQ(sample, 7.0);
     }
     source->SetF0(49.0);
-    EXPECT_EQ(Code(source->CalculateNext(nullptr)), Code(S_OK));
-    ExpectSamples(source, {0.0});
-    EXPECT_EQ(Code(source->GetOutputValue(nullptr)), Code(E_POINTER));
+    ExpectSamples({2.0, 0.0});
 }
 
-void Fill(FakePacket& packet) {
-    packet.SetSampleFreq(kSampleFreq);
-    packet.SetAV(2.0);
-    packet.SetF0(98.0);
-}
-
-const std::vector<std::string> kReads = {"SampleFreq", "AV", "F0"};
-
-TEST(TTSVoicingSourceWave, TakesThePacketsFrame) {
-    FakePacket packet;
-    Fill(packet);
-    packet.ScriptQuery(IID_ILarynthVoiceParams, S_FALSE);
-    const Source source = LoadedSource();
-    EXPECT_EQ(Code(source->SetParams(packet.Unknown(), GUID_NULL)), Code(S_OK));
-    EXPECT_EQ(packet.Calls(), kReads);
-    ExpectSamples(source, {6.0, 4.0, 0.0});
-    packet.ScriptQuery(IID_ILarynthParams, S_FALSE);
-    packet.SetSampleFreq(2 * kSampleFreq);
-    EXPECT_EQ(Code(source->SetParams(packet.Unknown(), GUID_NULL)), Code(S_FALSE));
-    EXPECT_EQ(packet.References(), 0);
-    ExpectSamples(source, {6.0});  // the table is as it was: the phase, now twelve of its ten entries, wraps
-}
-
-TEST(TTSVoicingSourceWave, AFrameIsTakenWholeOrNotAtAll) {
-    const Source source = LoadedSource();
-    const auto expectRefused = [&](FakePacket& packet) {
-        Fill(packet);
-        EXPECT_EQ(Code(source->SetParams(packet.Unknown(), GUID_NULL)), Code(E_FAIL));
-        EXPECT_EQ(packet.References(), 0);
-    };
-    for (const std::string& call : kReads) {
+TEST_F(Wave, TakesAFrameWholeOrNotAtAll) {
+    const std::map<std::string, double> values = {{"SampleFreq", kSampleFreq}, {"AV", 2}, {"F0", 98}};
+    for (const char* call : {"SampleFreq", "AV", "F0"}) {
         for (const HRESULT code : {S_FALSE, E_OUTOFMEMORY}) {
-            FakePacket packet;
-            packet.Script(call, code);
-            expectRefused(packet);
-            EXPECT_EQ(packet.Calls().back(), call);
+            Script failing;
+            failing.Return(call, code);
+            EXPECT_EQ(Code(source->SetParams(FakePacket(failing, values).Unknown(), GUID_NULL)), "E_FAIL")
+                << call;
         }
     }
-    for (const IID& missing : {IID_ILarynthVoiceParams, IID_ILarynthParams}) {
-        FakePacket packet;
-        packet.ScriptQuery(missing, E_NOINTERFACE);
-        expectRefused(packet);
-        EXPECT_TRUE(packet.Calls().empty());
-    }
-    EXPECT_EQ(Code(source->SetParams(nullptr, GUID_NULL)), Code(E_FAIL));
-    ExpectSamples(source, {3.0, -1.0, 2.0});
+    ExpectSamples({3.0, -1.0});
+    Script taken;
+    taken.ReturnFromQuery(IID_ILarynthParams, S_FALSE);
+    EXPECT_EQ(Code(source->SetParams(FakePacket(taken, values).Unknown(), GUID_NULL)), "S_FALSE");
+    ExpectSamples({4.0, 0.0});
 }
 
-TEST(TTSVoicingSourceWave, ACloneIsSilentUntilItGetsAWaveform) {
-    const Source source = LoadedSource();
-    ExpectSamples(source, {3.0, -1.0});
-    ComPtr<ITTSVoicingSource> clone;
-    EXPECT_EQ(Code(source->Clone(clone.Id(), clone.PutUnknown())), Code(S_OK));
-    EXPECT_EQ(source->AddRef(), 2U) << "the clone holds nothing of the original";
-    source->Release();
-
-    double last = kUntouched;
-    EXPECT_EQ(Code(clone->GetOutputValue(&last)), Code(S_OK));
+TEST_F(Wave, ACloneIsSilentUntilItGetsAWaveform) {
+    ExpectSamples({3.0, -1.0});
+    ComPtr<ITTSVoicingSourceWave> clone;
+    EXPECT_EQ(Code(source->Clone(clone.Id(), clone.PutUnknown())), "S_OK");
+    source.reset(static_cast<TTSVoicingSourceWave*>(clone.Detach()));
+    double last = 7.0;
+    EXPECT_EQ(Code(source->GetOutputValue(&last)), "S_OK");
     EXPECT_NEAR(last, -kUnit, 1e-12);
-    EXPECT_EQ(Code(clone->CalculateNext(&last)), Code(S_OK));
-    EXPECT_EQ(last, 0.0);
+    EXPECT_EQ(Code(source->GetOQ(&last)), "S_OK");
+    EXPECT_EQ(last, 0.5);
+    ExpectSamples({0.0});
+    EXPECT_EQ(Code(Load(*source, kWave)), "S_OK");
+    EXPECT_EQ(Code(source->SetOQ(0.3)), "S_OK");
+    ExpectSamples(
+        kWave);  // the original's pitch, amplitude and sample frequency, from the period's beginning
 
-    ComPtr<ITTSVoicingSourceWave> wave;
-    ComPtr<IACLPersistProperties> properties;
-    wave.Query(clone.Get());
-    properties.Query(clone.Get());
-    double OQ = kUntouched;
-    EXPECT_EQ(Code(wave->GetOQ(&OQ)), Code(S_OK));
-    EXPECT_EQ(OQ, 0.5);
-    FakeSource pushed(kWave);
-    EXPECT_EQ(Code(properties->LoadProperties(&pushed)), Code(S_OK));
-    EXPECT_EQ(Code(wave->SetOQ(0.3)), Code(S_OK));
-    // The original's pitch, amplitude and sample frequency, from the period's beginning.
-    for (const double y : kWave) {
-        EXPECT_EQ(Code(clone->CalculateNext(&last)), Code(S_OK));
-        EXPECT_NEAR(last, y * kUnit, 1e-12);
-    }
-}
-
-TEST(TTSVoicingSourceWave, CloningAndCopyingFail) {
-    const Source source = LoadedSource();
-    EXPECT_EQ(Code(source->Copy(nullptr)), Code(E_FAIL));
-    EXPECT_EQ(Code(source->Copy(&source->Inner())), Code(E_FAIL));
-    EXPECT_EQ(Code(source->Clone(IID_IUnknown, nullptr)), Code(E_POINTER));
-    IUnknown* clone = &source->Inner();
-    EXPECT_EQ(Code(source->Clone(IID_ITTSVoicingSourceStd, &clone)), Code(E_NOINTERFACE));
-    EXPECT_EQ(clone, nullptr);
+    EXPECT_EQ(Code(source->Copy(nullptr)), "E_FAIL");
+    EXPECT_EQ(Code(source->Clone(IID_IUnknown, nullptr)), "E_POINTER");
+    IUnknown* none = &source->Inner();
+    EXPECT_EQ(Code(source->Clone(IID_ITTSVoicingSourceStd, &none)), "E_NOINTERFACE");
+    EXPECT_EQ(none, nullptr);
 }
 
 }  // namespace
-}  // namespace larynth
+}  // namespace larynth::test

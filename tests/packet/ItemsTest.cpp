@@ -2,11 +2,10 @@
 #include <climits>
 #include <string>
 
-#include "tests/packet/NewPacket.h"
-#include "tests/support/Code.h"
+#include "tests/packet/Packet.h"
+#include "tests/support/BadPointer.h"
 
 namespace larynth::test {
-
 namespace {
 
 struct ItemRow {
@@ -30,115 +29,102 @@ constexpr ItemRow kExpected[] = {
     {"PBW4", 3085, 350.0}, {"PG4", 3086, 0.0},    {"PF5", 3087, 0.0},     {"PBW5", 3088, 200.0},
     {"PG5", 3089, 0.0},    {"PF6", 3090, 4900.0}, {"PBW6", 3091, 1500.0}, {"PG6", 3092, 0.0}};
 
-std::string Text(const char* text) { return text; }
-
-}  // namespace
-
-class ItemsTest : public ::testing::Test {
-  protected:
-    ComPtr<ITTSDoublePacket> items = NewPacket<ITTSDoublePacket>();
-};
-
-TEST_F(ItemsTest, EveryItemIsFoundByIndexIdAndName) {
+TEST(Items, AreFoundByIndexIdAndName) {
+    const auto items = NewPacket<ITTSDoublePacket>();
     EXPECT_EQ(Get(items, &ITTSDoublePacket::GetItemsCount), 52);
     int index = 0;
     for (const ItemRow& row : kExpected) {
-        SCOPED_TRACE(row.name);
         char name[8];
-        int id = -1, byId = -1, byName = -1;
-        EXPECT_EQ(items->GetItemName(index, name, sizeof name), S_OK);
+        EXPECT_EQ(Code(items->GetItemName(index, name, sizeof name)), "S_OK") << row.name;
         EXPECT_STREQ(name, row.name);
-        EXPECT_EQ(items->GetIDFromIndex(index, &id), S_OK);
-        EXPECT_EQ(id, row.id);
-        EXPECT_EQ(items->GetIndexFromID(row.id, &byId), S_OK);
-        EXPECT_EQ(byId, index);
-        EXPECT_EQ(items->GetIndexFromName(name, &byName), S_OK);
-        EXPECT_EQ(byName, index);
-        EXPECT_EQ(ItemValue(items, index), row.initial);
-        ++index;
+        EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIDFromIndex, index), row.id) << row.name;
+        EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIndexFromID, row.id), index) << row.name;
+        EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIndexFromName, name), index) << row.name;
+        EXPECT_EQ(ItemValue(items, index++), row.initial) << row.name;
     }
     EXPECT_EQ(index, 52);
+    for (const auto& [id, same] : {std::pair(8192 + 1030, 16), {-8192 + 7, 7}})
+        EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIndexFromID, id), same) << "bits above the unit";
 }
 
-TEST_F(ItemsTest, WhatNamesNoItemFailsAndWritesNothing) {
-    for (const int id : {10, 1023, 1024 + 18, 2048 + 3, 3072 + 21, 4096, 7168, -1, INT_MAX}) {
-        int index = 77;
-        EXPECT_EQ(items->GetIndexFromID(id, &index), E_FAIL) << "ID " << id;
-        EXPECT_EQ(index, 77);
-    }
-    for (std::string name : {"bwnz", "F", "F00", "", "PBW7", "F0 "}) {
-        int index = 77;
-        EXPECT_EQ(items->GetIndexFromName(name.data(), &index), E_FAIL) << name;
-        EXPECT_EQ(index, 77);
-    }
+TEST(Items, WhatNamesNoItemFailsAndWritesNothing) {
+    const auto items = NewPacket<ITTSDoublePacket>();
+    int number = 77;
+    for (const int id : {10, 1023, 1024 + 18, 2048 + 3, 3072 + 21, 4096, 7168, -1, INT_MAX})
+        EXPECT_EQ(Code(items->GetIndexFromID(id, &number)), "E_FAIL") << id;
+    for (std::string name : {"bwnz", "F", "F00", "", "PBW7", "F0 "})
+        EXPECT_EQ(Code(items->GetIndexFromName(name.data(), &number)), "E_FAIL") << name;
+    double value = 7.5;
+    char text[40] = "kept";
     for (const int index : {-1, 52, INT_MIN, INT_MAX}) {
-        SCOPED_TRACE(index);
-        int id = 77;
-        double value = 7.5;
-        char name[8] = "kept";
-        EXPECT_EQ(items->GetIDFromIndex(index, &id), E_FAIL);
-        EXPECT_EQ(items->GetItemValue(index, &value), E_FAIL);
-        EXPECT_EQ(items->SetItemValue(index, 1.0), E_FAIL);
-        EXPECT_EQ(items->GetItemName(index, name, sizeof name), E_FAIL);
-        EXPECT_EQ(id, 77);
-        EXPECT_EQ(value, 7.5);
-        EXPECT_STREQ(name, "kept");
+        EXPECT_EQ(Code(items->GetIDFromIndex(index, &number)), "E_FAIL") << index;
+        EXPECT_EQ(Code(items->GetItemValue(index, &value)), "E_FAIL") << index;
+        EXPECT_EQ(Code(items->SetItemValue(index, 1.0)), "E_FAIL") << index;
+        EXPECT_EQ(Code(items->GetItemName(index, text, sizeof text)), "E_FAIL") << index;
     }
+    for (const int length : {2, 0, -1, INT_MIN}) {
+        EXPECT_EQ(Code(items->GetItemName(0, text, length)), "E_FAIL") << length;
+        EXPECT_EQ(Code(items->GetItemDescription(0, text, length + 24, 1033)), "E_FAIL") << length;
+    }
+    EXPECT_EQ(number, 77);
+    EXPECT_EQ(value, 7.5);
+    EXPECT_STREQ(text, "kept");
+    EXPECT_EQ(Code(items->GetItemName(0, text, 3)), "S_OK");
+    EXPECT_STREQ(text, "F0");
+    EXPECT_EQ(Code(items->GetItemDescription(1000, text, 27, 0)), "S_OK");
+    EXPECT_STREQ(text, "No description available !");
 }
 
-TEST_F(ItemsTest, BitsOfAnIdAboveTheUnitAreIgnored) {
-    int index = -1;
-    EXPECT_EQ(items->GetIndexFromID(8192 + 1030, &index), S_OK);
-    EXPECT_EQ(index, 16);
-    EXPECT_EQ(items->GetIndexFromID(-8192 + 7, &index), S_OK);
-    EXPECT_EQ(index, 7);
-}
-
-TEST_F(ItemsTest, TextsAreCopiedWholeOrNotAtAll) {
-    struct {
-        int index, length;
-        HRESULT result;
-        const char* text;
-    } const names[] = {{0, 3, S_OK, "F0"},     {0, 2, E_FAIL, "kept"},  {29, 5, S_OK, "BWNZ"},
-                       {0, 0, E_FAIL, "kept"}, {0, -1, E_FAIL, "kept"}, {0, INT_MIN, E_FAIL, "kept"}};
-    for (const auto& row : names) {
-        char buffer[8] = "kept";
-        EXPECT_EQ(Code(items->GetItemName(row.index, buffer, row.length)), Code(row.result)) << row.length;
-        EXPECT_EQ(Text(buffer), row.text) << row.length;
-    }
-
-    for (const int index : {0, 51, 1000, -1}) {
-        char buffer[40] = "kept";
-        EXPECT_EQ(items->GetItemDescription(index, buffer, 26, 1033), E_FAIL);
-        EXPECT_EQ(items->GetItemDescription(index, buffer, -1, 1033), E_FAIL);
-        EXPECT_EQ(Text(buffer), "kept");
-        EXPECT_EQ(items->GetItemDescription(index, buffer, 27, 0), S_OK);
-        EXPECT_EQ(Text(buffer), "No description available !");
-    }
-}
-
-TEST_F(ItemsTest, AValueByIndexIsTheOneThatTypedInterfacesSee) {
-    EXPECT_EQ(items->SetItemValue(6, 0.25), S_OK);
-    EXPECT_EQ(items->SetItemValue(13, 500.0), S_OK);
-    EXPECT_EQ(items->SetItemValue(51, 3.0), S_OK);
-    EXPECT_EQ(Get(As<ILarynthVoiceParams>(items), &ILarynthVoiceParams::GetAV), 0.25);
+TEST(Items, AreTheValuesOfTypedInterfacesAndChangeNeitherFormNorFlags) {
+    const auto items = NewPacket<ITTSDoublePacket>();
+    for (const auto& [index, value] : {std::pair(13, 500.0), {51, 3.0}, {29, 120.0}})
+        EXPECT_EQ(Code(items->SetItemValue(index, value)), "S_OK");
     EXPECT_EQ(Get(Cascade(items, 1), &ITTSResonatorFBParams::GetFreq), 500.0);
     EXPECT_EQ(Get(Parallel(items, 6), &ITTSResonatorFBParams::GetGain), 3.0);
+    EXPECT_EQ(Get(Zero(items), &ITTSAntiResonatorFBParams::GetBW), 120.0);
 
-    Zero(items)->SetBW(120.0);
-    EXPECT_EQ(ItemValue(items, 29), 120.0);
-}
-
-TEST_F(ItemsTest, AValueByIndexNeitherChangesTheFormNorTheFlags) {
     const auto coefficients = Cascade<ITTSResonatorABCParams>(items, 0);
-    const double before = Get(coefficients, &ITTSResonatorABCParams::GetA);  // both forms are current now
+    const auto before = Form(coefficients);
     As<ILarynthVocalTractFilterParams>(items)->SetAlpha(0, 1.0);
-    EXPECT_EQ(items->SetItemValue(10, 1000.0), S_OK);
-    EXPECT_EQ(Get(coefficients, &ITTSResonatorABCParams::GetA), before);
+    items->SetItemValue(10, 1000.0);
+    EXPECT_EQ(Form(coefficients), before);
     EXPECT_EQ(Validity(items), std::pair(0, 2));
-
-    coefficients->SetA(0.5);  // the coefficients alone are current: the item keeps its old number
-    EXPECT_EQ(ItemValue(items, 10), 1000.0);
+    coefficients->SetA(0.5);  // the coefficients alone are current
+    EXPECT_EQ(ItemValue(items, 10), 1000.0) << "the item keeps its old number";
 }
 
+TEST(Packet, EveryKindOfGetterRefusesBadPointers) {
+    const auto items = NewPacket<ITTSDoublePacket>();
+    const auto cascade = As<ILarynthVocalTractParams>(items);
+    const auto voice = As<ILarynthVoiceParams>(items);
+    const auto fb = Cascade(items, 0);
+    unsigned short words[41] = {};
+    As<ITTSTruKlattParams>(items)->SetTruPacket(words, 0);
+    char name[] = "F0";
+    const ULONG references = References(items.Get());
+    for (const bool null : {true, false}) {
+        double* const real = null ? nullptr : ReadOnly<double>();
+        int* const number = null ? nullptr : ReadOnly<int>();
+        char* const text = null ? nullptr : ReadOnly<char>();
+        IUnknown** const object = null ? nullptr : ReadOnly<IUnknown*>();
+        for (const HRESULT hr :
+             {As<ILarynthParams>(items)->GetSampleFreq(real), voice->GetAV(real), voice->GetIDAV(number),
+              As<ILarynthVocalTractFilterParams>(items)->GetAlpha(99, real), cascade->IsResDataValid(number),
+              fb->GetFreq(real), fb->GetIDFreq(number), items->GetItemsCount(number),
+              items->GetIDFromIndex(99, number), items->GetIndexFromID(10, number),
+              items->GetIndexFromName(name, number), items->GetItemName(99, text, 2),
+              items->GetItemDescription(0, text, 9, 0), items->GetItemValue(99, real),
+              cascade->GetResonator(99, object, IID_IUnknown),
+              As<IACLClone>(items)->Clone(IID_IUnknown, object),
+              As<ITTSTruKlattParams>(items)->GetTruPacket(null ? nullptr : ReadOnly<unsigned short>(), 0),
+              As<ITTSResonatorStructInfo>(fb)->QueryPacketInterface(IID_IUnknown, object)}) {
+            EXPECT_EQ(Code(hr), "E_POINTER");
+        }
+    }
+    int index = 0;
+    EXPECT_EQ(Code(items->GetIndexFromName(nullptr, &index)), "E_POINTER");
+    EXPECT_EQ(References(items.Get()), references);
+}
+
+}  // namespace
 }  // namespace larynth::test

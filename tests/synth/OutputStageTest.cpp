@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <new>
-#include <random>
-#include <vector>
 
 #include "synth/OutputStage.h"
 #include "tests/support/Allocations.h"
@@ -15,28 +14,21 @@ namespace {
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
+struct Cut {
+    double value;
+    std::int16_t sample;
+};
+
+constexpr Cut kCuts[] = {
+    {0.0, 0},          {0.999, 0},        {-1.9, -1},   {32767.9, 32767},  {32768.0, -32768},
+    {40000.7, -25536}, {-32769.0, 32767}, {65536.0, 0}, {4294967297.5, 1}, {0x1p63 - 1024.0, -1024},
+    {0x1p63, 0},       {-0x1p63, 0},      {1e300, 0},   {kInfinity, 0},    {kNan, 0}};
+
+// What a processor makes of a number that no integer holds differs; a constant expression refuses it.
+static_assert(std::ranges::all_of(kCuts, [](const Cut& cut) { return ToSample(cut.value) == cut.sample; }));
+
 TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
-    const struct {
-        double value;
-        std::int16_t sample;
-    } rows[] = {
-        {0.0, 0},
-        {0.999, 0},
-        {-1.9, -1},
-        {32767.9, 32767},
-        {32768.0, -32768},
-        {40000.7, -25536},
-        {-32769.0, 32767},
-        {65536.0, 0},
-        {4294967297.5, 1},
-        {9223372036854774784.0, -1024},
-        {9223372036854775808.0, 0},
-        {-9223372036854775808.0, 0},
-        {1e300, 0},
-        {kInfinity, 0},
-        {kNan, 0},
-    };
-    for (const auto& row : rows) EXPECT_EQ(ToSample(row.value), row.sample) << row.value;
+    for (const Cut& cut : kCuts) EXPECT_EQ(ToSample(cut.value), cut.sample) << cut.value;
 }
 
 TEST(OutputStage, ScalesThenEmphasisesThenSetsTheVolume) {
@@ -52,14 +44,16 @@ TEST(OutputStage, ScalesThenEmphasisesThenSetsTheVolume) {
 
 ShelfSettings Shelf(double G, double F) { return {.G = G, .F = F, .P3 = (1.0 + 1.0 / G) / 2.0, .P4 = 0.0}; }
 
-/// The level of the tail of a long sine, relative to the input.
-double GainAt(OutputStage& stage, double omega) {
-    double peak = 0.0;
-    for (int n = 0; n < 8000; ++n) {
-        const double y = stage.Process(1000.0 * std::cos(omega * n));
-        if (n > 6000) peak = std::fmax(peak, std::fabs(y));
+/// The level of a long sine's tail, relative to the input, at the low end of the band over that at the high.
+double LowOverHigh(OutputStage& stage) {
+    double peaks[] = {0.0, 0.0};
+    for (const int end : {0, 1}) {
+        for (int n = 0; n < 8000; ++n) {
+            const double y = stage.Process(end == 0 || n % 2 == 0 ? 1000.0 : -1000.0);
+            if (n > 6000) peaks[end] = std::fmax(peaks[end], std::fabs(y));
+        }
     }
-    return peak / 1000.0;
+    return peaks[0] / peaks[1];
 }
 
 TEST(OutputStage, RunsAShelfOnlyWhileItsGainExceedsOne) {
@@ -69,79 +63,25 @@ TEST(OutputStage, RunsAShelfOnlyWhileItsGainExceedsOne) {
         stage.SetSampleFreq(11025.0);
         EXPECT_EQ(stage.Process(1000.0), 1000) << gain;
     }
-    OutputStage stage;
-    stage.SetShelves(Shelf(4.0, 300.0), ShelfSettings{});
-    EXPECT_EQ(stage.Process(1000.0), 1000) << "without a sample frequency nothing is designed";
-    stage.SetSampleFreq(11025.0);
-    const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
-    EXPECT_NEAR(low / high, 4.0, 0.02);
+    OutputStage low, high;
+    low.SetShelves(Shelf(4.0, 300.0), ShelfSettings{});
+    EXPECT_EQ(low.Process(1000.0), 1000) << "without a sample frequency nothing is designed";
+    low.SetSampleFreq(11025.0);
+    EXPECT_NEAR(LowOverHigh(low), 4.0, 0.02);
+    high.SetSampleFreq(16000.0);
+    high.SetShelves(ShelfSettings{}, Shelf(3.0, 3000.0));
+    EXPECT_NEAR(LowOverHigh(high), 1 / 3.0, 0.02);
 }
 
-TEST(OutputStage, HighShelfLiftsTheTopOfTheBand) {
-    OutputStage stage;
-    stage.SetSampleFreq(16000.0);
-    stage.SetShelves(ShelfSettings{}, Shelf(3.0, 3000.0));
-    const double low = GainAt(stage, 0.0), high = GainAt(stage, 3.14159265);
-    EXPECT_NEAR(high / low, 3.0, 0.02);
-}
-
-/// A stretch is cut at once unless it holds a value too large for that: the samples must not depend on how
-/// sums are put together.
-TEST(OutputStage, StretchesGiveTheSamplesOfSingleValues) {
-    const struct {
-        const char* what;
-        double gain, volume, preEmphasis, shelfGain;
-        std::vector<double> oddities;
-    } rows[] = {{"plain", 0.9, 1.1, 0.0, 1.0, {}},
-                {"beyond 16 bits", 3.0, 7.7, 0.95, 1.0, {}},
-                {"shelves", 1.0, 5.0, -0.6, 2.5, {}},
-                {"beyond 32 bits", 1.5, 1.0, 0.9, 1.0, {2e9, -3e9, 1e18, 1e300}},
-                {"beyond 32 bits, shelves", 1.0, -1.0, 0.9, 3.0, {2e9, -1e12}},
-                {"numbers that are none", 1.0, 1.0, 0.5, 1.0, {kNan, kInfinity, -kInfinity}}};
-    std::mt19937 random(11);
-    std::uniform_real_distribution<double> sound(-40000.0, 40000.0);
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        OutputStage stretches, single;
-        for (OutputStage* const stage : {&stretches, &single}) {
-            stage->outputGain = row.gain;
-            stage->volume = row.volume;
-            stage->preEmphasis = row.preEmphasis;
-            stage->SetShelves(Shelf(row.shelfGain, 300.0), Shelf(row.shelfGain, 3000.0));
-            stage->SetSampleFreq(11025.0);
-        }
-        for (int k = 0; k < 200; ++k) {
-            std::vector<double> sums(random() % 70);
-            for (double& sum : sums) sum = sound(random);
-            if (!row.oddities.empty() && !sums.empty() && k % 3 == 0) {
-                sums[random() % sums.size()] = row.oddities[random() % row.oddities.size()];
-            }
-            std::vector<std::int16_t> samples(sums.size()), expected;
-            for (const double sum : sums) expected.push_back(single.Process(sum));
-            stretches.Process(sums, samples.data());
-            ASSERT_EQ(samples, expected) << "stretch " << k;
-        }
-    }
-}
-
-TEST(OutputStage, ANewDesignClearsTheFilters) {
-    const auto rendered = [](bool excitedBefore) {
+TEST(OutputStage, OnlyANewDesignClearsTheFilters) {
+    for (const double next : {11025.0, 22050.0}) {
         OutputStage stage;
         stage.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
         stage.SetSampleFreq(11025.0);
-        if (excitedBefore) stage.Process(30000.0);
-        stage.SetSampleFreq(22050.0);
-        return stage.Process(0.0) == 0 && stage.Process(0.0) == 0;
-    };
-    EXPECT_TRUE(rendered(false));
-    EXPECT_TRUE(rendered(true));
-
-    OutputStage same;
-    same.SetShelves(Shelf(2.0, 500.0), ShelfSettings{});
-    same.SetSampleFreq(11025.0);
-    same.Process(30000.0);
-    same.SetSampleFreq(11025.0);
-    EXPECT_NE(same.Process(0.0), 0) << "the same frequency keeps design and state";
+        stage.Process(30000.0);
+        stage.SetSampleFreq(next);
+        EXPECT_EQ(stage.Process(0.0) == 0, next != 11025.0) << next;
+    }
 }
 
 TEST(OutputStage, ADesignThatRunsOutOfMemoryChangesNothing) {

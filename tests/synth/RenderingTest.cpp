@@ -1,108 +1,78 @@
 // SPDX-License-Identifier: MIT
 #include <limits>
 
-#include "tests/synth/SynthFixture.h"
+#include "com/FlushDenormals.h"
+#include "tests/synth/Synth.h"
 
 namespace larynth::test {
 namespace {
 
-class Rendering : public SynthFixture {};
+using Calls = std::vector<std::string>;
+using Shorts = std::vector<short>;
 
-TEST_F(Rendering, MixesTheComponentsOfASampleInTheirOrder) {
-    Initialize();
-    // (voicing 0 ×2 + aspiration 10) ×3 + frication 100 ×5
-    EXPECT_EQ(Render(Packet(2)), (std::vector<short>{530, 530}));
-    const auto first = std::find(script.log.begin(), script.log.end(), "voicing");
-    EXPECT_EQ(
-        std::vector<std::string>(first, first + 6),
-        (std::vector<std::string>{"voicing", "aspiration", "frication", "filter", "cascade", "parallel"}));
-}
+class Rendering : public Synth {};
 
-TEST_F(Rendering, HandsThePacketToTheComponentsInOrder) {
-    Initialize();
-    Render(Packet(0));
-    std::vector<std::string> order;
-    std::copy_if(script.log.begin(), script.log.end(), std::back_inserter(order),
-                 [](const std::string& call) { return call.ends_with("SetParams"); });
-    EXPECT_EQ(order,
-              (std::vector<std::string>{"voicing.SetParams", "cascade.SetParams", "parallel.SetParams",
-                                        "aspiration.SetParams", "frication.SetParams", "filter.SetParams"}));
-}
-
-TEST_F(Rendering, NeedsInitialization) {
-    const auto packet = Packet();
-    ComPtr<IUnknown> output;
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), E_FAIL);
-    Initialize();
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), S_OK);
-    process->Uninitialize();
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), E_FAIL);
+TEST_F(Rendering, HandsOutThePacketAndMixesEachSampleInOrder) {
+    EXPECT_EQ(Render(Packet(1)), Shorts{530});
+    EXPECT_EQ(script.calls, (Calls{"create", "voicing.SetParams", "cascade.SetParams", "parallel.SetParams",
+                                   "aspiration.SetParams", "frication.SetParams", "filter.SetParams",
+                                   "voicing", "aspiration", "frication", "filter", "cascade", "parallel"}));
+    structure->RemoveComponent(6);
+    script.Restart();
+    Render(Packet(1));
+    EXPECT_EQ(script.Times("filter") + script.Times("filter.SetParams"), 0) << "an empty filter is skipped";
+    for (int length : {0, 500, 501, 100000})
+        EXPECT_EQ(Render(Packet(length)), Shorts(static_cast<std::size_t>(length), 530)) << length;
 }
 
 TEST_F(Rendering, RefusesWhatItCannotRender) {
-    struct Row {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto unknown = [](auto pointer) { return ComPtr<IUnknown>::Adopt(pointer.Detach()); };
+    const struct {
         const char* what;
         ComPtr<IUnknown> input;
         IID idOut;
-        HRESULT expected;
+        const char* code;
+    } rows[] = {
+        {"another output interface", unknown(Packet(3)), IID_IUnknown, "E_FAIL"},
+        {"sample frequency 0", unknown(Packet(3, 0.0)), GUID_NULL, "E_FAIL"},
+        {"negative sample frequency", unknown(Packet(3, -1.0)), GUID_NULL, "E_FAIL"},
+        {"sample frequency not a number", unknown(Packet(3, nan)), GUID_NULL, "E_FAIL"},
+        {"negative frame length", unknown(Packet(-1)), GUID_NULL, "E_FAIL"},
+        {"no known kind of input", New<TTSVoice, IUnknown>(), GUID_NULL, "E_NOINTERFACE"},
+        {"a marker without content", New<TTSSoundData, IUnknown>(), GUID_NULL, "E_NOINTERFACE"},
+        {"a list asked for as nothing", unknown(List()), GUID_NULL, "E_NOINTERFACE"},
+        {"nothing", {}, GUID_NULL, "E_POINTER"},
     };
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    Initialize();
-    const auto other = ComPtr<IUnknown>::Adopt(new FakeTract<ITTSVocalTract>("other", 1.0));
-    const auto unknown = [](auto pointer) { return ComPtr<IUnknown>::Adopt(pointer.Detach()); };
-    const Row rows[] = {
-        {"another output interface", unknown(Packet()), IID_IUnknown, E_FAIL},
-        {"sample frequency 0", unknown(Packet(3, 0.0)), GUID_NULL, E_FAIL},
-        {"negative sample frequency", unknown(Packet(3, -1.0)), GUID_NULL, E_FAIL},
-        {"sample frequency not a number", unknown(Packet(3, nan)), GUID_NULL, E_FAIL},
-        {"negative frame length", unknown(Packet(-1)), GUID_NULL, E_FAIL},
-        {"no known kind of input", other, GUID_NULL, E_NOINTERFACE},
-        {"a marker without content", ComPtr<IUnknown>::Adopt(static_cast<ITTSSoundData*>(new FakeBlock)),
-         GUID_NULL, E_NOINTERFACE},
-        {"a list asked for as nothing", unknown(List()), GUID_NULL, E_NOINTERFACE},
-        {"nothing", {}, GUID_NULL, E_POINTER},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (const auto& row : rows) {
         IUnknown* output = row.input.Get();
-        EXPECT_EQ(process->Calculate(row.input.Get(), GUID_NULL, row.idOut, &output), row.expected);
-        EXPECT_EQ(output, nullptr);
+        EXPECT_EQ(Code(process->Calculate(row.input.Get(), GUID_NULL, row.idOut, &output)), row.code)
+            << row.what;
+        EXPECT_EQ(output, nullptr) << row.what;
     }
-    EXPECT_EQ(process->Calculate(rows[0].input.Get(), GUID_NULL, GUID_NULL, nullptr), E_POINTER);
+    EXPECT_EQ(Code(process->Calculate(rows[0].input.Get(), GUID_NULL, GUID_NULL, nullptr)), "E_POINTER");
 }
 
-TEST_F(Rendering, RendersFramesOfAnyLength) {
-    Initialize();
-    for (int length : {0, 1, 500, 501, 100000}) {
-        EXPECT_EQ(Render(Packet(length)), std::vector<short>(static_cast<std::size_t>(length), 530));
-    }
-}
-
-TEST_F(Rendering, FailsWhileAMandatoryRoleIsEmpty) {
-    Initialize();
-    const auto packet = Packet();
+TEST_F(Rendering, NeedsInitializationAndEveryMandatoryRole) {
+    const auto packet = Packet(3);
     ComPtr<IUnknown> output;
-    EXPECT_EQ(structure->SetVocalTract(packet.Get(), GUID_NULL), E_NOINTERFACE);
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), E_FAIL);
+    EXPECT_EQ(Code(structure->SetVocalTract(packet.Get(), GUID_NULL)), "E_NOINTERFACE");
+    EXPECT_EQ(Code(Calculate(packet.Get(), GUID_NULL, output)), "E_FAIL");
     EXPECT_FALSE(output);
-    Initialize();  // fills the role again
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), S_OK);
-}
-
-TEST_F(Rendering, SkipsAnEmptyVoicingFilter) {
-    Initialize();
-    structure->RemoveComponent(6);
-    Render(Packet(1));
-    EXPECT_EQ(Times("filter") + Times("filter.SetParams"), 0);
+    script.Restart();
+    process->Initialize(nullptr, GUID_NULL);
+    EXPECT_EQ(script.calls, Calls{"create"}) << "only what is missing";
+    EXPECT_EQ(Code(Calculate(packet.Get(), GUID_NULL, output)), "S_OK");
+    process->Uninitialize();
+    EXPECT_EQ(Code(Calculate(packet.Get(), GUID_NULL, output)), "E_FAIL");
 }
 
 TEST_F(Rendering, AttachesThePacketOnlyWithSyncPointsOn) {
-    Initialize();
-    const auto packet = Packet();
+    const auto packet = Packet(3);
     for (LONG on : {0, 1, -7, 0}) {
         attributes->SetPacketSyncPointState(on);
         ComPtr<IUnknown> output;
-        ASSERT_EQ(Calculate(packet.Get(), IID_ITTSSoundData, output), S_OK);
+        ASSERT_EQ(Code(Calculate(packet.Get(), IID_ITTSSoundData, output)), "S_OK");
         ComPtr<ITTSSyncHolder> holder;
         holder.Query(output.Get());
         ComPtr<ILarynthParams> attached;
@@ -111,40 +81,85 @@ TEST_F(Rendering, AttachesThePacketOnlyWithSyncPointsOn) {
     }
 }
 
-TEST_F(Rendering, AppliesOutputGainAndVolume) {
-    Initialize();
-    attributes->SetOutputGain(2.0);
-    attributes->SetVolume(-0.5);
-    double value = 0.0;
-    EXPECT_EQ(attributes->GetOutputGain(&value), S_OK);
-    EXPECT_EQ(value, 2.0);
-    EXPECT_EQ(attributes->GetVolume(&value), S_OK);
-    EXPECT_EQ(value, -0.5);
-    EXPECT_EQ(attributes->GetVolume(nullptr), E_POINTER);
-    EXPECT_EQ(Render(Packet(1)), std::vector<short>{-530});
-}
-
-/// A component that fades: each of its samples changes the synthesizer's volume.
-class FadingNoise final : public FakeNoise<ITTSFricationSource> {
+/// A component that looks and acts around while it is asked for a sample.
+class Busy final : public FakeStage<ITTSFricationSource> {
   public:
-    explicit FadingNoise(ILarynthAttributes* attributes)
-        : FakeNoise("frication", 100.0), attributes_(attributes) {}
-
+    Busy(Script& told, std::function<double()> act) : FakeStage(told, "busy"), act_(std::move(act)) {}
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) override {
-        attributes_->SetVolume(volume_ += 1.0);
-        return FakeNoise::CalculateNext(pdValue);
+        *pdValue = act_();
+        return S_OK;
     }
 
   private:
-    ILarynthAttributes* attributes_;
-    double volume_ = 0.0;
+    std::function<double()> act_;
 };
 
-TEST_F(Rendering, ASettingThatAComponentChangesActsOnTheSampleAtHand) {
-    const auto noise = Adopt<ITTSFricationSource>(new FadingNoise(attributes.Get()));
-    ASSERT_EQ(structure->SetFricationSource(noise.Get(), GUID_NULL), S_OK);
-    Initialize();
-    EXPECT_EQ(Render(Packet(3)), (std::vector<short>{530, 1060, 1590}));
+TEST_F(Rendering, SettingsActAtOnce) {
+    attributes->SetOutputGain(2.0);
+    attributes->SetVolume(-0.5);
+    double value = 0.0;
+    EXPECT_EQ(Code(attributes->GetOutputGain(&value)), "S_OK");
+    EXPECT_EQ(value, 2.0);
+    EXPECT_EQ(Code(attributes->GetVolume(&value)), "S_OK");
+    EXPECT_EQ(value, -0.5);
+    EXPECT_EQ(Code(attributes->GetVolume(nullptr)), "E_POINTER");
+    EXPECT_EQ(Render(Packet(1)), Shorts{-530});
+
+    attributes->SetOutputGain(1.0);
+    double volume = 0.0;
+    Busy fading(script, [&] { return attributes->SetVolume(volume += 1.0), 100.0; });
+    structure->SetFricationSource(fading.Unknown(), GUID_NULL);
+    EXPECT_EQ(Render(Packet(3)), (Shorts{530, 1060, 1590})) << "from a component, on the sample at hand";
+    structure->SetFricationSource(frication.Unknown(), GUID_NULL);
+}
+
+TEST_F(Rendering, AnswersAPartnerThatRaisesWithAFailure) {
+    FakePacket packet(script, {{"FrameLen", 1}});
+    ComPtr<IUnknown> output;
+    for (const char* call : {"voicing.SetParams", "cascade.SetParams", "filter.SetParams", "voicing",
+                             "parallel", "FrameLen", "create", "QueryInterface"}) {
+        script.Throw(call);
+        EXPECT_EQ(Code(Calculate(packet.Unknown(), GUID_NULL, output)), "E_FAIL") << call;
+        EXPECT_FALSE(output) << call;
+    }
+    EXPECT_EQ(Code(structure->SetVoicingSource(source.Unknown(), GUID_NULL)), "E_FAIL");
+    EXPECT_EQ(Code(structure->SetVocalTract(cascade.Unknown(), GUID_NULL)), "E_FAIL");
+    IUnknown* any = nullptr;
+    EXPECT_EQ(Code(structure->GetComponent(6, IID_IUnknown, &any)), "E_FAIL");
+    EXPECT_EQ(Code(attributes->SetVoice(packet.Unknown(), GUID_NULL)), "E_FAIL");
+}
+
+TEST_F(Rendering, TakesDenormalsForZeroAndRestoresTheArithmetic) {
+    const auto isFlushed = [] {
+        volatile double denormal = 1e-310;
+        return denormal * 1.0 == 0.0;
+    };
+    bool can = false, whileRendering = false;
+    {
+        const FlushDenormals here;
+        can = isFlushed();
+    }
+    Busy observer(script, [&] { return whileRendering = isFlushed(), 0.0; });
+    structure->SetFricationSource(observer.Unknown(), GUID_NULL);
+    Render(Packet(1));
+    EXPECT_EQ(whileRendering, can);
+    EXPECT_FALSE(isFlushed());
+    structure->SetFricationSource(frication.Unknown(), GUID_NULL);
+}
+
+TEST_F(Rendering, UsesTheClassObjectThatIsOfferedNowAndHoldsNone) {
+    Script other;
+    {
+        Offer later(other, CLSID_TTSSoundData,
+                    [](REFIID riid, void** ppv) { return CreateInstance<TTSSoundData>(nullptr, riid, ppv); });
+        for (int i = 0; i < 3; ++i) Render(Packet(1));
+        EXPECT_EQ(other.Times("create"), 3);
+        EXPECT_EQ(later.references, 1) << "that of the registration";
+    }
+    Render(Packet(1));
+    const Offer nothing(other, CLSID_TTSSoundData, [](REFIID, void**) { return S_OK; });
+    ComPtr<IUnknown> output;
+    EXPECT_EQ(Code(Calculate(Packet(1).Get(), GUID_NULL, output)), "E_FAIL") << "success without a block";
 }
 
 }  // namespace

@@ -1,96 +1,165 @@
 // SPDX-License-Identifier: MIT
-#include "tests/synth/SynthFixture.h"
+#include "components/TTSVoicingSourceWave.h"
+#include "tests/synth/Synth.h"
 
 namespace larynth::test {
 namespace {
 
-class ComponentRoles : public SynthFixture {};
+using Shorts = std::vector<short>;
 
-/// A block is an object that plays no role of the model.
-ComPtr<IUnknown> Misfit() { return ComPtr<IUnknown>::Adopt(static_cast<ITTSSoundData*>(new FakeBlock)); }
+class Roles : public Synth {
+  protected:
+    /// A voice; with a source of its own or none.
+    HRESULT SetVoice(IUnknown* voiceSource, double preEmphasis = 0.0, double shelfGain = 1.0) {
+        settings->SetVoicingSource(voiceSource);
+        settings->SetPreEmphasis(preEmphasis);
+        settings->SetOpenQuotient(0.7);
+        settings->SetLowFilter(300.0, shelfGain, 0.75, 0.0);
+        script.Restart();
+        return attributes->SetVoice(settings.Get(), GUID_NULL);
+    }
+    HRESULT SetNoVoice() {
+        script.Restart();
+        return attributes->SetVoice(nullptr, GUID_NULL);
+    }
 
-TEST_F(ComponentRoles, AreAddedUnderTheirFixedNumbers) {
-    const ComPtr<IUnknown> source = ComPtr<IUnknown>::Adopt(new FakeVoicingSource<>);
-    const ComPtr<IUnknown> aspiration =
-        ComPtr<IUnknown>::Adopt(new FakeNoise<ITTSAspirationSource>("a", 0.0));
-    const ComPtr<IUnknown> frication = ComPtr<IUnknown>::Adopt(new FakeNoise<ITTSFricationSource>("f", 0.0));
-    const ComPtr<IUnknown> cascade = ComPtr<IUnknown>::Adopt(new FakeTract<ITTSVocalTract>("c", 1.0));
-    const ComPtr<IUnknown> parallel = ComPtr<IUnknown>::Adopt(new FakeTract<ITTSParallelTract>("p", 1.0));
-    const ComPtr<IUnknown> filter = ComPtr<IUnknown>::Adopt(new FakeVoicingFilter);
+    ComPtr<ITTSVoiceSettings> settings = New<TTSVoice, ITTSVoiceSettings>();
+    ComPtr<ITTSVoicingSourceWave> wave = New<TTSVoicingSourceWave, ITTSVoicingSourceWave>();
+};
+
+TEST_F(Roles, AreFilledUnderTheirFixedNumbers) {
     const struct {
         IID role;
         IUnknown* component;
         LONG number;
-        HRESULT forNull;
+        const char* forNull;
     } rows[] = {
-        {IID_ITTSVoicingSource, source.Get(), 1, E_POINTER},
-        {IID_ITTSAspirationSource, aspiration.Get(), 2, E_FAIL},
-        {IID_ITTSFricationSource, frication.Get(), 3, E_FAIL},
-        {IID_ITTSVocalTract, cascade.Get(), 4, E_FAIL},
-        {IID_ITTSParallelTract, parallel.Get(), 5, E_FAIL},
-        {IID_ITTSVoicingSourceFilter, filter.Get(), 6, E_FAIL},
+        {IID_ITTSVoicingSource, source.Unknown(), 1, "E_POINTER"},
+        {IID_ITTSAspirationSource, aspiration.Unknown(), 2, "E_FAIL"},
+        {IID_ITTSFricationSource, frication.Unknown(), 3, "E_FAIL"},
+        {IID_ITTSVocalTract, cascade.Unknown(), 4, "E_FAIL"},
+        {IID_ITTSParallelTract, parallel.Unknown(), 5, "E_FAIL"},
+        {IID_ITTSVoicingSourceFilter, filter.Unknown(), 6, "E_FAIL"},
     };
-    const ComPtr<IUnknown> misfit = Misfit();
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.number);
-        LONG number = 0;
-        EXPECT_EQ(structure->AddComponent(row.component, row.role, &number), S_OK);
-        EXPECT_EQ(number, row.number);
-        number = 0;
-        EXPECT_EQ(structure->AddComponent(nullptr, row.role, &number), row.forNull);
-        EXPECT_EQ(number, row.number) << "written also when the action failed";
-        number = 0;
-        EXPECT_EQ(structure->AddComponent(misfit.Get(), row.role, &number), E_NOINTERFACE);
-        EXPECT_EQ(number, row.number);
-        EXPECT_EQ(structure->AddComponent(row.component, row.role, nullptr), E_POINTER);
+        // The number is written also when the action failed.
+        for (const auto& [component, code] : {std::pair<IUnknown*, const char*>(row.component, "S_OK"),
+                                              {nullptr, row.forNull},
+                                              {settings.Get(), "E_NOINTERFACE"}}) {
+            LONG number = 0;
+            EXPECT_EQ(Code(structure->AddComponent(component, row.role, &number)), code) << row.number;
+            EXPECT_EQ(number, row.number);
+        }
+        EXPECT_EQ(Code(structure->AddComponent(row.component, row.role, nullptr)), "E_POINTER") << row.number;
     }
     LONG number = 77;
-    EXPECT_EQ(structure->AddComponent(source.Get(), IID_ILarynthParams, &number), S_OK);
+    EXPECT_EQ(Code(structure->AddComponent(source.Unknown(), IID_ILarynthParams, &number)), "S_OK");
     EXPECT_EQ(number, 77) << "an unknown role does nothing";
 }
 
-TEST_F(ComponentRoles, OnlyTheVoicingFilterIsReadBackAndRemoved) {
-    ComPtr<ITTSVoicingSourceFilter> filter;
-    EXPECT_EQ(structure->GetComponent(6, filter.Id(), filter.PutUnknown()), E_FAIL);
-    Initialize();
+TEST_F(Roles, OnlyTheVoicingFiltersIsReadBackAndEmptied) {
+    ComPtr<ITTSVoicingSourceFilter> found;
     for (LONG number : {0, 1, 5, 7, -1}) {
-        EXPECT_EQ(structure->RemoveComponent(number), S_OK);
-        EXPECT_EQ(structure->GetComponent(number, IID_IUnknown, filter.PutUnknown()), E_FAIL) << number;
+        EXPECT_EQ(Code(structure->RemoveComponent(number)), "S_OK");
+        EXPECT_EQ(Code(structure->GetComponent(number, IID_IUnknown, found.PutUnknown())), "E_FAIL")
+            << number;
     }
-    EXPECT_EQ(structure->GetComponent(6, filter.Id(), filter.PutUnknown()), S_OK);
-    EXPECT_TRUE(filter);
-    EXPECT_EQ(structure->GetComponent(6, filter.Id(), nullptr), E_POINTER);
+    EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), found.PutUnknown())), "S_OK");
+    EXPECT_EQ(found.Get(), &filter);
+    EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), nullptr)), "E_POINTER");
     structure->RemoveComponent(6);
-    EXPECT_EQ(structure->GetComponent(6, filter.Id(), filter.PutUnknown()), E_FAIL);
+    EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), found.PutUnknown())), "E_FAIL");
 }
 
-TEST_F(ComponentRoles, FilledByTheClientAreLeftAloneByInitialize) {
-    auto* source = new FakeVoicingSource<>;
-    source->value = 7.0;
-    const auto held = ComPtr<ITTSVoicingSource>::Adopt(source);
-    auto* filter = new FakeVoicingFilter(1.0);
-    const auto heldFilter = ComPtr<ITTSVoicingSourceFilter>::Adopt(filter);
+TEST_F(Roles, FilledByTheClientAreLeftAloneByInitialize) {
+    FakeVoicingSource own(script, 7.0);
+    FakeVoicingFilter ownFilter(script, "own filter", 0.0, 1.0);
+    structure->SetVoicingSource(own.Unknown(), GUID_NULL);
+    EXPECT_EQ(filter.wired, own.Unknown());
     LONG number = 0;
-    structure->SetVoicingSource(source, GUID_NULL);
-    structure->AddComponent(filter, IID_ITTSVoicingSourceFilter, &number);
-    Initialize();
-    EXPECT_EQ(filter->wired, nullptr) << "a client's filter is the client's to wire";
-    EXPECT_EQ(Render(Packet(1)), std::vector<short>{551});  // (7 + 10)·3 + 500
-    EXPECT_EQ(source->resets, 0);
-    structure->SetVoicingSource(source, GUID_NULL);
-    EXPECT_EQ(filter->wired, static_cast<ITTSVoicingSource*>(source)) << "the next source is wired";
+    structure->AddComponent(ownFilter.Unknown(), IID_ITTSVoicingSourceFilter, &number);
+    process->Initialize(nullptr, GUID_NULL);
+    EXPECT_EQ(ownFilter.wired, nullptr) << "a client's filter is the client's to wire";
+    EXPECT_EQ(Render(Packet(1)), Shorts{551});  // (7 + 10)·3 + 500
+    EXPECT_EQ(script.Times("Reset"), 0);
+    structure->SetVoicingSource(own.Unknown(), GUID_NULL);
+    EXPECT_EQ(ownFilter.wired, own.Unknown()) << "the next source is wired";
+
+    for (IUnknown* bad : {static_cast<IUnknown*>(nullptr), reinterpret_cast<IUnknown*>(16)})
+        EXPECT_EQ(Code(structure->SetVoicingSource(bad, GUID_NULL)), "E_POINTER");
+    EXPECT_EQ(Render(Packet(1)), Shorts{551}) << "nothing changed so far";
+    EXPECT_EQ(Code(structure->SetVoicingSource(settings.Get(), GUID_NULL)), "E_NOINTERFACE");
+    ComPtr<IUnknown> output;
+    EXPECT_EQ(Code(Calculate(Packet(1).Get(), GUID_NULL, output)), "E_FAIL") << "the role is empty";
+    structure->RemoveComponent(6);
 }
 
-TEST_F(ComponentRoles, AFailedVoicingSourceLeavesTheRoleEmpty) {
-    Initialize();
-    const ComPtr<IUnknown> misfit = Misfit();
-    EXPECT_EQ(structure->SetVoicingSource(nullptr, GUID_NULL), E_POINTER);
-    EXPECT_EQ(structure->SetVoicingSource(reinterpret_cast<IUnknown*>(16), GUID_NULL), E_POINTER);
-    EXPECT_EQ(Render(Packet(1)), std::vector<short>{530}) << "nothing changed so far";
-    EXPECT_EQ(structure->SetVoicingSource(misfit.Get(), GUID_NULL), E_NOINTERFACE);
+TEST_F(Roles, AVoiceWithoutSourceKeepsAStandardOneAndReplacesAnyOther) {
+    FakeVoicingSource other(script);
+    FakeStandardSource standard(script);
+    const struct {
+        const char* what;
+        IUnknown* source;
+        bool isVoices;  // else the client's
+        long created;
+    } rows[] = {{"the synthesizer's own", nullptr, false, 0},
+                {"a client's of no known kind in a standard one's place", other.Unknown(), false, 1},
+                {"a client's standard one", standard.Unknown(), false, 0},
+                {"a client's wave table in a standard one's place", wave.Get(), false, 1},
+                {"a voice's wave table", wave.Get(), true, 1},
+                {"a voice's standard one", standard.Unknown(), true, 0},
+                {"a voice's of no known kind", other.Unknown(), true, 1}};
+    for (const auto& row : rows) {
+        if (row.isVoices) SetVoice(row.source);
+        if (!row.isVoices && row.source != nullptr) structure->SetVoicingSource(row.source, GUID_NULL);
+        for (const bool voice : {true, false}) {
+            EXPECT_EQ(Code(voice ? SetVoice(nullptr) : SetNoVoice()), "S_OK") << row.what;
+            EXPECT_EQ(script.Times("create"), voice ? row.created : 0) << row.what;
+            EXPECT_EQ(script.Times("Reset"), voice ? row.created : 0) << row.what;
+        }
+    }
+    structure->SetVoicingSource(source.Unknown(), GUID_NULL);
+}
+
+TEST_F(Roles, AVoicesSourceIsResetWiredAndGivenItsOpenQuotient) {
+    double OQ = 0.0;
+    EXPECT_EQ(Code(SetVoice(wave.Get())), "S_OK");
+    wave->GetOQ(&OQ);
+    EXPECT_EQ(OQ, 0.7);
+    FakeStandardSource standard(script, 1.0);
+    EXPECT_EQ(Code(SetVoice(standard.Unknown())), "S_OK");
+    EXPECT_EQ(script.Times("Reset"), 1);
+    EXPECT_EQ(filter.wired, standard.Unknown());
+    EXPECT_EQ(Render(Packet(1)), Shorts{536});  // (1·2 + 10)·3 + 500
+
+    SetVoice(wave.Get());
+    settings->SetVoicingSource(nullptr);
+    script.Return("create", E_OUTOFMEMORY);
+    EXPECT_EQ(Code(SetNoVoice()), "E_FAIL") << "no source can be had";
+    IUnknown* current = settings.Get();
+    EXPECT_EQ(Code(attributes->GetVoice(IID_IUnknown, &current)), "S_FALSE")
+        << "the voice is gone all the same";
+    EXPECT_EQ(current, nullptr);
     ComPtr<IUnknown> output;
-    const auto packet = Packet();
-    EXPECT_EQ(Calculate(packet.Get(), GUID_NULL, output), E_FAIL);
+    script.Return("create", S_OK);
+    EXPECT_EQ(Code(Calculate(Packet(1).Get(), GUID_NULL, output)), "E_FAIL") << "the role is empty";
+}
+
+TEST_F(Roles, AVoiceSetsPreEmphasisWhichGoesWithItAndShelvesWhichStay) {
+    EXPECT_EQ(Code(SetVoice(nullptr, 0.5)), "S_OK");
+    EXPECT_EQ(Render(Packet(2)), (Shorts{530, 265}));
+    SetNoVoice();
+    EXPECT_EQ(Render(Packet(1)), Shorts{530});
+    SetVoice(nullptr, 0.0, 2.0);
+    SetNoVoice();
+    EXPECT_NE(Render(Packet(1)), Shorts{530});
+
+    SetVoice(nullptr);
+    EXPECT_EQ(Code(attributes->SetVoice(Packet(1).Get(), GUID_NULL)), "E_FAIL") << "no voice";
+    ComPtr<ITTSVoice> current;
+    EXPECT_EQ(Code(attributes->GetVoice(current.Id(), current.PutUnknown())), "S_OK");
+    EXPECT_TRUE(current) << "nothing changed";
+    EXPECT_EQ(Code(attributes->GetVoice(current.Id(), nullptr)), "E_POINTER");
 }
 
 }  // namespace

@@ -20,7 +20,8 @@
 #include "packet/ItemTable.h"
 #include "packet/LarynthParams.h"
 #include "synth/Roles.h"
-#include "tests/support/FakeVoicingSource.h"
+#include "tests/support/ForwardingOuter.h"
+#include "tests/support/Partners.h"
 
 namespace larynth::vector {
 namespace {
@@ -91,7 +92,8 @@ std::vector<double> Shown(const Roles& roles) {
             Shown(roles.voicingFilter), Shown(roles.vocalTract),       Shown(roles.parallelTract)};
 }
 
-/// Two equal networks, one of which is rendered sample by sample, the other in stretches.
+/// Two equal networks. One is asked for each sample, and asks a packet that is part of another object for its
+/// values; the other takes the frame of a packet of ours and renders stretches.
 class Comparison {
   public:
     Comparison(const Kernels& kernels, const Make& make) : network_(kernels) {
@@ -102,7 +104,12 @@ class Comparison {
     /// One frame, the stretches as long as `stretches` says, again and again.
     void Render(KlattPacketData& values, IUnknown* packet, std::size_t count,
                 const std::vector<std::size_t>& stretches) {
-        single_.SetParams(packet);
+        ForwardingOuter outer;
+        const auto part = MakeObject<LarynthParams>(&outer);
+        part->Values().CopyFrom(values);
+        part->Inner().AddRef();
+        outer.part = ComPtr<IUnknown>::Adopt(&part->Inner());
+        single_.SetParams(&outer);
         blocks_.SetParams(packet);
         const FlushDenormals flush;
         const std::uint32_t state = LarynthNoise()->State();
@@ -265,7 +272,8 @@ TEST(Network, IsNoneWithAComponentThatCouldBehaveOtherwise) {
     EXPECT_TRUE(roles.OwnElements());
     {
         Roles foreign = roles;
-        FakeVoicingSource source;
+        test::Script script;
+        test::FakeVoicingSource source(script);
         foreign.voicingSource.Query(&source);
         EXPECT_FALSE(foreign.OwnElements()) << "a host's own source";
         foreign.voicingSource = roles.voicingSource;

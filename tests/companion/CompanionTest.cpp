@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+#include <climits>
+#include <functional>
+#include <gtest/gtest.h>
+
+#include <larynth/Larynth.h>
+
+#include "tests/support/BadPointer.h"
+#include "tests/support/Code.h"
+#include "tests/support/Partners.h"
+
+namespace larynth::test {
+namespace {
+
+/// A new object of one of the companion's classes, created as a host creates it.
+template <class Interface>
+ComPtr<Interface> New(REFCLSID id) {
+    EXPECT_EQ(Code(LarynthLoadModule(LARYNTH_COMPANION_MODULE)), "S_OK") << LarynthLastError();
+    ComPtr<Interface> object;
+    EXPECT_EQ(Code(object.Create(id)), "S_OK");
+    return object;
+}
+
+/// Every class that is a list, filled with four items.
+class ObjectList : public testing::TestWithParam<CLSID> {
+  protected:
+    using Places = std::vector<long>;
+
+    ObjectList() {
+        for (auto& item : items) list->Add(&item);
+    }
+    ~ObjectList() override { EXPECT_EQ(list.Detach()->Release(), 0U); }
+
+    /// What stands in the list, by its place in `items`.
+    Places Order() const {
+        Places order;
+        int count = -1;
+        EXPECT_EQ(Code(list->GetCount(&count)), "S_OK");
+        for (int i = 0; i < count; ++i) {
+            ComPtr<IUnknown> item;
+            EXPECT_EQ(Code(list->GetItem(i, IID_IUnknown, item.PutUnknown())), "S_OK");
+            order.push_back(static_cast<Fake<IUnknown>*>(item.Get()) - items);
+        }
+        return order;
+    }
+
+    Script script;
+    Fake<IUnknown> items[4]{Fake<IUnknown>(script), Fake<IUnknown>(script), Fake<IUnknown>(script),
+                            Fake<IUnknown>(script)};
+    ComPtr<ITTSObjectList> list = New<ITTSObjectList>(GetParam());
+};
+
+TEST_P(ObjectList, HoldsOneReferenceForEachPlace) {
+    const struct {
+        std::function<HRESULT()> change;
+        Places order;
+    } rows[] = {{[] { return S_OK; }, {0, 1, 2, 3}},
+                {[&] { return list->Add(&items[1]); }, {0, 1, 2, 3, 1}},
+                {[&] { return list->Insert(0, &items[3]); }, {3, 0, 1, 2, 3, 1}},
+                {[&] { return list->Insert(6, &items[0]); }, {3, 0, 1, 2, 3, 1, 0}},
+                {[&] { return list->SetItem(2, &items[2]); }, {3, 0, 2, 2, 3, 1, 0}},
+                {[&] { return list->SetItem(2, &items[2]); }, {3, 0, 2, 2, 3, 1, 0}},  // by itself
+                {[&] { return list->Remove(6); }, {3, 0, 2, 2, 3, 1}},
+                {[&] { return list->Remove(0); }, {0, 2, 2, 3, 1}},
+                {[&] { return list->Clear(); }, {}},
+                {[&] { return list->Add(&items[3]); }, {3}}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Code(row.change()), "S_OK");
+        EXPECT_EQ(Order(), row.order);
+        for (long i = 0; i < 4; ++i) EXPECT_EQ(items[i].references, std::ranges::count(row.order, i)) << i;
+    }
+}
+
+TEST_P(ObjectList, RefusesWhatItCannotDoAndStaysAsItWas) {
+    IUnknown* item = &items[0];
+    for (int index : {-1, 4, 5, INT_MIN, INT_MAX}) {
+        EXPECT_EQ(Code(list->GetItem(index, IID_IUnknown, &item)), "E_FAIL") << index;
+        EXPECT_EQ(item, nullptr);
+        EXPECT_EQ(Code(list->Remove(index)), "E_FAIL") << index;
+        EXPECT_EQ(Code(list->SetItem(index, &items[0])), "E_FAIL") << index;
+        EXPECT_EQ(Code(list->Insert(index == 4 ? -1 : index, &items[0])), "E_FAIL") << index;
+    }
+    for (const HRESULT bad :
+         {list->Add(nullptr), list->Insert(0, nullptr), list->SetItem(0, nullptr), list->GetCount(nullptr),
+          list->GetCount(ReadOnly<int>()), list->GetItem(0, IID_IUnknown, nullptr),
+          list->GetItem(0, IID_IUnknown, ReadOnly<IUnknown*>())}) {
+        EXPECT_EQ(Code(bad), "E_POINTER");
+    }
+    item = &items[0];
+    EXPECT_EQ(Code(list->GetItem(0, IID_ILarynthParams, &item)), "E_NOINTERFACE");
+    EXPECT_EQ(item, nullptr);
+    script.Throw("QueryInterface");
+    EXPECT_EQ(Code(list->GetItem(0, IID_IUnknown, &item)), "E_FAIL");
+    EXPECT_EQ(item, nullptr);
+    script = Script();
+    EXPECT_EQ(Order(), (Places{0, 1, 2, 3}));
+}
+
+TEST_P(ObjectList, RefusesChangesUntilEveryLockIsGivenBack) {
+    EXPECT_EQ(Code(list->Unlock()), "E_FAIL");
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(Code(list->Lock()), "S_OK");
+    for (int locks = 2; locks > 0; --locks) {
+        for (const HRESULT change : {list->Add(&items[0]), list->Insert(0, &items[0]),
+                                     list->SetItem(0, &items[1]), list->Remove(0), list->Clear()}) {
+            EXPECT_EQ(Code(change), "E_FAIL") << locks;
+        }
+        EXPECT_EQ(Order(), (Places{0, 1, 2, 3})) << "reading is what a lock is for";
+        EXPECT_EQ(Code(list->Unlock()), "S_OK");
+    }
+    EXPECT_EQ(Code(list->Unlock()), "E_FAIL");
+    EXPECT_EQ(Code(list->Add(&items[0])), "S_OK");
+}
+
+/// Looks at the list when the list lets it go, as an object's destruction may.
+class Watcher final : public Fake<IUnknown> {
+  public:
+    using Fake::Fake;
+    ULONG LARYNTH_CALL Release() override {
+        list->GetCount(&countSeen);
+        return Fake::Release();
+    }
+    ITTSObjectList* list = nullptr;
+    int countSeen = -1;
+};
+
+TEST_P(ObjectList, ReleasesADroppedItemInItsNewState) {
+    Watcher watcher(script);
+    watcher.list = list.Get();
+    list->Add(&watcher);
+    list->Remove(4);
+    EXPECT_EQ(watcher.countSeen, 4);
+    list->Add(&watcher);
+    list->Clear();
+    EXPECT_EQ(watcher.countSeen, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(ListAndHolder, ObjectList,
+                         testing::Values(CLSID_TTSObjectList, CLSID_TTSStreamHolder));
+
+TEST(SoundData, AppendsCopiesInOrderAndRefusesTheRest) {
+    using Samples = std::vector<short>;
+    const auto block = New<ITTSSoundData>(CLSID_TTSSoundData);
+    short samples[] = {1, -2, 32767, -32768};
+    const Samples before = {1, -2, 32767}, after = {1, -2, 32767, -32768};
+    const struct {
+        const char* what;
+        int format;
+        short* from;
+        int count;
+        const char* code;
+        Samples content;
+    } rows[] = {
+        {"no samples", 2, nullptr, 0, "S_OK", {}},
+        {"three samples", 2, samples, 3, "S_OK", before},
+        {"another format", 1, samples, 4, "E_FAIL", before},
+        {"a negative count", 2, samples, -1, "E_FAIL", before},
+        {"the most negative count", 2, samples, INT_MIN, "E_FAIL", before},
+        {"more than an int counts", 2, samples, INT_MAX, "E_FAIL", before},
+        {"null", 2, nullptr, 1, "E_POINTER", before},
+        {"no such memory", 2, reinterpret_cast<short*>(64), 4, "E_POINTER", before},
+        {"memory that ends too soon", 2, samples, INT_MAX - 3, "E_POINTER", before},
+        {"one sample", 2, samples + 3, 1, "S_OK", after},
+    };
+    const short *shown = nullptr, *again = nullptr;
+    int number = -1;
+    for (const auto& row : rows) {
+        EXPECT_EQ(Code(block->AppendSamples(row.format, row.from, row.count)), row.code) << row.what;
+        EXPECT_EQ(Code(block->GetSamples(&shown, &number)), "S_OK");
+        EXPECT_EQ(Samples(shown, shown + number), row.content) << row.what;
+    }
+    block->GetSamples(&again, &number);
+    EXPECT_EQ(again, shown) << "a view, no copy";
+    EXPECT_EQ(Code(block->GetFormat(&number)), "S_OK");
+    EXPECT_EQ(number, 0);
+    for (const auto& [format, code] : {std::pair(2, "S_OK"), {-2, "E_FAIL"}, {0, "E_FAIL"}, {3, "E_FAIL"}})
+        EXPECT_EQ(Code(block->SetFormat(format)), code) << format;
+    EXPECT_EQ(Code(block->GetFormat(&number)), "S_OK");
+    EXPECT_EQ(number, 2);
+    for (const HRESULT bad :
+         {block->GetFormat(nullptr), block->GetFormat(ReadOnly<int>()), block->GetSamples(nullptr, &number),
+          block->GetSamples(&again, ReadOnly<int>())}) {
+        EXPECT_EQ(Code(bad), "E_POINTER");
+    }
+    EXPECT_EQ(number, 2);
+}
+
+TEST(SyncHolder, HoldsTheObjectSetLastWithOneReference) {
+    for (const CLSID& id : {CLSID_TTSSoundData, CLSID_TTSStreamHolder}) {
+        Script script;
+        Fake<IUnknown> first(script), second(script);
+        auto holder = New<ITTSSyncHolder>(id);
+        IUnknown* object = &first;
+        EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
+        EXPECT_EQ(object, nullptr);
+        for (auto* each : {&first, &second, &second}) EXPECT_EQ(Code(holder->SetObject(each)), "S_OK");
+        EXPECT_EQ(first.references, 0);
+        EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
+        EXPECT_EQ(object, &second);
+        EXPECT_EQ(object->Release(), 1U) << "the caller's reference";
+        EXPECT_EQ(Code(holder->GetObject(IID_ITTSVoice, &object)), "E_NOINTERFACE");
+        EXPECT_EQ(object, nullptr);
+        EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, ReadOnly<IUnknown*>())), "E_POINTER");
+        EXPECT_EQ(Code(holder->SetObject(nullptr)), "S_OK");
+        EXPECT_EQ(second.references, 0);
+        holder->SetObject(&first);
+        if (ComPtr<ITTSObjectList> content; content.TryQuery(holder.Get())) {
+            EXPECT_EQ(Code(content->Clear()), "S_OK");
+            EXPECT_EQ(first.references, 1) << "apart from the content";
+        }
+        EXPECT_EQ(holder.Detach()->Release(), 0U);
+    }
+}
+
+TEST(Voice, GivesEachValueInItsOwnSlot) {
+    const auto settings = New<ITTSVoiceSettings>(CLSID_TTSVoice);
+    ComPtr<ITTSVoiceSourceParams> source;
+    ComPtr<ITTSVoiceFilterParams> filter;
+    source.Query(settings.Get());
+    filter.Query(settings.Get());
+    const struct {
+        const char* name;
+        std::function<HRESULT(double*)> get;
+        double initial, set;
+    } rows[] = {
+        {"pre-emphasis", [&](double* pd) { return source->GetPreEmphasis(pd); }, 0.0, 0.875},
+        {"open quotient", [&](double* pd) { return source->GetOpenQuotient(pd); }, 0.5, 0.625},
+        {"low F", [&](double* pd) { return filter->GetLowF(pd); }, 0.0, 300.0},
+        {"low P3", [&](double* pd) { return filter->GetLowP3(pd); }, 0.0, 0.75},
+        {"low P4", [&](double* pd) { return filter->GetLowP4(pd); }, 0.0, 0.125},
+        {"low G", [&](double* pd) { return filter->GetLowG(pd); }, 1.0, 2.0},
+        {"high F", [&](double* pd) { return filter->GetHighF(pd); }, 0.0, 3000.0},
+        {"high P3", [&](double* pd) { return filter->GetHighP3(pd); }, 0.0, 0.5},
+        {"high P4", [&](double* pd) { return filter->GetHighP4(pd); }, 0.0, -0.25},
+        {"high G", [&](double* pd) { return filter->GetHighG(pd); }, 1.0, 4.0},
+    };
+    for (const bool isNew : {true, false}) {
+        for (const auto& row : rows) {
+            double value = -1.0;
+            EXPECT_EQ(Code(row.get(&value)), "S_OK") << row.name;
+            EXPECT_EQ(value, isNew ? row.initial : row.set) << row.name;
+            EXPECT_EQ(Code(row.get(ReadOnly<double>())), "E_POINTER") << row.name;
+        }
+        for (const HRESULT set : {settings->SetPreEmphasis(0.875), settings->SetOpenQuotient(0.625),
+                                  settings->SetLowFilter(300.0, 2.0, 0.75, 0.125),
+                                  settings->SetHighFilter(3000.0, 4.0, 0.5, -0.25)}) {
+            EXPECT_EQ(Code(set), "S_OK");
+        }
+    }
+}
+
+TEST(Voice, HandsOutTheSourceThatItHolds) {
+    Script script;
+    FakeVoicingSource source(script);
+    Fake<IUnknown> noSource(script);
+    const auto voice = New<ITTSVoice>(CLSID_TTSVoice);
+    ComPtr<ITTSVoiceSettings> settings;
+    settings.Query(voice.Get());
+    IUnknown* got = &noSource;
+    EXPECT_EQ(Code(voice->GetVoicingSource(IID_ITTSVoicingSource, &got)), "S_OK");
+    EXPECT_EQ(got, nullptr);
+    EXPECT_EQ(Code(settings->SetVoicingSource(&source)), "S_OK");
+    EXPECT_EQ(Code(settings->SetVoicingSource(&noSource)), "E_NOINTERFACE");
+    EXPECT_EQ(Code(voice->GetVoicingSource(IID_ITTSVoicingSource, &got)), "S_OK");
+    EXPECT_EQ(got, &source) << "the voice keeps the one it had";
+    EXPECT_EQ(got->Release(), 1U);
+    EXPECT_EQ(Code(voice->GetVoicingSource(IID_ITTSVoicingSourceWave, &got)), "E_NOINTERFACE");
+    EXPECT_EQ(got, nullptr);
+    EXPECT_EQ(Code(settings->SetVoicingSource(nullptr)), "S_OK");
+    EXPECT_EQ(source.references, 0);
+    settings->SetVoicingSource(&source);  // released with the voice
+    script.Throw("QueryInterface");
+    EXPECT_EQ(Code(settings->SetVoicingSource(&noSource)), "E_FAIL");
+    EXPECT_EQ(Code(voice->GetVoicingSource(IID_IUnknown, &got)), "E_FAIL");
+    EXPECT_EQ(got, nullptr);
+    EXPECT_EQ(Code(voice->Reserved3()), "E_NOTIMPL");
+}
+
+}  // namespace
+}  // namespace larynth::test

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+/// What sources and the voicing filter do beside taking packets.
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+
+#include <larynth/Runtime.h>
+
+#include "com/Create.h"
+#include "components/NoiseSources.h"
+#include "components/TTSVocalTractR.h"
+#include "components/TTSVoicingSourceFilter.h"
+#include "components/TTSVoicingSourceStd.h"
+#include "tests/support/Code.h"
+#include "tests/support/FakePacket.h"
+#include "tests/support/Partners.h"
+
+namespace larynth::test {
+namespace {
+
+using Samples = std::vector<double>;
+
+double Next(auto& source) {
+    double sample = 7.0;
+    EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+    return sample;
+}
+
+void SetParams(auto& component, std::map<std::string, double> values) {
+    Script script;
+    EXPECT_EQ(Code(component->SetParams(FakePacket(script, std::move(values)).Unknown(), GUID_NULL)), "S_OK");
+}
+
+TEST(NoiseSource, DrawsAFreshValueOfTheProcessForEverySampleAlsoWhileSilent) {
+    // Amplitude 2 makes the generator's first draws (41, 18467, 6334, 26500, 19169 of 0 … 32767) these
+    // samples.
+    const double draws[] = {-1.7277163200622578, 0.22026599068990133, -1.0624252812278208, 1.0695084688333996,
+                            0.2944808817214882};
+    LarynthSeedNoise(1);
+    const auto aspiration = MakeObject<TTSAspirationSource>();
+    const auto frication = MakeObject<TTSFricationSource>();
+    EXPECT_EQ(Next(aspiration), 0.0) << "before any packet";
+    SetParams(aspiration, {{"AH", 2}});
+    SetParams(frication, {{"AF", -2}});
+    EXPECT_EQ(Next(frication), -draws[1]);
+    EXPECT_EQ(Next(aspiration), draws[2]);
+    SetParams(aspiration, {});
+    EXPECT_EQ(Next(aspiration), 0.0);
+    EXPECT_EQ(Next(frication), -draws[4]);
+    Script script;
+    script.Return("AF", E_FAIL);
+    EXPECT_EQ(Code(frication->SetParams(FakePacket(script, {{"AF", 2}}).Unknown(), GUID_NULL)), "S_OK");
+    EXPECT_EQ(Next(frication), 0.0) << "an amplitude that is not delivered is silence";
+}
+
+TEST(TTSVoicingSourceStd, SettersActOnTheNextSample) {
+    using Source = TTSVoicingSourceStd;
+    constexpr double kK = 116.1895003862225;  // 15·sqrt(60), a period of 1 s, half of which is open
+    const struct {
+        const char* name;
+        std::function<HRESULT(Source&)> set;
+        double first, second;
+    } rows[] = {
+        {"SetTL(30)", [](Source& s) { return s.SetTL(30.0); }, 0.3125 * kK, 0.25 * kK},
+        {"SetFL(0.3)", [](Source& s) { return s.SetFL(0.3); }, 0.3125 * kK, 0.25 * kK},
+        {"SetVolume(4)", [](Source& s) { return s.SetVolume(4.0); }, 0.625 * kK, 0.5 * kK},
+        {"SetDI(0.5)", [](Source& s) { return s.SetDI(0.5); }, 0.21875 * kK, -0.25 * kK},
+        {"SetF0(0)", [](Source& s) { return s.SetF0(0.0); }, 0.0, 0.0},
+        {"SetF0(2)", [](Source& s) { return s.SetF0(2.0); }, 0.125 * 7.5 * std::sqrt(480),
+         -3.75 * std::sqrt(480)},
+        {"SetOQ(1)", [](Source& s) { return s.SetOQ(1.0); }, 0.40625 * 15 * std::sqrt(7.5),
+         9.375 * std::sqrt(7.5)},
+        {"SetSampleFreq(4)", [](Source& s) { return s.SetSampleFreq(4.0); }, 0.25 * kK, -kK},
+        {"SetSampleFreq(0)", [](Source& s) { return s.SetSampleFreq(0.0); }, 0.0, 0.0},
+    };
+    for (const auto& row : rows) {
+        const auto source = MakeObject<Source>();
+        SetParams(source, {{"SampleFreq", 8}, {"F0", 1}, {"OQ", 0.5}, {"AV", 2}});
+        EXPECT_EQ(Code(row.set(*source)), "S_OK") << row.name;
+        EXPECT_DOUBLE_EQ(Next(source), row.first) << row.name;
+        EXPECT_DOUBLE_EQ(Next(source), row.second) << row.name;
+        EXPECT_EQ(Code(source->Reset()), "S_OK") << row.name;
+        EXPECT_DOUBLE_EQ(Next(source), row.first) << row.name << ": Reset restarts the period";
+    }
+}
+
+class VoicingFilter : public testing::Test {
+  protected:
+    double Next(double x) {
+        double sample = 7.0;
+        EXPECT_EQ(Code(filter->CalculateNext(x, &sample)), "S_OK");
+        return sample;
+    }
+
+    Script script;
+    FakeVoicingSource source{script};
+    Created<TTSVoicingSourceFilter> filter = MakeObject<TTSVoicingSourceFilter>();
+};
+
+TEST_F(VoicingFilter, MovesTheSourceInAFrameThatFlutters) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    script.Return("SetF0", E_FAIL);  // is not examined
+    const double step = 5000.0;      // 0.05 of flutter time a sample
+    SetParams(filter, {{"F0", 100}, {"FL", 0.3}, {"FLT", step}});
+    Next(1.0);  // without a source the flutter time stands still
+    EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
+    const std::pair<double, double> steady[] = {{100, 0.0},  {0, 0.3},    {-100, 0.3},
+                                                {kNan, 0.3}, {100, kNan}, {100, -0.3}};
+    for (const auto& [F0, FL] : steady) {
+        SetParams(filter, {{"F0", F0}, {"FL", FL}, {"FLT", step}});
+        Next(1.0);
+        EXPECT_TRUE(source.frequencies.empty()) << F0 << ", " << FL;
+    }
+    SetParams(filter, {{"F0", 100}, {"FL", 0.3}, {"FLT", step}});
+    EXPECT_EQ(Next(1.0), 1.0);
+    EXPECT_EQ(Code(filter->CalculateNext(1.0, nullptr)), "S_OK");
+    EXPECT_EQ(source.frequencies, (Samples{110.35605906843429, 102.10912854117358}));
+    script.Throw("SetF0");
+    double sample = 0.0;
+    EXPECT_EQ(Code(filter->CalculateNext(1.0, &sample)), "E_FAIL");
+    filter.reset();
+}
+
+TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
+    Script other;
+    FakeVoicingSource second(other);
+    Fake<IUnknown> noSource(script);
+    SetParams(filter, {{"F0", 100}, {"FL", 0.3}});
+    EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
+    EXPECT_EQ(Code(filter->SetVoicingSource(&second, GUID_NULL)), "S_OK");
+    EXPECT_EQ(source.references, 0);
+    Next(1.0);
+    EXPECT_EQ(second.frequencies, Samples{100.0});
+    EXPECT_EQ(Code(filter->SetVoicingSource(&noSource, GUID_NULL)), "E_NOINTERFACE");
+    EXPECT_EQ(second.references, 0);
+    Next(1.0);
+    EXPECT_EQ(second.frequencies.size(), 1U);
+    EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
+    EXPECT_EQ(Code(filter->SetVoicingSource(nullptr, GUID_NULL)), "S_OK");
+    EXPECT_EQ(source.references, 0);
+    EXPECT_EQ(Code(filter->SetVoicingSource(&second, GUID_NULL)), "S_OK");
+    filter.reset();
+}
+
+TEST(TTSVocalTractR, SectionsCanBeSetDirectly) {
+    const auto tract = MakeObject<TTSVocalTractR>();
+    int poles = 0, zeros = 0;
+    EXPECT_EQ(Code(tract->GetResonatorsCount(&poles)), "S_OK");
+    EXPECT_EQ(Code(tract->GetAntiResonatorsCount(&zeros)), "S_OK");
+    EXPECT_EQ(std::pair(poles, zeros), std::pair(6, 1));
+    EXPECT_EQ(Code(tract->GetResonatorsCount(nullptr)), "E_POINTER");
+    for (const int index : {-1, 6}) EXPECT_EQ(Code(tract->SetResonator(index, 9.0, 0.0, 0.0)), "E_FAIL");
+    for (const int index : {-1, 1}) EXPECT_EQ(Code(tract->SetAntiResonator(index, 9.0, 0.0, 0.0)), "E_FAIL");
+    for (const int index : {0, 5}) EXPECT_EQ(Code(tract->SetResonator(index, 0.5, 0.0, 0.0)), "S_OK");
+    EXPECT_EQ(Code(tract->SetAntiResonator(0, 4.0, 8.0, 16.0)), "S_OK");
+    for (const double expected : {1.0, 2.0, 4.0, 0.0}) {
+        double sample = 7.0;
+        tract->CalculateNext(expected == 1.0 ? 1.0 : 0.0, &sample);
+        EXPECT_EQ(sample, expected);
+    }
+}
+
+}  // namespace
+}  // namespace larynth::test
