@@ -50,19 +50,18 @@ TEST(Sections, NewCoefficientsContinueFromTheOldStateInTheStatedOrder) {
 
 TEST(LFilter, FollowsTheDifferenceEquation) {
     const struct {
-        const char* name;
         Samples feedback, feedForward, inputs, expected;
     } rows[] = {
-        {"echo", {0.0, 0.0, -0.5}, {1.0}, {8.0, 4.0, 2.0, 0.0, 0.0}, {8.0, 4.0, 2.0, -4.0, -2.0}},
+        {{0.0, 0.0, -0.5}, {1.0}, {8.0, 4.0, 2.0, 0.0, 0.0}, {8.0, 4.0, 2.0, -4.0, -2.0}},
         // Another order of the sum would lose the 1 beside 1e16.
-        {"feedback first", {1.0, -1.0}, {1.0}, {1e16, 0.0, 1.0}, {1e16, 1e16, 1.0}},
-        {"newest first", {}, {1.0, -1.0, 1.0}, {1.0, 1e16, 1e16}, {1.0, 1e16, 1.0}},
+        {{1.0, -1.0}, {1.0}, {1e16, 0.0, 1.0}, {1e16, 1e16, 1.0}},
+        {{}, {1.0, -1.0, 1.0}, {1.0, 1e16, 1e16}, {1.0, 1e16, 1.0}},
     };
     for (const auto& row : rows) {
         LFilter filter(0, 0);
         filter.SetCoefficients(row.feedback, row.feedForward);
         for (int run = 0; run < 2; ++run, filter.Reset()) {
-            EXPECT_EQ(Feed([&](double x) { return filter.Filter(x); }, row.inputs), row.expected) << row.name;
+            EXPECT_EQ(Feed([&](double x) { return filter.Filter(x); }, row.inputs), row.expected);
         }
     }
 }
@@ -97,7 +96,6 @@ TEST(TiltFilter, EachTiltHasItsSectionWhichOnlyAnotherTiltReplaces) {
         Samples response;
     } rows[] = {
         {0, -7, 11025, {1.0, 0.0}},
-        {0, 1, 11025, {0.5047855704504428, 0.29228838218781295}},
         {0, 11, 11025, {0.19523162967054908, 0.2180239368768106}},
         {0, 20, 16000, {0.04376869114283297, 0.07007720488523499, 0.08414919974764434}},
         {0, 50, 11025, {0.014328472161597198, 0.026218164562012015}},  // as 41
@@ -134,7 +132,6 @@ TEST(ShelfFilter, CoefficientsFollowTheDesign) {
         Samples feedback, feedForward;
     } rows[] = {
         {1.5, 500, 0.8, 11025, false, 'l', lowFeedback, low},
-        {1.5, 500, 0.8, 11025, true, 'x', lowFeedback, low},
         {1.5, 500, 0.8, 11025, true, 'l', lowFeedback, lowScaled},
         {2.0, 3000, 0.75, 16000, true, 'h', {-0.7848507087707203, -0.41269395321082336}, highScaled},
     };

@@ -80,8 +80,13 @@ TEST(NoiseGenerator, ASeedTakesEffectForTheNextDrawOfEveryThread) {
     Draws(generator, 10);
     std::thread([&] { generator.Seed(12345); }).join();
     EXPECT_EQ(Draws(generator, 3), (std::vector{7584, 19164, 25795}));
-    generator.Seed(generator.State());
-    EXPECT_EQ(generator.Draw(), 562) << "the end of the lease is the beginning of the new sequence";
+    generator.Seed(1);
+    Draws(generator, 10);
+    generator.Seed(1);
+    std::thread([&] { generator.Claim(NoiseLease::kDraws); }).join();
+    EXPECT_EQ(static_cast<std::uint32_t>(generator.Draw()),
+              NoiseValue(JumpNoiseState(1, NoiseLease::kDraws + 1)))
+        << "the old lease ended at the same state, but of another sequence";
 }
 
 }  // namespace
