@@ -68,8 +68,9 @@ TEST(Flutter, ManyStepsAtOnceReachTheTimesOfSingleSteps) {
                                  0.4 * kUnit, 2.6 * kUnit, 3.0 * kUnit}) {
             Flutter single, together;
             single.Step(100.0, 0.1, start * 1e5);
+            single.Step(100.0, 0.1, kUnit);  // to an odd multiple of the unit
             together = single;
-            for (const std::size_t count : {0U, 1U, 2U, 110U, 250U}) {
+            for (const std::size_t count : {110U, 0U, 1U, 2U, 250U}) {
                 Samples times(count);
                 together.Advance(FLT, times);
                 const auto step = [&](double) { return single.Step(100.0, 0.1, FLT), single.Time(); };
