@@ -6,7 +6,6 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include <larynth/Larynth.h>
@@ -14,45 +13,31 @@
 #include "tests/support/Allocations.h"
 #include "tests/support/Code.h"
 #include "tests/support/ForwardingOuter.h"
+#include "tests/support/InThreads.h"
 
 namespace {
 
 using larynth::ForwardingOuter;
 
 /// A component module of the build, loaded through the runtime; its entry points for direct calls.
-class ModuleUnderTest {
-  public:
-    using GetClassObjectEntry = HRESULT(REFCLSID rclsid, REFIID riid, void** ppv);
-    using CanUnloadEntry = HRESULT();
-
+struct ModuleUnderTest {
     explicit ModuleUnderTest(const char* path) {
-        EXPECT_EQ(Code(LarynthLoadModule(path)), Code(S_OK)) << LarynthLastError();
-        handle_ = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
-        EXPECT_NE(handle_, nullptr) << path;
-        getClassObject_ = reinterpret_cast<GetClassObjectEntry*>(dlsym(handle_, "DllGetClassObject"));
-        canUnload_ = reinterpret_cast<CanUnloadEntry*>(dlsym(handle_, "DllCanUnloadNow"));
-    }
-    ~ModuleUnderTest() { dlclose(handle_); }
-    ModuleUnderTest(const ModuleUnderTest&) = delete;
-    ModuleUnderTest& operator=(const ModuleUnderTest&) = delete;
-
-    HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) const {
-        return getClassObject_(rclsid, riid, ppv);
-    }
-    HRESULT CanUnload() const { return canUnload_(); }
-
-    /// True while the file at `path` is in the process's memory.
-    static bool IsInMemory(const char* path) {
-        void* handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
-        if (handle != nullptr) dlclose(handle);
-        return handle != nullptr;
+        EXPECT_EQ(Code(LarynthLoadModule(path)), "S_OK") << LarynthLastError();
+        void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+        GetClassObject = reinterpret_cast<decltype(GetClassObject)>(dlsym(handle, "DllGetClassObject"));
+        CanUnload = reinterpret_cast<decltype(CanUnload)>(dlsym(handle, "DllCanUnloadNow"));
+        dlclose(handle);  // the runtime holds it
     }
 
-  private:
-    void* handle_ = nullptr;
-    GetClassObjectEntry* getClassObject_ = nullptr;
-    CanUnloadEntry* canUnload_ = nullptr;
+    HRESULT (*GetClassObject)(REFCLSID rclsid, REFIID riid, void** ppv);
+    HRESULT (*CanUnload)();
 };
+
+bool InMemory(const char* path) {
+    void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr) dlclose(handle);
+    return handle != nullptr;
+}
 
 struct NamedInterface {
     std::string_view Name;
@@ -78,6 +63,10 @@ constexpr NamedInterface kInterfaces[] = {
     NAMED(ITTSVoiceSourceParams), NAMED(ITTSVoiceFilterParams), NAMED(ITTSVoiceSettings),
 };
 // clang-format on
+
+const IID& IdOf(std::string_view name) {
+    return std::ranges::find(kInterfaces, name, &NamedInterface::Name)->Id;
+}
 
 struct ClassRow {
     const char* Name;
@@ -107,15 +96,6 @@ class Conformance : public testing::TestWithParam<ClassRow> {
         EXPECT_EQ(Code(Module.CanUnload()), "S_OK");
     }
 
-    /// The listed interfaces with their identifiers, in the order of the list.
-    std::vector<NamedInterface> Listed() const {
-        std::vector<NamedInterface> listed;
-        for (std::string_view name : Row.Interfaces) {
-            listed.push_back(*std::ranges::find(kInterfaces, name, &NamedInterface::Name));
-        }
-        return listed;
-    }
-
     const ClassRow& Row = GetParam();
     ModuleUnderTest Module{Row.Module};
 };
@@ -126,15 +106,14 @@ TEST_P(Conformance, AnswersAndIsCreatedByItsInterfacesAndNoOther) {
     for (const auto& [name, id] : kInterfaces) {
         SCOPED_TRACE(name);
         const bool listed = Row.Lists(name);
-        void* answer = kUntouched;
+        void *answer = kUntouched, *created = kUntouched, *part = kUntouched;
         EXPECT_EQ(Code(object->QueryInterface(id, &answer)), listed ? "S_OK" : "E_NOINTERFACE");
-        EXPECT_EQ(answer != nullptr, listed);
-        if (answer != nullptr) static_cast<IUnknown*>(answer)->Release();
-        void* created = kUntouched;
         EXPECT_EQ(Code(Create(nullptr, id, &created)), listed ? "S_OK" : "E_NOINTERFACE");
-        EXPECT_EQ(created != nullptr, listed);
-        EXPECT_EQ(created != nullptr ? static_cast<IUnknown*>(created)->Release() : 0, 0U);
-        void* part = kUntouched;
+        for (void* face : {answer, created}) {
+            ASSERT_EQ(face != nullptr, listed);
+            EXPECT_EQ(listed ? static_cast<IUnknown*>(face)->Release() : 0,
+                      face == answer && listed ? 1U : 0U);
+        }
         EXPECT_EQ(Code(Create(&outer, id, &part)), "CLASS_E_NOAGGREGATION");
         EXPECT_EQ(part, nullptr);
     }
@@ -148,20 +127,20 @@ TEST_P(Conformance, HasOneCountAndOneIdentityWhichIsItsFirstInterface) {
     auto identity = New();
     ULONG references = 1;
     std::vector<ComPtr<IUnknown>> held;
-    for (const auto& from : Listed()) {
-        SCOPED_TRACE(from.Name);
+    for (const auto from : Row.Interfaces) {
+        SCOPED_TRACE(from);
         ComPtr<IUnknown> source, same;
-        ASSERT_EQ(Code(identity->QueryInterface(from.Id, source.PutVoid())), "S_OK");
+        ASSERT_EQ(Code(identity->QueryInterface(IdOf(from), source.PutVoid())), "S_OK");
         EXPECT_EQ(source->AddRef(), ++references + 1);
         EXPECT_EQ(source->Release(), references);
         EXPECT_TRUE(!held.empty() || source.Get() == identity.Get());
         ASSERT_EQ(Code(source->QueryInterface(IID_IUnknown, same.PutVoid())), "S_OK");
         EXPECT_EQ(same.Get(), identity.Get());
-        for (const auto& to : Listed()) {
+        for (const auto to : Row.Interfaces) {
             ComPtr<IUnknown> direct, crossed;
-            identity->QueryInterface(to.Id, direct.PutVoid());
-            EXPECT_EQ(Code(source->QueryInterface(to.Id, crossed.PutVoid())), "S_OK") << to.Name;
-            EXPECT_EQ(crossed.Get(), direct.Get()) << to.Name;
+            identity->QueryInterface(IdOf(to), direct.PutVoid());
+            EXPECT_EQ(Code(source->QueryInterface(IdOf(to), crossed.PutVoid())), "S_OK") << to;
+            EXPECT_EQ(crossed.Get(), direct.Get()) << to;
         }
         held.push_back(std::move(source));
     }
@@ -203,32 +182,31 @@ TEST_P(Conformance, ReportsEveryAllocationThatFailsOnCreation) {
     ForwardingOuter outer;
     for (IUnknown* owner : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&outer)}) {
         bool failed = true;
-        for (int ordinal = 1; failed; ++ordinal) {
+        int allocations = 0;
+        while (failed) {
             void* object = kUntouched;
             HRESULT hr = S_OK;
             {
-                const AllocationFailure failure(ordinal);
+                const AllocationFailure failure(++allocations);
                 hr = Create(owner, IID_IUnknown, &object);
                 failed = failure.Happened();
             }
-            EXPECT_EQ(Code(hr), failed ? "E_OUTOFMEMORY" : "S_OK") << "allocation " << ordinal;
-            ASSERT_EQ(object == nullptr, failed) << "allocation " << ordinal;
-            EXPECT_TRUE(failed || ordinal > 1) << "an object takes memory";
+            EXPECT_EQ(Code(hr), failed ? "E_OUTOFMEMORY" : "S_OK") << "allocation " << allocations;
+            ASSERT_EQ(object == nullptr, failed) << "allocation " << allocations;
             ExpectNothingLeft(failed ? 0 : static_cast<IUnknown*>(object)->Release());
         }
+        EXPECT_GT(allocations, 1) << "an object takes memory";
     }
 }
 
 TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
     const ModuleUnderTest other(Row.Module == std::string_view(LARYNTH_MODULE) ? LARYNTH_COMPANION_MODULE
                                                                                : LARYNTH_MODULE);
-    static void* const kReadOnly = nullptr;
-    void* out = kUntouched;
-    EXPECT_EQ(Code(other.GetClassObject(Row.Id, IID_IUnknown, &out)), "CLASS_E_CLASSNOTAVAILABLE");
-    EXPECT_EQ(out, nullptr);
-    out = kUntouched;
-    EXPECT_EQ(Code(Module.GetClassObject(Row.Id, IID_ITTSVoice, &out)), "E_NOINTERFACE");
-    EXPECT_EQ(out, nullptr);
+    void *missing = kUntouched, *refused = kUntouched;
+    EXPECT_EQ(Code(other.GetClassObject(Row.Id, IID_IUnknown, &missing)), "CLASS_E_CLASSNOTAVAILABLE");
+    EXPECT_EQ(Code(Module.GetClassObject(Row.Id, IID_ITTSVoice, &refused)), "E_NOINTERFACE");
+    EXPECT_EQ(missing, nullptr);
+    EXPECT_EQ(refused, nullptr);
     ComPtr<IClassFactory> factory, again;
     ComPtr<IUnknown> identity;
     ASSERT_EQ(Code(Module.GetClassObject(Row.Id, factory.Id(), factory.PutVoid())), "S_OK");
@@ -236,6 +214,7 @@ TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
     ASSERT_EQ(Code(again->QueryInterface(IID_IUnknown, identity.PutVoid())), "S_OK");
     EXPECT_EQ(again.Get(), factory.Get());
     EXPECT_EQ(identity.Get(), factory.Get());
+    static void* const kReadOnly = nullptr;
     for (void** const bad : {static_cast<void**>(nullptr), const_cast<void**>(&kReadOnly)}) {
         EXPECT_EQ(Code(Module.GetClassObject(Row.Id, IID_IUnknown, bad)), "E_POINTER");
         EXPECT_EQ(Code(Module.GetClassObject(GUID_NULL, IID_IUnknown, bad)), "E_POINTER");
@@ -256,8 +235,7 @@ TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
 }
 
 const std::vector<ClassRow>& Classes() {
-    static const char* const larynth = LARYNTH_MODULE;
-    static const char* const companion = LARYNTH_COMPANION_MODULE;
+    constexpr const char *larynth = LARYNTH_MODULE, *companion = LARYNTH_COMPANION_MODULE;
     // clang-format off
 #define CLASS(Class, Module, ...) {#Class, CLSID_##Class, Module, {__VA_ARGS__}}
     static const std::vector<ClassRow> classes = {
@@ -289,48 +267,42 @@ const std::vector<ClassRow>& Classes() {
     return classes;
 }
 
-std::string RowName(const testing::TestParamInfo<ClassRow>& row) { return row.param.Name; }
-INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(Classes()), RowName);
+INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(Classes()),
+                         [](const auto& row) { return std::string(row.param.Name); });
 
 TEST(Modules, StayCountedWhenManyThreadsCreateAndAskAtOnce) {
     const ModuleUnderTest modules[] = {ModuleUnderTest(LARYNTH_MODULE),
                                        ModuleUnderTest(LARYNTH_COMPANION_MODULE)};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 500; ++round) {
-                ComPtr<IUnknown> packet, list;
-                EXPECT_EQ(packet.Create(CLSID_LarynthParams), S_OK);
-                EXPECT_EQ(list.Create(CLSID_TTSObjectList), S_OK);
-                for (const auto& module : modules) EXPECT_EQ(module.CanUnload(), S_FALSE);
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    InThreads(4, [&](int) {
+        for (int round = 0; round < 500; ++round) {
+            ComPtr<IUnknown> packet, list;
+            EXPECT_EQ(packet.Create(CLSID_LarynthParams), S_OK);
+            EXPECT_EQ(list.Create(CLSID_TTSObjectList), S_OK);
+            for (const auto& module : modules) EXPECT_EQ(module.CanUnload(), S_FALSE);
+        }
+    });
     for (const auto& module : modules) EXPECT_EQ(Code(module.CanUnload()), "S_OK");
 }
 
 TEST(Modules, AreUnloadedAsSoonAsNothingOfThemIsHeld) {
     for (int round = 0; round < 2; ++round) {
-        ASSERT_EQ(Code(LarynthLoadModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
-        ASSERT_EQ(Code(LarynthLoadModule(LARYNTH_COMPANION_MODULE)), "S_OK") << LarynthLastError();
+        const ModuleUnderTest larynth(LARYNTH_MODULE), companion(LARYNTH_COMPANION_MODULE);
         ComPtr<IACLIOProcess> synthesizer;
-        ComPtr<ILarynthParams> packet;
-        ComPtr<IUnknown> block;
+        ComPtr<IUnknown> packet, block;
         ASSERT_EQ(Code(synthesizer.Create(CLSID_Larynth)), "S_OK");
         ASSERT_EQ(Code(packet.Create(CLSID_LarynthParams)), "S_OK");
         synthesizer->Initialize(nullptr, GUID_NULL);
         EXPECT_EQ(Code(synthesizer->Calculate(packet.Get(), GUID_NULL, GUID_NULL, block.Put())), "S_OK");
         CoFreeUnusedLibraries();
-        EXPECT_TRUE(ModuleUnderTest::IsInMemory(LARYNTH_COMPANION_MODULE)) << "a block lives";
+        EXPECT_TRUE(InMemory(LARYNTH_COMPANION_MODULE)) << "a block lives";
         block.Release();
         CoFreeUnusedLibraries();
-        EXPECT_FALSE(ModuleUnderTest::IsInMemory(LARYNTH_COMPANION_MODULE)) << "nobody keeps its classes";
-        EXPECT_TRUE(ModuleUnderTest::IsInMemory(LARYNTH_MODULE));
+        EXPECT_FALSE(InMemory(LARYNTH_COMPANION_MODULE)) << "nobody keeps its classes";
+        EXPECT_TRUE(InMemory(LARYNTH_MODULE));
         synthesizer.Release();
         packet.Release();
         CoFreeUnusedLibraries();
-        EXPECT_FALSE(ModuleUnderTest::IsInMemory(LARYNTH_MODULE));
+        EXPECT_FALSE(InMemory(LARYNTH_MODULE));
     }
 }
 

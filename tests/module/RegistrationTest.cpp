@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The modules as built, in a registration store of the test's own.
+// The modules as built, in a registration store of the test's own: by one process, by several at once, and by
+// processes that are killed.
+#include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <random>
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include <larynth/Larynth.h>
@@ -14,6 +23,7 @@
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
 using testing::HasSubstr;
 
 struct ScriptRow {
@@ -50,7 +60,14 @@ const Scripts kCompanion{
 
 std::string Classes(const std::string& below) { return "HKEY_CLASSES_ROOT\\" + below; }
 
-/// A class's keys as TestStore::Listing shows them.
+/// The keys of a class in a registry, as TestStore::Listing shows them.
+std::string KeysIn(ILarynthRegistry& registry, const ScriptRow& row) {
+    const std::string prog = Classes("Larynth." + row.name);
+    return TestStore::Listing(registry, prog) + TestStore::Listing(registry, prog + ".1") +
+           TestStore::Listing(registry, Classes("CLSID\\" + row.classId));
+}
+
+/// What they are when the class is registered.
 std::string KeysOf(const ScriptRow& row, const std::string& module) {
     const std::string prog = "Larynth." + row.name, text = " = " + row.name + " Class\n";
     const std::string key = Classes("CLSID\\" + row.classId), id = "\\CLSID = " + row.classId + "\n";
@@ -59,27 +76,15 @@ std::string KeysOf(const ScriptRow& row, const std::string& module) {
            ".1\n" + key + "\\VersionIndependentProgID = " + prog + "\n";
 }
 
-/// The scripts' classes and no other key stand in the registry, each with all its keys.
 void ExpectRegistered(ILarynthRegistry& registry, const Scripts& scripts, const std::string& module) {
     for (const ScriptRow& row : scripts) {
-        const std::string prog = Classes("Larynth." + row.name);
-        EXPECT_EQ(TestStore::Listing(registry, prog) + TestStore::Listing(registry, prog + ".1") +
-                      TestStore::Listing(registry, Classes("CLSID\\" + row.classId)),
-                  row.registered && !module.empty() ? KeysOf(row, module) : "");
+        EXPECT_EQ(KeysIn(registry, row), row.registered && !module.empty() ? KeysOf(row, module) : "");
     }
 }
 
-int CountSubkeys(ILarynthRegistry& registry, const char* key) {
-    int subkeys = -1, values = 0;
-    registry.GetCounts(key, &subkeys, &values);
-    return subkeys;
-}
-
-/// How many keys are below the root of classes, below "CLSID" and below "TypeLib".
-std::vector<int> CountKeys(const ComPtr<ILarynthRegistry>& registry = TestStore::Open()) {
-    return {CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT"),
-            CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\CLSID"),
-            CountSubkeys(*registry.Get(), "HKEY_CLASSES_ROOT\\TypeLib")};
+/// How many keys there are for classes and type libraries.
+std::ptrdiff_t CountKeys() {
+    return std::ranges::count(TestStore::Listing(*TestStore::Open().Get(), "HKEY_CLASSES_ROOT"), '\n');
 }
 
 class Registration : public testing::Test {
@@ -93,6 +98,10 @@ class Registration : public testing::Test {
 }  // namespace
 
 TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain) {
+    ComPtr<ILarynthRegistry> described;
+    ASSERT_EQ(Code(LarynthDescribeModule(LARYNTH_MODULE, described.Put())), "S_OK") << LarynthLastError();
+    ExpectRegistered(*described.Get(), kLarynth, LARYNTH_MODULE);
+    EXPECT_TRUE(std::filesystem::is_empty(store_.Folder())) << "describing stores nothing";
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << "nothing was registered";
     EXPECT_NE(std::system(LARYNTH_CREATE_FROM_STORE), 0);
     Register(LARYNTH_MODULE);
@@ -101,7 +110,8 @@ TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain
     const auto registry = TestStore::Open();
     ExpectRegistered(*registry.Get(), kLarynth, LARYNTH_MODULE);
     ExpectRegistered(*registry.Get(), kCompanion, LARYNTH_COMPANION_MODULE);
-    EXPECT_EQ(CountKeys(), (std::vector{2 * 16 + 2, 16, 1}));
+    constexpr int kBesideClasses = 9;  // the root, the list of classes, the type library's
+    EXPECT_EQ(CountKeys(), 16 * 8 + kBesideClasses);
     LPCSTR model = nullptr;
     const std::string server = Classes("CLSID\\{7856881E-0461-4F9D-8693-3030B63798FA}\\InprocServer32");
     EXPECT_EQ(Code(registry->GetValue(server.c_str(), "ThreadingModel", &model)), "S_OK");
@@ -111,7 +121,7 @@ TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain
     ExpectRegistered(*registry.Get(), kLarynth, "");
     ExpectRegistered(*registry.Get(), kCompanion, LARYNTH_COMPANION_MODULE);
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_COMPANION_MODULE)), "S_OK");
-    EXPECT_EQ(CountKeys(), (std::vector{2, 0, 1})) << "the class list and the type library stay";
+    EXPECT_EQ(CountKeys(), kBesideClasses);
 }
 
 TEST_F(Registration, AModuleCarriesAScriptForEachClassThatTheSystemNames) {
@@ -119,33 +129,19 @@ TEST_F(Registration, AModuleCarriesAScriptForEachClassThatTheSystemNames) {
          {std::pair(LARYNTH_MODULE, kLarynth), std::pair(LARYNTH_COMPANION_MODULE, kCompanion)}) {
         void* const module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(module, nullptr) << dlerror();
-        const auto* const table = static_cast<const larynth::Resource*>(dlsym(module, "LarynthResources"));
-        std::vector<LONG> numbers, expected;
-        for (const auto* row = table; row->type != nullptr; ++row) {
-            if (std::string(row->type) == "REGISTRY") numbers.push_back(row->number);
-        }
+        const auto* script = static_cast<const larynth::Resource*>(dlsym(module, "LarynthResources"));
         for (const auto& row : rows) {
-            expected.push_back(row.number);
-            const auto bytes = larynth::FindInTable(table, "REGISTRY", row.number);
-            ASSERT_TRUE(bytes);
-            const std::string text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
-            EXPECT_THAT(text, HasSubstr("    Larynth." + row.name + " = s '" + row.name + " Class'\n"));
-            EXPECT_THAT(text, HasSubstr("ForceRemove " + row.classId + " = s '"));
-            EXPECT_EQ(text.back(), '\n') << "no terminating zero";
+            EXPECT_STREQ(script->type, "REGISTRY");
+            EXPECT_EQ(script->number, row.number);
+            EXPECT_THAT(
+                std::string(static_cast<const char*>(script->data), script->size),
+                testing::AllOf(HasSubstr("    Larynth." + row.name + " = s '" + row.name + " Class'\n"),
+                               HasSubstr("ForceRemove " + row.classId + " = s '"), testing::EndsWith("\n")));
+            ++script;
         }
-        EXPECT_EQ(numbers, expected);
+        EXPECT_STRNE(script->type, "REGISTRY");
         dlclose(module);
     }
-}
-
-TEST_F(Registration, AModuleIsDescribedWithoutBeingStored) {
-    ComPtr<ILarynthRegistry> described;
-    ASSERT_EQ(Code(LarynthDescribeModule(LARYNTH_MODULE, described.Put())), "S_OK") << LarynthLastError();
-    ExpectRegistered(*described.Get(), kLarynth, LARYNTH_MODULE);
-    EXPECT_TRUE(std::filesystem::is_empty(store_.Folder()));
-    Register(LARYNTH_COMPANION_MODULE);  // into the store again
-    EXPECT_EQ(CountKeys(described)[1], 12);
-    EXPECT_EQ(CountKeys()[1], 4);
 }
 
 TEST_F(Registration, AModulesPathMayHoldAnything) {
@@ -170,4 +166,97 @@ TEST_F(Registration, AStoreThatCannotBeWrittenFailsItAndIsNamed) {
     EXPECT_THAT(LarynthLastError(), HasSubstr(store_.Folder().string()));
     EXPECT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_FALSE");
     EXPECT_THAT(LarynthLastError(), HasSubstr(store_.Folder().string()));
+}
+
+namespace {
+
+/// What SQLite finds wrong; "ok" when nothing is. Also undoes what a killed writer left.
+std::string FaultsOf(const std::filesystem::path& file) {
+    sqlite3* database = nullptr;
+    std::string faults;
+    const auto add = [](void* text, int, char** row, char**) {
+        *static_cast<std::string*>(text) += row[0];
+        return 0;
+    };
+    sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(database, "PRAGMA integrity_check", add, &faults, nullptr);
+    sqlite3_close(database);
+    return faults;
+}
+
+/// Runs `work` in a process of its own, which ends with its result.
+template <class Work>
+pid_t InOwnProcess(Work work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work());
+    return child;
+}
+
+int StatusOf(pid_t child) {
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+using StoreCrash = Registration;
+
+}  // namespace
+
+TEST_F(StoreCrash, ProcessesThatRegisterAtOnceAllSucceed) {
+    std::vector<pid_t> children;
+    for (int process = 0; process < 3; ++process) {
+        children.push_back(InOwnProcess([process] {
+            for (int round = 0; round < 3; ++round) {
+                // The last word of each is to register.
+                if (process % 2 == 1 && LarynthUnregisterModule(LARYNTH_MODULE) != S_OK) return 1;
+                if (LarynthRegisterModule(LARYNTH_MODULE) != S_OK) return 2;
+                if (LarynthRegisterModule(LARYNTH_COMPANION_MODULE) != S_OK) return 3;
+            }
+            return 0;
+        }));
+    }
+    for (const pid_t child : children) EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_EQ(FaultsOf(store_.File()), "ok");
+    EXPECT_EQ(std::system(LARYNTH_CREATE_FROM_STORE), 0);
+}
+
+TEST_F(StoreCrash, AProcessThatIsKilledLeavesEachClassWhollyThereOrNotAtAll) {
+    constexpr int kKills = 60;
+    const auto process = [] {
+        for (;;) {
+            if (LarynthRegisterModule(LARYNTH_MODULE) != S_OK) return 1;
+            if (LarynthUnregisterModule(LARYNTH_MODULE) != S_OK) return 2;
+        }
+    };
+    // How long a process takes for both, in a store that is there, on this disk and under this load.
+    Register(LARYNTH_MODULE);
+    const auto start = Clock::now();
+    ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK");
+    Register(LARYNTH_MODULE);
+    std::uniform_int_distribution<Clock::rep> moment(0, (Clock::now() - start).count());
+    std::mt19937 random(1);
+    int cutShort = 0;  // transactions that were going on
+    int partly = 0;    // some classes there, others not
+    for (int kill = 0; kill < kKills; ++kill) {
+        const pid_t child = InOwnProcess(process);
+        std::this_thread::sleep_for(Clock::duration(moment(random)));
+        ::kill(child, SIGKILL);
+        ASSERT_EQ(StatusOf(child), 128 + SIGKILL);
+        cutShort += std::filesystem::exists(store_.File().string() + "-journal") ? 1 : 0;
+        const auto registry = TestStore::Open();
+        int present = 0;
+        for (const ScriptRow& row : kLarynth) {
+            const std::string keys = KeysIn(*registry.Get(), row);
+            present += keys.empty() ? 0 : 1;
+            ASSERT_TRUE(keys.empty() || keys == KeysOf(row, LARYNTH_MODULE)) << "kill " << kill << ":\n"
+                                                                             << keys;
+        }
+        partly += present != 0 && present != 12 ? 1 : 0;
+        ASSERT_EQ(FaultsOf(store_.File()), "ok") << kill;
+    }
+    EXPECT_GT(cutShort, kKills / 10) << "or else nothing was tested";
+    EXPECT_GT(partly, kKills / 10);
+    Register(LARYNTH_MODULE);
+    Register(LARYNTH_COMPANION_MODULE);
+    EXPECT_EQ(std::system(LARYNTH_CREATE_FROM_STORE), 0);
 }

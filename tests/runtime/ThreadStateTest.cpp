@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
+// What the process and its threads share: the arithmetic mode, counts of uses, the noise.
 #include <atomic>
 #include <gtest/gtest.h>
 #include <latch>
 #include <set>
-#include <thread>
 #include <vector>
 
 #include <larynth/ModuleRuntime.h>
 
 #include "com/UseCount.h"
+#include "engine/NoiseGenerator.h"
+#include "tests/support/InThreads.h"
 
 namespace {
 
@@ -18,10 +20,9 @@ double Product(double x, double y) {
     return atRunTime * y;
 }
 
-void ExpectFlushing(bool flushing) {
-    EXPECT_EQ(Product(0x1p-1022, 0.5), flushing ? 0.0 : 0x1p-1023) << "a denormal result";
-    EXPECT_EQ(Product(0x1p-1074, 0x1p100), flushing ? 0.0 : 0x1p-974) << "a denormal operand";
-}
+/// Of a denormal result and of a denormal operand.
+bool Flushes() { return Product(0x1p-1022, 0.5) == 0.0 && Product(0x1p-1074, 0x1p100) == 0.0; }
+bool Keeps() { return Product(0x1p-1022, 0.5) == 0x1p-1023 && Product(0x1p-1074, 0x1p100) == 0x1p-974; }
 
 }  // namespace
 
@@ -29,14 +30,14 @@ TEST(ArithmeticMode, TakesDenormalsForZeroUntilTheOutermostModeIsBack) {
 #if !defined(__x86_64__) && !defined(__aarch64__)
     GTEST_SKIP() << "no such mode on this processor";
 #endif
-    ExpectFlushing(false);
+    EXPECT_TRUE(Keeps());
     const unsigned before = LarynthFlushDenormals();
-    ExpectFlushing(true);
+    EXPECT_TRUE(Flushes());
     const unsigned within = LarynthFlushDenormals();
     LarynthSetArithmeticMode(within);
-    ExpectFlushing(true);
+    EXPECT_TRUE(Flushes());
     LarynthSetArithmeticMode(before);
-    ExpectFlushing(false);
+    EXPECT_TRUE(Keeps());
 }
 
 TEST(UseCount, LosesNoUseOfMoreThreadsThanThereAreNumbers) {
@@ -45,22 +46,19 @@ TEST(UseCount, LosesNoUseOfMoreThreadsThanThereAreNumbers) {
     larynth::UseCount count;
     std::vector<unsigned> numbers(kThreads);
     std::atomic<std::uint64_t> uses = 0;
-    std::vector<std::thread> threads;
     std::latch numbered(kThreads);
-    for (unsigned& number : numbers) {
-        threads.emplace_back([&] {
-            number = LarynthThreadNumber();
-            EXPECT_LT(number, kLarynthThreadNumbers);
-            numbered.arrive_and_wait();
-            const unsigned own = number != 0 ? 1'000 : 1'000'000;  // those without a number share a line
-            for (unsigned i = 0; i < own; ++i) {
-                count.Begin();
-                count.End();
-            }
-            uses += own;
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    InThreads(kThreads, [&](int thread) {
+        const unsigned number = LarynthThreadNumber();
+        EXPECT_LT(number, kLarynthThreadNumbers);
+        numbers[static_cast<unsigned>(thread)] = number;
+        numbered.arrive_and_wait();
+        const unsigned own = number != 0 ? 1'000 : 1'000'000;  // those without a number share a line
+        for (unsigned i = 0; i < own; ++i) {
+            count.Begin();
+            count.End();
+        }
+        uses += own;
+    });
     EXPECT_EQ(count.Ended(), uses);
     EXPECT_EQ(count.Begun(), uses);
     std::multiset<unsigned> taken(numbers.begin(), numbers.end());
@@ -68,5 +66,22 @@ TEST(UseCount, LosesNoUseOfMoreThreadsThanThereAreNumbers) {
     taken.erase(0);
     EXPECT_EQ(std::set<unsigned>(taken.begin(), taken.end()).size(), taken.size()) << "each once";
     EXPECT_FALSE(taken.contains(mine));
-    std::thread([] { EXPECT_NE(LarynthThreadNumber(), 0U) << "numbers come back"; }).join();
+    InThreads(1, [](int) { EXPECT_NE(LarynthThreadNumber(), 0U) << "numbers come back"; });
+}
+
+/// With a second thread the process is no longer known to have one, and leases begin to count.
+TEST(Noise, ASeedGivesTheDrawsOfTheOneGeneratorWhereverTheyAreMadeAndEndsLeases) {
+    LarynthSeedNoise(1);
+    for (const int expected : {41, 18467, 6334, 26500, 19169}) EXPECT_EQ(LarynthNoise()->Draw(), expected);
+    LarynthSeedNoise(1);
+    InThreads(1, [](int) {
+        const larynth::LeasedDraws leased(*LarynthNoise());
+        EXPECT_EQ(LarynthNoise()->Draw(), 41);
+        constexpr auto kBeyond = larynth::NoiseLease::kDraws + 1;
+        InThreads(1, [](int) {
+            EXPECT_EQ(LarynthNoise()->Draw(), larynth::NoiseValue(larynth::JumpNoiseState(1, kBeyond)));
+        });
+        LarynthSeedNoise(12345);
+        EXPECT_EQ(LarynthNoise()->Draw(), 7584);
+    });
 }

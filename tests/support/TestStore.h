@@ -22,13 +22,7 @@ class Setting {
     Setting& operator=(const Setting&) = delete;
 
   private:
-    void Set(const char* value) {
-        if (value != nullptr) {
-            setenv(name_, value, 1);
-        } else {
-            unsetenv(name_);
-        }
-    }
+    void Set(const char* value) { value != nullptr ? setenv(name_, value, 1) : unsetenv(name_); }
 
     const char* name_;
     std::optional<std::string> before_;

@@ -27,67 +27,44 @@ ComPtr<ILarynthTypeLibrary> LoadLibraryOf(const std::string& path) {
     return library;
 }
 
-/// What a description call wrote.
-template <class Info, class Call>
-Info Asked(Call&& call) {
-    Info info{};
-    EXPECT_EQ(Code(call(&info)), "S_OK") << "the library answers for what it counts";
-    return info;
-}
-
-std::string ParameterText(const LarynthParameterInfo& parameter) {
-    std::string text = "[";
-    if ((parameter.Direction & PARAMFLAG_IN) != 0) text += "in";
-    if (parameter.Direction == (PARAMFLAG_IN | PARAMFLAG_OUT)) text += ", ";
-    if ((parameter.Direction & PARAMFLAG_OUT) != 0) text += "out";
-    return text + "] " + parameter.Type + " " + parameter.Name;
-}
-
 std::string FunctionLine(ILarynthTypeLibrary& library, int type, int number) {
-    const auto function =
-        Asked<LarynthFunctionInfo>([&](auto* info) { return library.GetFunction(type, number, info); });
+    LarynthFunctionInfo function{};
+    EXPECT_EQ(Code(library.GetFunction(type, number, &function)), "S_OK");
     std::string parameters;
     for (int i = 0; i < function.ParametersCount; ++i) {
-        if (i > 0) parameters += ", ";
-        parameters += ParameterText(Asked<LarynthParameterInfo>(
-            [&](auto* info) { return library.GetParameter(type, number, i, info); }));
+        constexpr const char* kDirections[] = {"[] ", "[in] ", "[out] ", "[in, out] "};
+        LarynthParameterInfo parameter{};
+        EXPECT_EQ(Code(library.GetParameter(type, number, i, &parameter)), "S_OK");
+        parameters += std::string(i > 0 ? ", " : "") + kDirections[parameter.Direction & 3] + parameter.Type +
+                      " " + parameter.Name;
     }
-    return std::string("  ") + std::to_string(function.Slot) + " " + function.ReturnType + " " +
-           function.Name + "(" + parameters + ")\n";
+    return "  " + std::to_string(function.Slot) + " " + function.ReturnType + " " + function.Name + "(" +
+           parameters + ")\n";
 }
 
-std::string InterfaceListing(ILarynthTypeLibrary& library, int type) {
-    const auto described = Asked<LarynthTypeInfo>([&](auto* info) { return library.GetType(type, info); });
-    std::string text = std::string("interface ") + described.Name + " {" + IdText(described.Id) +
-                       "} : " + described.Base + "\n";
-    for (int i = 0; i < described.FunctionsCount; ++i) text += FunctionLine(library, type, i);
-    return text;
-}
-
-std::string ClassListing(ILarynthTypeLibrary& library, int type) {
-    const auto described = Asked<LarynthTypeInfo>([&](auto* info) { return library.GetType(type, info); });
-    std::string text = std::string("class ") + described.Name + " {" + IdText(described.Id) + "} \"" +
-                       described.HelpString + "\"\n";
-    for (int i = 0; i < described.InterfacesCount; ++i) {
-        const auto implemented =
-            Asked<LarynthImplementedInfo>([&](auto* info) { return library.GetImplemented(type, i, info); });
+std::string TypeListing(ILarynthTypeLibrary& library, int type) {
+    LarynthTypeInfo about{};
+    EXPECT_EQ(Code(library.GetType(type, &about)), "S_OK");
+    const std::string name = about.Name, id = " {" + IdText(about.Id) + "} ", help = about.HelpString;
+    std::string text = about.Kind == TKIND_INTERFACE ? "interface " + name + id + ": " + about.Base + "\n"
+                       : about.Kind == TKIND_COCLASS ? "class " + name + id + "\"" + help + "\"\n"
+                       : about.Kind == TKIND_RECORD  ? "record " + name + "\n"
+                                                     : "type " + name + "\n";
+    for (int i = 0; i < about.FunctionsCount; ++i) text += FunctionLine(library, type, i);
+    for (int i = 0; i < about.InterfacesCount; ++i) {
+        LarynthImplementedInfo implemented{};
+        EXPECT_EQ(Code(library.GetImplemented(type, i, &implemented)), "S_OK");
         text += std::string("  ") + implemented.Name + " {" + IdText(implemented.Id) + "}";
         text += (implemented.Flags & IMPLTYPEFLAG_DEFAULT) != 0 ? " default\n" : "\n";
     }
     return text;
 }
 
-std::string TypeListing(ILarynthTypeLibrary& library, int type) {
-    const auto described = Asked<LarynthTypeInfo>([&](auto* info) { return library.GetType(type, info); });
-    if (described.Kind == TKIND_INTERFACE) return InterfaceListing(library, type);
-    if (described.Kind == TKIND_COCLASS) return ClassListing(library, type);
-    return (described.Kind == TKIND_RECORD ? "record " : "type ") + std::string(described.Name) + "\n";
-}
-
 /// The whole library: what it says of itself, then its types in their order. An interface is a line with its
 /// identifier and base, then a line a method: slot, result, name, parameters.
 std::string Listing(ILarynthTypeLibrary& library) {
-    const auto about = Asked<LarynthLibraryInfo>([&](auto* info) { return library.GetLibrary(info); });
+    LarynthLibraryInfo about{};
+    EXPECT_EQ(Code(library.GetLibrary(&about)), "S_OK");
     std::string text = std::string("library ") + about.Name + " {" + IdText(about.Id) + "} version " +
                        std::to_string(about.MajorVersion) + "." + std::to_string(about.MinorVersion) +
                        " locale " + std::to_string(about.Locale) + " \"" + about.HelpString + "\"\n";
