@@ -17,14 +17,12 @@ namespace larynth {
 
 namespace {
 
-class Plain final : public ComObject<ITTSVocalTractF> {
-  public:
+struct Plain final : ComObject<ITTSVocalTractF> {
     using ComObject::ComObject;
 };
 
 /// Fails in the middle of its construction.
-class Unfinished final : public ComObject<ITTSVocalTractF> {
-  public:
+struct Unfinished final : ComObject<ITTSVocalTractF> {
     explicit Unfinished(IUnknown* outer) : ComObject(outer) { throw std::runtime_error("not today"); }
 };
 
@@ -60,8 +58,7 @@ TEST(Kit, RegisteringStopsAtTheFirstFailureAndUnregisteringAtNone) {
     const struct {
         LONG script;
         bool hasTypeLibrary;
-        const char* code;
-        const char* listing;
+        const char *code, *listing;
     } rows[] = {
         {kMalformed, false, "DISP_E_EXCEPTION", "\nHKEY_CURRENT_USER\\First\n"},
         {kMissing, false, "E_FAIL", "\nHKEY_CURRENT_USER\\First\n"},

@@ -144,30 +144,6 @@ TEST_F(Registration, AModuleCarriesAScriptForEachClassThatTheSystemNames) {
     }
 }
 
-TEST_F(Registration, AModulesPathMayHoldAnything) {
-    const auto folder = store_.Folder() / "it's 100% {odd} = s 'x' %MODULE%";
-    std::filesystem::create_directory(folder);
-    std::filesystem::copy_file(LARYNTH_COMPANION_MODULE, folder / "m.so");
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder);
-    Register("m.so");  // is registered as the absolute path that it stands for
-    std::filesystem::current_path(before);
-    ExpectRegistered(*TestStore::Open().Get(), kCompanion, canonical(folder / "m.so").string());
-    ComPtr<ITTSSoundData> block;
-    EXPECT_EQ(Code(block.Create(CLSID_TTSSoundData)), "S_OK") << LarynthLastError();
-    block.Release();
-    CoFreeUnusedLibraries();
-}
-
-TEST_F(Registration, AStoreThatCannotBeWrittenFailsItAndIsNamed) {
-    const Setting setting("LARYNTH_REGISTRY", store_.Folder().c_str());
-    EXPECT_EQ(Code(LarynthRegisterModule(LARYNTH_MODULE)), "DISP_E_EXCEPTION");
-    EXPECT_THAT(LarynthLastError(), HasSubstr(LARYNTH_MODULE));
-    EXPECT_THAT(LarynthLastError(), HasSubstr(store_.Folder().string()));
-    EXPECT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_FALSE");
-    EXPECT_THAT(LarynthLastError(), HasSubstr(store_.Folder().string()));
-}
-
 namespace {
 
 /// What SQLite finds wrong; "ok" when nothing is. Also undoes what a killed writer left.

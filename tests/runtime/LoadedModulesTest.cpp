@@ -53,12 +53,7 @@ class LoadedModules : public testing::Test {
 
     /// As a module's registration does.
     static void Register(const std::string& classText, const char* module) {
-        const auto view = TestStore::Open();
-        const std::string key = "HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32";
-        ASSERT_EQ(Code(view->Begin()), "S_OK");
-        ASSERT_EQ(Code(view->CreateKey(key.c_str())), "S_OK");
-        ASSERT_EQ(Code(view->SetValue(key.c_str(), "", module)), "S_OK");
-        ASSERT_EQ(Code(view->Commit()), "S_OK");
+        TestStore::Write("HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32", module);
     }
     static constexpr char kOne[] = "{8D3E5B0A-1F0C-4B62-9A37-50C1F6D2E411}";
     static constexpr char kTwo[] = "{8D3E5B0A-1F0C-4B62-9A37-50C1F6D2E412}";
@@ -160,9 +155,7 @@ TEST_F(LoadedModules, AreFoundThroughTheStoreAfterThoseThatAreLoaded) {
 TEST_F(LoadedModules, WhatIsNoModuleIsRefusedAndLeavesMemory) {
     EXPECT_EQ(Code(LarynthLoadModule(nullptr)), "E_POINTER");
     const struct {
-        const char* file;
-        const char* code;
-        const char* reason;
+        const char *file, *code, *reason;
     } rows[] = {{"/nowhere/at-all.so", "CO_E_DLLNOTFOUND", "/nowhere/at-all.so"},
                 {__FILE__, "CO_E_DLLNOTFOUND", __FILE__},
                 {SAMPLE_DEPENDENT, "CO_E_ERRORINDLL", "DllGetClassObject"},  // its dependency has one

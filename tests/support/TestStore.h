@@ -49,6 +49,15 @@ class TestStore {
         return registry;
     }
 
+    /// Creates a key with that default value, in a transaction of its own.
+    static void Write(const std::string& key, const char* value) {
+        const auto registry = Open();
+        registry->Begin();
+        registry->CreateKey(key.c_str());
+        registry->SetValue(key.c_str(), "", value);
+        if (FAILED(registry->Commit())) throw std::runtime_error(LarynthLastError());
+    }
+
     /// A key with everything below it, a line for each key and value; empty when there is no such key.
     static std::string Listing(ILarynthRegistry& registry, const std::string& key) {
         int subkeys = 0;
