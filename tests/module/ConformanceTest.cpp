@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <larynth/Larynth.h>
@@ -39,10 +40,7 @@ bool InMemory(const char* path) {
     return handle != nullptr;
 }
 
-struct NamedInterface {
-    std::string_view Name;
-    IID Id;
-};
+using NamedInterface = std::pair<std::string_view, IID>;
 
 // clang-format off
 #define NAMED(Interface) NamedInterface{#Interface, IID_##Interface}
@@ -65,7 +63,7 @@ constexpr NamedInterface kInterfaces[] = {
 // clang-format on
 
 const IID& IdOf(std::string_view name) {
-    return std::ranges::find(kInterfaces, name, &NamedInterface::Name)->Id;
+    return std::ranges::find(kInterfaces, name, &NamedInterface::first)->second;
 }
 
 struct ClassRow {
@@ -73,8 +71,6 @@ struct ClassRow {
     CLSID Id;
     const char* Module;
     std::vector<std::string_view> Interfaces;  // in the order of the class's list
-
-    bool Lists(std::string_view name) const { return std::ranges::count(Interfaces, name) != 0; }
 };
 void PrintTo(const ClassRow& row, std::ostream* out) { *out << row.Name; }
 
@@ -105,7 +101,7 @@ TEST_P(Conformance, AnswersAndIsCreatedByItsInterfacesAndNoOther) {
     ForwardingOuter outer;
     for (const auto& [name, id] : kInterfaces) {
         SCOPED_TRACE(name);
-        const bool listed = Row.Lists(name);
+        const bool listed = std::ranges::count(Row.Interfaces, name) != 0;
         void *answer = kUntouched, *created = kUntouched, *part = kUntouched;
         EXPECT_EQ(Code(object->QueryInterface(id, &answer)), listed ? "S_OK" : "E_NOINTERFACE");
         EXPECT_EQ(Code(Create(nullptr, id, &created)), listed ? "S_OK" : "E_NOINTERFACE");
@@ -233,40 +229,37 @@ TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
     EXPECT_EQ(Code(Module.CanUnload()), "S_OK");
 }
 
-const std::vector<ClassRow>& Classes() {
-    constexpr const char *larynth = LARYNTH_MODULE, *companion = LARYNTH_COMPANION_MODULE;
-    // clang-format off
+// clang-format off
 #define CLASS(Class, Module, ...) {#Class, CLSID_##Class, Module, {__VA_ARGS__}}
-    static const std::vector<ClassRow> classes = {
-        CLASS(TTSVoicingSourceFilter, larynth, "ITTSVoicingSourceFilter"),
-        CLASS(TTSVoicingSourceWave, larynth,
-              "IACLClone", "ITTSVoicingSource", "ITTSVoicingSourceWave", "IACLPersistProperties"),
-        CLASS(TTSFricationSource, larynth, "ITTSFricationSource"),
-        CLASS(TTSAspirationSource, larynth, "ITTSAspirationSource"),
-        CLASS(TTSVocalTractR, larynth, "ITTSVocalTract", "ITTSVocalTractR"),
-        CLASS(TTSParallelTract, larynth, "ITTSParallelTract"),
-        CLASS(TTSVoicingSourceStd, larynth, "ITTSVoicingSource", "ITTSVoicingSourceStd"),
-        CLASS(Larynth, larynth, "ILarynthAttributes", "IACLIOProcess", "ILarynthStruct"),
-        CLASS(TTSAntiResonatorParams, larynth,
-              "ITTSAntiResonatorFBParams", "ITTSAntiResonatorABCParams", "ITTSAntiResonatorStructInfo"),
-        CLASS(TTSResonatorParams, larynth,
-              "ITTSResonatorFBParams", "ITTSResonatorABCParams", "ITTSResonatorStructInfo"),
-        CLASS(LarynthParams, larynth,
-              "ILarynthParams", "IACLClone", "ITTSTruKlattParams", "ITTSDecKlattParams", "ITTSDoublePacket",
-              "ILarynthVoiceParams", "ILarynthAspirationParams", "ILarynthFricationParams",
-              "ILarynthVocalTractParams", "ILarynthParallelTractParams", "ILarynthVocalTractFilterParams"),
-        CLASS(TTSVocalTractF, larynth, "ITTSVocalTract", "ITTSVocalTractF"),
-        CLASS(TTSObjectList, companion, "ITTSObjectList"),
-        CLASS(TTSSoundData, companion, "ITTSSoundData", "ITTSSyncHolder"),
-        CLASS(TTSStreamHolder, companion, "ITTSSyncHolder", "ITTSObjectList"),
-        CLASS(TTSVoice, companion,
-              "ITTSVoice", "ITTSVoiceSourceParams", "ITTSVoiceFilterParams", "ITTSVoiceSettings"),
-    };
-    // clang-format on
-    return classes;
-}
+constexpr char kLarynth[] = LARYNTH_MODULE, kCompanion[] = LARYNTH_COMPANION_MODULE;
+const std::vector<ClassRow> kClasses = {
+    CLASS(TTSVoicingSourceFilter, kLarynth, "ITTSVoicingSourceFilter"),
+    CLASS(TTSVoicingSourceWave, kLarynth,
+          "IACLClone", "ITTSVoicingSource", "ITTSVoicingSourceWave", "IACLPersistProperties"),
+    CLASS(TTSFricationSource, kLarynth, "ITTSFricationSource"),
+    CLASS(TTSAspirationSource, kLarynth, "ITTSAspirationSource"),
+    CLASS(TTSVocalTractR, kLarynth, "ITTSVocalTract", "ITTSVocalTractR"),
+    CLASS(TTSParallelTract, kLarynth, "ITTSParallelTract"),
+    CLASS(TTSVoicingSourceStd, kLarynth, "ITTSVoicingSource", "ITTSVoicingSourceStd"),
+    CLASS(Larynth, kLarynth, "ILarynthAttributes", "IACLIOProcess", "ILarynthStruct"),
+    CLASS(TTSAntiResonatorParams, kLarynth,
+          "ITTSAntiResonatorFBParams", "ITTSAntiResonatorABCParams", "ITTSAntiResonatorStructInfo"),
+    CLASS(TTSResonatorParams, kLarynth,
+          "ITTSResonatorFBParams", "ITTSResonatorABCParams", "ITTSResonatorStructInfo"),
+    CLASS(LarynthParams, kLarynth,
+          "ILarynthParams", "IACLClone", "ITTSTruKlattParams", "ITTSDecKlattParams", "ITTSDoublePacket",
+          "ILarynthVoiceParams", "ILarynthAspirationParams", "ILarynthFricationParams",
+          "ILarynthVocalTractParams", "ILarynthParallelTractParams", "ILarynthVocalTractFilterParams"),
+    CLASS(TTSVocalTractF, kLarynth, "ITTSVocalTract", "ITTSVocalTractF"),
+    CLASS(TTSObjectList, kCompanion, "ITTSObjectList"),
+    CLASS(TTSSoundData, kCompanion, "ITTSSoundData", "ITTSSyncHolder"),
+    CLASS(TTSStreamHolder, kCompanion, "ITTSSyncHolder", "ITTSObjectList"),
+    CLASS(TTSVoice, kCompanion,
+          "ITTSVoice", "ITTSVoiceSourceParams", "ITTSVoiceFilterParams", "ITTSVoiceSettings"),
+};
+// clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(Classes()),
+INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(kClasses),
                          [](const auto& row) { return std::string(row.param.Name); });
 
 TEST(Modules, StayCountedWhenManyThreadsCreateAndAskAtOnce) {

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <csignal>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sqlite3.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <larynth/Registry.h>
 
@@ -204,28 +201,4 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         EXPECT_EQ(CreateOfUnknownClass(), "REGDB_E_READREGDB");
         EXPECT_EQ(ContentOf(file), before);
     }
-}
-
-/// Fills what there is of the disk; ends the process with the first expectation that is not met, or 0.
-[[noreturn]] void FillDisk() {
-    signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{96 * 1024, 96 * 1024};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    const auto view = TestStore::Open();
-    const std::string large(16 * 1024 * 1024, 'x');
-    if (FAILED(view->Begin()) || FAILED(view->DeleteKey(HKCR "\\A"))) _exit(1);
-    if (FAILED(view->CreateKey(HKCR "\\B"))) _exit(1);
-    HRESULT hr = view->SetValue(HKCR "\\B", "", large.c_str());
-    // The pages are written when memory for them runs short, or at the latest now.
-    if (SUCCEEDED(hr)) hr = view->Commit();
-    if (hr != REGDB_E_WRITEREGDB) _exit(2);
-    if (SUCCEEDED(view->CreateKey(HKCR "\\C")) && SUCCEEDED(view->Commit())) _exit(3);
-    _exit(view->Rollback() == S_OK ? 0 : 4);
-}
-
-TEST_F(Registry, AFullDiskLosesTheTransactionAndNothingElse) {
-    Write({HKCR "\\A"});
-    view_.Release();
-    EXPECT_EXIT(FillDisk(), testing::ExitedWithCode(0), "");
-    EXPECT_EQ(TestStore::Listing(*TestStore::Open().Get(), HKCR), HKCR "\n" HKCR "\\A = " HKCR "\\A\n");
 }
