@@ -12,6 +12,7 @@
 #include <larynth/Larynth.h>
 
 #include "tests/support/Allocations.h"
+#include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/ForwardingOuter.h"
 #include "tests/support/InThreads.h"
@@ -209,8 +210,7 @@ TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
     ASSERT_EQ(Code(again->QueryInterface(IID_IUnknown, identity.PutVoid())), "S_OK");
     EXPECT_EQ(again.Get(), factory.Get());
     EXPECT_EQ(identity.Get(), factory.Get());
-    static void* const kReadOnly = nullptr;
-    for (void** const bad : {static_cast<void**>(nullptr), const_cast<void**>(&kReadOnly)}) {
+    for (void** const bad : {static_cast<void**>(nullptr), ReadOnly<void*>()}) {
         EXPECT_EQ(Code(Module.GetClassObject(Row.Id, IID_IUnknown, bad)), "E_POINTER");
         EXPECT_EQ(Code(Module.GetClassObject(GUID_NULL, IID_IUnknown, bad)), "E_POINTER");
         EXPECT_EQ(Code(factory->QueryInterface(IID_IUnknown, bad)), "E_POINTER");

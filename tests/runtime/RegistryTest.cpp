@@ -7,6 +7,7 @@
 
 #include <larynth/Registry.h>
 
+#include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/TestStore.h"
 
@@ -106,16 +107,15 @@ TEST_F(Registry, AMalformedPathABadPointerAndARootsDeletionAreRefused) {
         EXPECT_EQ(Value(key), "E_INVALIDARG") << key;
     }
     EXPECT_EQ(Code(view_->DeleteKey("hkey_classes_root")), "E_INVALIDARG");
-    static void* const kReadOnly = nullptr;
-    for (void** const bad : {static_cast<void**>(nullptr), const_cast<void**>(&kReadOnly)}) {
-        const auto texts = static_cast<LPCSTR*>(static_cast<void*>(bad));
-        const auto numbers = static_cast<int*>(static_cast<void*>(bad));
+    for (const bool null : {true, false}) {
+        LPCSTR* const texts = null ? nullptr : ReadOnly<LPCSTR>();
+        int* const numbers = null ? nullptr : ReadOnly<int>();
         int count = 0;
         const HRESULT answers[] = {view_->GetValue(HKCR, "", texts),
                                    view_->GetCounts(HKCR, numbers, &count),
                                    view_->GetCounts(HKCR, &count, numbers),
                                    view_->GetSubkey(HKCR, 0, texts),
-                                   view_->QueryInterface(IID_IUnknown, bad),
+                                   view_->QueryInterface(IID_IUnknown, null ? nullptr : ReadOnly<void*>()),
                                    view_->CreateKey(nullptr),
                                    view_->SetValue(HKCR, nullptr, ""),
                                    view_->SetValue(HKCR, "", nullptr),

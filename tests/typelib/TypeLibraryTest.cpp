@@ -9,6 +9,7 @@
 
 #include <larynth/Larynth.h>
 
+#include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 
 namespace {
@@ -147,8 +148,7 @@ TEST(TypeLibrary, AnIndexOutsideAndABadPointerChangeNothing) {
     for (const char* name : {type.Name, function.Name, parameter.Name, implemented.Name}) {
         EXPECT_EQ(name, nullptr);
     }
-    static void* const kReadOnly = nullptr;
-    EXPECT_EQ(Code(library->QueryInterface(IID_IUnknown, const_cast<void**>(&kReadOnly))), "E_POINTER");
+    EXPECT_EQ(Code(library->QueryInterface(IID_IUnknown, ReadOnly<void*>())), "E_POINTER");
     EXPECT_FALSE(ComPtr<IClassFactory>().TryQuery(library.Get()));
     EXPECT_EQ(Code(library->GetLibrary(nullptr)), "E_POINTER");
     EXPECT_EQ(Code(library->GetType(0, nullptr)), "E_POINTER");
