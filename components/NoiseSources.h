@@ -2,8 +2,8 @@
 #pragma once
 
 #include <larynth/ComPtr.h>
-#include <larynth/Packet.h>
 #include <larynth/ModuleRuntime.h>
+#include <larynth/Packet.h>
 #include <larynth/Sources.h>
 
 #include "com/Boundary.h"
@@ -14,8 +14,7 @@
 namespace larynth {
 
 /// A noise source as a component. Aspiration and frication differ in their interface, in the packet's
-/// interface and in the getter of the amplitude, nothing else. Silent until the first
-/// SetParams.
+/// interface and in the getter of the amplitude, nothing else. Silent until the first SetParams.
 ///
 /// All sources of a process draw from one generator, also while silent, so the order of calls decides who
 /// gets which value.
