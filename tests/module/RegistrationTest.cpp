@@ -113,10 +113,6 @@ TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain
     ExpectRegistered(*registry.Get(), kLarynth, LARYNTH_MODULE);
     ExpectRegistered(*registry.Get(), kCompanion, LARYNTH_COMPANION_MODULE);
     EXPECT_EQ(CountKeys(), 16 * kKeysOfAClass + kKeysBeside);
-    LPCSTR model = nullptr;
-    const std::string server = Classes("CLSID\\{7856881E-0461-4F9D-8693-3030B63798FA}\\InprocServer32");
-    EXPECT_EQ(Code(registry->GetValue(server.c_str(), "ThreadingModel", &model)), "S_OK");
-    EXPECT_STREQ(model, "both");
 
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << LarynthLastError();
     ExpectRegistered(*registry.Get(), kLarynth, "");
