@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 /// What sources and the voicing filter do beside taking packets.
-#include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 
 #include <larynth/Runtime.h>
@@ -54,34 +52,21 @@ TEST(NoiseSource, DrawsAFreshValueOfTheProcessForEverySampleAlsoWhileSilent) {
 }
 
 TEST(TTSVoicingSourceStd, SettersActOnTheNextSample) {
-    using Source = TTSVoicingSourceStd;
-    constexpr double kK = 116.1895003862225;  // 15·sqrt(60), a period of 1 s, half of which is open
-    const struct {
-        const char* name;
-        std::function<HRESULT(Source&)> set;
-        double first, second;
-    } rows[] = {
-        {"SetTL(30)", [](Source& s) { return s.SetTL(30.0); }, 0.3125 * kK, 0.25 * kK},
-        {"SetFL(0.3)", [](Source& s) { return s.SetFL(0.3); }, 0.3125 * kK, 0.25 * kK},
-        {"SetVolume(4)", [](Source& s) { return s.SetVolume(4.0); }, 0.625 * kK, 0.5 * kK},
-        {"SetDI(0.5)", [](Source& s) { return s.SetDI(0.5); }, 0.21875 * kK, -0.25 * kK},
-        {"SetF0(0)", [](Source& s) { return s.SetF0(0.0); }, 0.0, 0.0},
-        {"SetF0(2)", [](Source& s) { return s.SetF0(2.0); }, 0.125 * 7.5 * std::sqrt(480),
-         -3.75 * std::sqrt(480)},
-        {"SetOQ(1)", [](Source& s) { return s.SetOQ(1.0); }, 0.40625 * 15 * std::sqrt(7.5),
-         9.375 * std::sqrt(7.5)},
-        {"SetSampleFreq(4)", [](Source& s) { return s.SetSampleFreq(4.0); }, 0.25 * kK, -kK},
-        {"SetSampleFreq(0)", [](Source& s) { return s.SetSampleFreq(0.0); }, 0.0, 0.0},
-    };
-    for (const auto& row : rows) {
-        const auto source = MakeObject<Source>();
-        SetParams(source, {{"SampleFreq", 8}, {"F0", 1}, {"OQ", 0.5}, {"AV", 2}});
-        EXPECT_EQ(Code(row.set(*source)), "S_OK") << row.name;
-        EXPECT_DOUBLE_EQ(Next(source), row.first) << row.name;
-        EXPECT_DOUBLE_EQ(Next(source), row.second) << row.name;
-        EXPECT_EQ(Code(source->Reset()), "S_OK") << row.name;
-        EXPECT_DOUBLE_EQ(Next(source), row.first) << row.name << ": Reset restarts the period";
+    constexpr double kK = 232.379000772445;  // 30·sqrt(60), a period of 1 s, half of which is open
+    const auto source = MakeObject<TTSVoicingSourceStd>();
+    SetParams(source, {{"SampleFreq", 1000}, {"F0", 3}, {"OQ", 0.25}, {"AV", 2}});
+    for (const HRESULT hr :
+         {source->SetSampleFreq(8.0), source->SetF0(1.0), source->SetOQ(0.5), source->SetVolume(4.0),
+          source->SetFL(0.3), source->SetFLT(9.0), source->SetDI(0.5), source->SetTL(30.0)})
+        EXPECT_EQ(Code(hr), "S_OK");
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_DOUBLE_EQ(Next(source), 0.21875 * kK);
+        EXPECT_DOUBLE_EQ(Next(source), -0.25 * kK);
+        EXPECT_EQ(Code(source->Reset()), "S_OK");
     }
+    source->SetDI(0.0);
+    source->SetSampleFreq(0.0);
+    EXPECT_EQ(Next(source), 0.0);
 }
 
 class VoicingFilter : public testing::Test {
@@ -98,15 +83,12 @@ class VoicingFilter : public testing::Test {
 };
 
 TEST_F(VoicingFilter, MovesTheSourceInAFrameThatFlutters) {
-    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     script.Return("SetF0", E_FAIL);  // is not examined
     const double step = 5000.0;      // 0.05 of flutter time a sample
     SetParams(filter, {{"F0", 100}, {"FL", 0.3}, {"FLT", step}});
     Next(1.0);  // without a source the flutter time stands still
     EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
-    const std::pair<double, double> steady[] = {{100, 0.0},  {0, 0.3},    {-100, 0.3},
-                                                {kNan, 0.3}, {100, kNan}, {100, -0.3}};
-    for (const auto& [F0, FL] : steady) {
+    for (const auto& [F0, FL] : {std::pair(100.0, 0.0), {0.0, 0.3}, {-100.0, 0.3}, {100.0, -0.3}}) {
         SetParams(filter, {{"F0", F0}, {"FL", FL}, {"FLT", step}});
         Next(1.0);
         EXPECT_TRUE(source.frequencies.empty()) << F0 << ", " << FL;
@@ -126,20 +108,17 @@ TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
     FakeVoicingSource second(other);
     Fake<IUnknown> noSource(script);
     SetParams(filter, {{"F0", 100}, {"FL", 0.3}});
-    EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
-    EXPECT_EQ(Code(filter->SetVoicingSource(&second, GUID_NULL)), "S_OK");
+    for (IUnknown* each : {source.Unknown(), second.Unknown()})
+        EXPECT_EQ(Code(filter->SetVoicingSource(each, GUID_NULL)), "S_OK");
     EXPECT_EQ(source.references, 0);
     Next(1.0);
     EXPECT_EQ(second.frequencies, Samples{100.0});
     EXPECT_EQ(Code(filter->SetVoicingSource(&noSource, GUID_NULL)), "E_NOINTERFACE");
     EXPECT_EQ(second.references, 0);
     Next(1.0);
-    EXPECT_EQ(second.frequencies.size(), 1U);
-    EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
-    EXPECT_EQ(Code(filter->SetVoicingSource(nullptr, GUID_NULL)), "S_OK");
+    for (IUnknown* each : {source.Unknown(), static_cast<IUnknown*>(nullptr)})
+        EXPECT_EQ(Code(filter->SetVoicingSource(each, GUID_NULL)), "S_OK");
     EXPECT_EQ(source.references, 0);
-    EXPECT_EQ(Code(filter->SetVoicingSource(&second, GUID_NULL)), "S_OK");
-    filter.reset();
 }
 
 TEST(TTSVocalTractR, SectionsCanBeSetDirectly) {
@@ -148,9 +127,10 @@ TEST(TTSVocalTractR, SectionsCanBeSetDirectly) {
     EXPECT_EQ(Code(tract->GetResonatorsCount(&poles)), "S_OK");
     EXPECT_EQ(Code(tract->GetAntiResonatorsCount(&zeros)), "S_OK");
     EXPECT_EQ(std::pair(poles, zeros), std::pair(6, 1));
-    EXPECT_EQ(Code(tract->GetResonatorsCount(nullptr)), "E_POINTER");
-    for (const int index : {-1, 6}) EXPECT_EQ(Code(tract->SetResonator(index, 9.0, 0.0, 0.0)), "E_FAIL");
-    for (const int index : {-1, 1}) EXPECT_EQ(Code(tract->SetAntiResonator(index, 9.0, 0.0, 0.0)), "E_FAIL");
+    for (const HRESULT outside :
+         {tract->SetResonator(-1, 9.0, 0.0, 0.0), tract->SetResonator(6, 9.0, 0.0, 0.0),
+          tract->SetAntiResonator(1, 9.0, 0.0, 0.0)})
+        EXPECT_EQ(Code(outside), "E_FAIL");
     for (const int index : {0, 5}) EXPECT_EQ(Code(tract->SetResonator(index, 0.5, 0.0, 0.0)), "S_OK");
     EXPECT_EQ(Code(tract->SetAntiResonator(0, 4.0, 8.0, 16.0)), "S_OK");
     for (const double expected : {1.0, 2.0, 4.0, 0.0}) {

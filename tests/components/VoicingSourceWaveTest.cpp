@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <climits>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -25,11 +26,12 @@ constexpr double kSampleFreq = 490.0;
 const Samples kWave = {3.0, -1.0, 2.0};
 constexpr double kUnit = 0.8451542547285166;  // sqrt(10/14)
 
-HRESULT Set(IACLPersistProperties* target, LPCSTR name, const void* value, int i, int size) {
+HRESULT Set(IACLPersistProperties* target, LPCSTR name, const double& value, int i, int size) {
     PropertyIndex index;
     index.SetDimensionCount(1);
-    index.SetIndex(0, i), index.SetSize(0, size);
-    return target->SetPropertyValue(nullptr, name, 0, value, 6, 0, 0, &index);
+    index.SetIndex(0, i);
+    index.SetSize(0, size);
+    return target->SetPropertyValue(nullptr, name, 0, &value, 6, 0, 0, &index);
 }
 
 /// A container's side of the property protocol: pushes `wave`, and fetches what is announced into it.
@@ -40,7 +42,7 @@ class Container final : public Fake<IACLPropertySource, IACLPropertySink, IACLVa
     HRESULT LARYNTH_CALL PushProperties(IACLPersistProperties* pTarget) override {
         int i = 0;
         for (const double& value : wave)
-            EXPECT_EQ(Code(Set(pTarget, "Wave", &value, i++, static_cast<int>(wave.size()))), "S_OK");
+            EXPECT_EQ(Code(Set(pTarget, "Wave", value, i++, static_cast<int>(wave.size()))), "S_OK");
         return script.Next("push");
     }
     HRESULT LARYNTH_CALL AddProperty(IACLPersistProperties* pOwner, LPCSTR sName, const void* pValue,
@@ -49,9 +51,7 @@ class Container final : public Fake<IACLPropertySource, IACLPropertySink, IACLVa
         EXPECT_EQ(pValue, nullptr);
         EXPECT_EQ((std::vector<LONG>{nType, n5, n6, n7}), (std::vector<LONG>{6, 0, 0, 0}));
         auto* const index = static_cast<IACLPropertyIndex*>(pIndex);
-        int dimensions = 0, size = -1;
-        index->GetDimensionCount(&dimensions);
-        EXPECT_EQ(dimensions, 1);
+        int size = -1;
         index->GetSize(0, &size);
         wave.clear();
         for (int i = 0; i < size; ++i) {
@@ -105,62 +105,58 @@ TEST_F(Wave, PlaysWhatAContainerPushedAndTellsItAgain) {
     script.Return("announce", E_OUTOFMEMORY);
     script.Return("value", E_OUTOFMEMORY);
     EXPECT_EQ(Described(), kWave) << "the container's results are not examined";
-    EXPECT_EQ(Code(source->DescribeProperties(nullptr)), "E_POINTER");
-    EXPECT_EQ(Code(source->LoadProperties(nullptr)), "E_POINTER");
     script.Return("push", E_OUTOFMEMORY);
     EXPECT_EQ(Code(Load(*source, {5.0})), "E_OUTOFMEMORY") << "the source's result; the table is rebuilt";
     ExpectSamples({5.0}, 0.3464101615137755);  // sqrt(3/25): one sample in a period of three
     CLSID id{};
-    LPCSTR name = nullptr;
-    EXPECT_EQ(Code(source->GetClassID(&id)), "S_OK");
+    LPCSTR name = "";
+    for (const HRESULT hr : {source->GetClassID(&id), source->GetProgID(&name)}) EXPECT_EQ(Code(hr), "S_OK");
     EXPECT_EQ(id, CLSID_TTSVoicingSourceWave);
-    EXPECT_EQ(Code(source->GetProgID(&name)), "S_OK");
     EXPECT_STREQ(name, "Larynth.TTSVoicingSourceWave");
 }
 
 TEST_F(Wave, TakesElementsThatItCanPlace) {
-    const double value = 9.0;
-    EXPECT_EQ(Code(Set(source.get(), nullptr, &value, 0, 3)), "E_FAIL");
-    EXPECT_EQ(Code(Set(source.get(), "Wave", nullptr, 0, 3)), "E_FAIL");
     const struct {
         const char* name;
         int index, size;
         const char* result;
         Samples wave;
-    } rows[] = {{"wave", 0, 1, "S_OK", kWave},         {"Wave2", 0, 1, "S_OK", kWave},
-                {"Wave", 3, 4, "E_FAIL", kWave},       {"Wave", -1, 3, "E_FAIL", kWave},
-                {"Wave", INT_MIN, 3, "E_FAIL", kWave}, {"Wave", 0, 0, "E_FAIL", kWave},
-                {"Wave", 0, -1, "E_FAIL", kWave},      {"Wave", 0, INT_MAX, "E_FAIL", kWave},
-                {"Wave", 1, 99, "S_OK", {3, 9, 2}},    {"Wave", 0, 4, "S_OK", {9, 9, 2, 0}},
-                {"Wave", 0, 2, "S_OK", {9, 9}}};  // element 0 fixes the length
+    } rows[] = {
+        {"wave", 0, 1, "S_OK", kWave},         {"Wave", 3, 4, "E_FAIL", kWave},
+        {"Wave", -1, 3, "E_FAIL", kWave},      {"Wave", 0, -1, "E_FAIL", kWave},
+        {"Wave", 0, INT_MAX, "E_FAIL", kWave}, {"Wave", 1, 99, "S_OK", {3, 9, 2}},
+        {"Wave", 0, 4, "S_OK", {9, 9, 2, 0}},  {"Wave", 0, 2, "S_OK", {9, 9}}};  // element 0 fixes the length
     for (const auto& row : rows) {
-        EXPECT_EQ(Code(Set(source.get(), row.name, &value, row.index, row.size)), row.result)
+        EXPECT_EQ(Code(Set(source.get(), row.name, 9.0, row.index, row.size)), row.result)
             << row.name << ' ' << row.index << ' ' << row.size;
         EXPECT_EQ(Described(), row.wave) << row.name << ' ' << row.index << ' ' << row.size;
     }
 }
 
-TEST_F(Wave, HandsOutElementsThatItHasToAnIndexThatAnswers) {
+TEST_F(Wave, RefusesPartnersThatItCannotUse) {
     Container holder(script, {});
     PropertyIndex index, empty;
     index.SetDimensionCount(1);
-    for (const auto& [i, result] :
-         {std::pair(2, "S_OK"), {3, "E_FAIL"}, {-1, "E_FAIL"}, {INT_MAX, "E_FAIL"}}) {
+    for (const auto& [i, result] : {std::pair(2, "S_OK"), {3, "E_FAIL"}, {-1, "E_FAIL"}}) {
         index.SetIndex(0, i);
         EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), result) << i;
     }
-    index.SetIndex(0, 0);
-    EXPECT_EQ(Code(source->GetPropertyValue(&holder, "WAVE", 0, &index)), "S_OK");
-    EXPECT_EQ(Code(source->GetPropertyValue(&holder, nullptr, 0, &index)), "E_FAIL");
-    EXPECT_EQ(Code(source->GetPropertyValue(nullptr, "Wave", 0, &index)), "E_FAIL");
     EXPECT_EQ(holder.wave, Samples{2.0});
-
     IUnknown* const noIndex = static_cast<IACLValueHolder*>(&holder);
     for (IUnknown* bad : {static_cast<IUnknown*>(nullptr), noIndex, static_cast<IUnknown*>(&empty)}) {
         const char* const code = bad == noIndex ? "E_NOINTERFACE" : "E_FAIL";
         EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, bad)), code);
         EXPECT_EQ(Code(source->SetPropertyValue(nullptr, "Wave", 0, &kUnit, 6, 0, 0, bad)), code);
     }
+    index.SetIndex(0, 0);
+    index.SetSize(0, 3);
+    for (const HRESULT bad : {source->SetPropertyValue(nullptr, nullptr, 0, &kUnit, 6, 0, 0, &index),
+                              source->SetPropertyValue(nullptr, "Wave", 0, nullptr, 6, 0, 0, &index),
+                              source->GetPropertyValue(&holder, nullptr, 0, &index),
+                              source->GetPropertyValue(nullptr, "Wave", 0, &index)})
+        EXPECT_EQ(Code(bad), "E_FAIL");
+    for (const HRESULT bad : {source->DescribeProperties(nullptr), source->LoadProperties(nullptr)})
+        EXPECT_EQ(Code(bad), "E_POINTER");
 }
 
 TEST_F(Wave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
@@ -168,74 +164,52 @@ TEST_F(Wave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
         double set, got;
         Samples samples;
         double unit;
-    } rows[] = {{0.3, 0.3, {3.0, -1.0, 2.0, 0.0}, kUnit},
-                {0.15, 0.15, {3.0, 2.0, 0.0, 0.0}, 1.1952286093343936},  // sqrt(20/14)
+    } rows[] = {{0.15, 0.15, {3.0, 2.0, 0.0, 0.0}, 1.1952286093343936},  // sqrt(20/14)
                 {1.5, 0.95, {3.0, 1.8, 0.6, -0.6}, 0.4629100498862757},  // sqrt(3/14)
-                {0.05, 0.05, {0.0, 0.0}, 1.0},
-                {-1.0, -1.0, {0.0, 0.0}, 1.0}};
+                {-1.0, -1.0, {0.0, 0.0}, 1.0},
+                {kNan, 0.3, {3.0, -1.0, 2.0, 0.0}, kUnit}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.set);
         SetUp();
         double OQ = 7.0;
-        EXPECT_EQ(Code(source->SetOQ(row.set)), "S_OK");
+        EXPECT_EQ(Code(source->SetOQ(row.set)), std::isnan(row.set) ? "E_FAIL" : "S_OK");
         EXPECT_EQ(Code(source->GetOQ(&OQ)), "S_OK");
         EXPECT_EQ(OQ, row.got);
         ExpectSamples(row.samples, row.unit);
     }
-}
-
-TEST_F(Wave, ATableThatCannotBeBuiltIsRefused) {
-    EXPECT_EQ(Code(source->SetOQ(kNan)), "E_FAIL");
-    for (const double fs : {-11025.0, 1e18, kNan}) {
-        source->SetSampleFreq(fs);
-        EXPECT_EQ(Code(source->SetOQ(0.7)), "E_FAIL") << fs;
-        EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), "E_FAIL") << fs;
-        EXPECT_EQ(Code(Load(*source, kWave)), "E_FAIL") << fs;
-    }
-    double OQ = 7.0;
-    EXPECT_EQ(Code(source->GetOQ(&OQ)), "S_OK");
-    EXPECT_EQ(OQ, 0.3);
-    source->SetSampleFreq(kSampleFreq);
-    ExpectSamples({3.0, -1.0, 2.0, 0.0});
+    source->SetSampleFreq(kNan);
+    EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), "E_FAIL");
+    EXPECT_EQ(Code(Load(*source, kWave)), "E_FAIL");
 }
 
 TEST_F(Wave, LoadsNothingFromAFileAndForgetsADefaultPitch) {
     source->SetSampleFreq(2 * kSampleFreq);
     char none[] = "/none/such";
-    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK") << "reads nothing";
-    EXPECT_EQ(Described(), kWave);
-    ExpectSamples({3.0, 1.0, -1.0, 0.5});
+    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK");
+    ExpectSamples({3.0, 1.0, -1.0, 0.5});  // the table is rebuilt
     double pitch = 7.0;
-    EXPECT_EQ(Code(source->SetDefaultPitch(50.0)), "S_OK");
     EXPECT_EQ(Code(source->GetDefaultPitch(&pitch)), "S_OK");
-    EXPECT_EQ(pitch, 7.0) << "taken and not told";
+    EXPECT_EQ(pitch, 7.0);
 }
 
 TEST_F(Wave, WithoutAPitchNothingHappens) {
     double sample = 7.0;
-    source->SetF0(0.0);
-    EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
-    EXPECT_EQ(Code(source->GetOutputValue(&sample)), "E_FAIL");
-    source->SetF0(49.0);
-    ExpectSamples({3.0, -1.0});
-    for (const double F0 : {0.0, -0.0, kNan}) {
+    for (const double F0 : {0.0, kNan}) {
         source->SetF0(F0);
         EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+        EXPECT_EQ(Code(source->GetOutputValue(&sample)), "E_FAIL");
         EXPECT_EQ(sample, 7.0);
     }
     source->SetF0(49.0);
-    ExpectSamples({2.0, 0.0});
+    ExpectSamples(kWave);
 }
 
 TEST_F(Wave, TakesAFrameWholeOrNotAtAll) {
     const std::map<std::string, double> values = {{"SampleFreq", kSampleFreq}, {"AV", 2}, {"F0", 98}};
     for (const char* call : {"SampleFreq", "AV", "F0"}) {
-        for (const HRESULT code : {S_FALSE, E_OUTOFMEMORY}) {
-            Script failing;
-            failing.Return(call, code);
-            EXPECT_EQ(Code(source->SetParams(FakePacket(failing, values).Unknown(), GUID_NULL)), "E_FAIL")
-                << call;
-        }
+        Script failing;
+        failing.Return(call, S_FALSE);
+        EXPECT_EQ(Code(source->SetParams(FakePacket(failing, values).Unknown(), GUID_NULL)), "E_FAIL");
     }
     ExpectSamples({3.0, -1.0});
     Script taken;
@@ -246,25 +220,23 @@ TEST_F(Wave, TakesAFrameWholeOrNotAtAll) {
 
 TEST_F(Wave, ACloneIsSilentUntilItGetsAWaveform) {
     ExpectSamples({3.0, -1.0});
+    IUnknown* none = &source->Inner();
+    EXPECT_EQ(Code(source->Copy(none)), "E_FAIL");
+    EXPECT_EQ(Code(source->Clone(IID_IUnknown, nullptr)), "E_POINTER");
+    EXPECT_EQ(Code(source->Clone(IID_ITTSVoicingSourceStd, &none)), "E_NOINTERFACE");
+    EXPECT_EQ(none, nullptr);
     ComPtr<ITTSVoicingSourceWave> clone;
     EXPECT_EQ(Code(source->Clone(clone.Id(), clone.PutUnknown())), "S_OK");
     source.reset(static_cast<TTSVoicingSourceWave*>(clone.Detach()));
     double last = 7.0;
     EXPECT_EQ(Code(source->GetOutputValue(&last)), "S_OK");
     EXPECT_NEAR(last, -kUnit, 1e-12);
-    EXPECT_EQ(Code(source->GetOQ(&last)), "S_OK");
+    source->GetOQ(&last);
     EXPECT_EQ(last, 0.5);
     ExpectSamples({0.0});
-    EXPECT_EQ(Code(Load(*source, kWave)), "S_OK");
-    EXPECT_EQ(Code(source->SetOQ(0.3)), "S_OK");
-    ExpectSamples(
-        kWave);  // the original's pitch, amplitude and sample frequency, from the period's beginning
-
-    EXPECT_EQ(Code(source->Copy(nullptr)), "E_FAIL");
-    EXPECT_EQ(Code(source->Clone(IID_IUnknown, nullptr)), "E_POINTER");
-    IUnknown* none = &source->Inner();
-    EXPECT_EQ(Code(source->Clone(IID_ITTSVoicingSourceStd, &none)), "E_NOINTERFACE");
-    EXPECT_EQ(none, nullptr);
+    Load(*source, kWave);
+    source->SetOQ(0.3);
+    ExpectSamples(kWave);  // the original's frequencies and amplitude, from the period's beginning
 }
 
 }  // namespace
