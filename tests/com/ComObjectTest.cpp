@@ -10,9 +10,7 @@
 #include "tests/support/ForwardingOuter.h"
 
 struct LARYNTH_INTERFACE(IFirst, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a01") : IUnknown {};
-struct LARYNTH_INTERFACE(ISecond, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a02") : IUnknown {
-    virtual int LARYNTH_CALL Second() = 0;
-};
+struct LARYNTH_INTERFACE(ISecond, "5d1c5a4e-0c5f-4f0e-9a51-3f6f0d1f7a02") : IUnknown {};
 
 namespace larynth::test {
 namespace {
@@ -37,7 +35,6 @@ class Example final : public ComObject<IFirst, SecondFace> {
         Release();
         ++destroyed;
     }
-    int LARYNTH_CALL Second() noexcept override { return 0; }
 };
 using Own = Example<2>;
 

