@@ -100,12 +100,10 @@ TEST_F(VoicingFilter, MovesTheSourceInAFrameThatFlutters) {
     script.Throw("SetF0");
     double sample = 0.0;
     EXPECT_EQ(Code(filter->CalculateNext(1.0, &sample)), "E_FAIL");
-    filter.reset();
 }
 
 TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
-    Script other;
-    FakeVoicingSource second(other);
+    FakeVoicingSource second(script);
     Fake<IUnknown> noSource(script);
     SetParams(filter, {{"F0", 100}, {"FL", 0.3}});
     for (IUnknown* each : {source.Unknown(), second.Unknown()})

@@ -137,6 +137,8 @@ TEST_F(Wave, RefusesPartnersThatItCannotUse) {
         index.SetIndex(0, i);
         EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), "E_FAIL") << i;
     }
+    EXPECT_EQ(Code(source->GetPropertyValue(&holder, "WAVE", 0, &index)), "S_OK");
+    EXPECT_TRUE(holder.wave.empty());
     IUnknown* const noIndex = static_cast<IACLValueHolder*>(&holder);
     for (IUnknown* bad : {static_cast<IUnknown*>(nullptr), noIndex, static_cast<IUnknown*>(&empty)}) {
         const char* const code = bad == noIndex ? "E_NOINTERFACE" : "E_FAIL";
