@@ -26,31 +26,20 @@ TEST_F(Rendering, HandsOutThePacketAndMixesEachSampleInOrder) {
 }
 
 TEST_F(Rendering, RefusesWhatItCannotRender) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const auto unknown = [](auto pointer) { return ComPtr<IUnknown>::Adopt(pointer.Detach()); };
-    const struct {
-        const char* what;
-        ComPtr<IUnknown> input;
-        IID idOut;
-        const char* code;
-    } rows[] = {
-        {"another output interface", unknown(Packet(3)), IID_IUnknown, "E_FAIL"},
-        {"sample frequency 0", unknown(Packet(3, 0.0)), GUID_NULL, "E_FAIL"},
-        {"negative sample frequency", unknown(Packet(3, -1.0)), GUID_NULL, "E_FAIL"},
-        {"sample frequency not a number", unknown(Packet(3, nan)), GUID_NULL, "E_FAIL"},
-        {"negative frame length", unknown(Packet(-1)), GUID_NULL, "E_FAIL"},
-        {"no known kind of input", New<TTSVoice, IUnknown>(), GUID_NULL, "E_NOINTERFACE"},
-        {"a marker without content", New<TTSSoundData, IUnknown>(), GUID_NULL, "E_NOINTERFACE"},
-        {"a list asked for as nothing", unknown(List()), GUID_NULL, "E_NOINTERFACE"},
-        {"nothing", {}, GUID_NULL, "E_POINTER"},
+    const auto refuses = [&](const auto& input, const char* code, REFIID idOut = GUID_NULL) {
+        IUnknown* output = input.Get();
+        EXPECT_EQ(Code(process->Calculate(input.Get(), GUID_NULL, idOut, &output)), code);
+        EXPECT_EQ(output, nullptr);
     };
-    for (const auto& row : rows) {
-        IUnknown* output = row.input.Get();
-        EXPECT_EQ(Code(process->Calculate(row.input.Get(), GUID_NULL, row.idOut, &output)), row.code)
-            << row.what;
-        EXPECT_EQ(output, nullptr) << row.what;
-    }
-    EXPECT_EQ(Code(process->Calculate(rows[0].input.Get(), GUID_NULL, GUID_NULL, nullptr)), "E_POINTER");
+    refuses(Packet(3), "E_FAIL", IID_IUnknown);
+    refuses(Packet(-1), "E_FAIL");
+    for (const double fs : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()})
+        refuses(Packet(3, fs), "E_FAIL");
+    refuses(New<TTSVoice, IUnknown>(), "E_NOINTERFACE");
+    refuses(New<TTSSoundData, IUnknown>(), "E_NOINTERFACE");  // a marker without content
+    refuses(List(), "E_NOINTERFACE");                         // asked for as nothing
+    refuses(ComPtr<IUnknown>(), "E_POINTER");
+    EXPECT_EQ(Code(process->Calculate(Packet(3).Get(), GUID_NULL, GUID_NULL, nullptr)), "E_POINTER");
 }
 
 TEST_F(Rendering, NeedsInitializationAndEveryMandatoryRole) {
@@ -97,16 +86,14 @@ class Busy final : public FakeStage<ITTSFricationSource> {
 TEST_F(Rendering, SettingsActAtOnce) {
     attributes->SetOutputGain(2.0);
     attributes->SetVolume(-0.5);
-    double value = 0.0;
-    EXPECT_EQ(Code(attributes->GetOutputGain(&value)), "S_OK");
-    EXPECT_EQ(value, 2.0);
-    EXPECT_EQ(Code(attributes->GetVolume(&value)), "S_OK");
-    EXPECT_EQ(value, -0.5);
-    EXPECT_EQ(Code(attributes->GetVolume(nullptr)), "E_POINTER");
+    double gain = 0.0, volume = 0.0;
+    EXPECT_EQ(Code(attributes->GetOutputGain(&gain)), "S_OK");
+    EXPECT_EQ(Code(attributes->GetVolume(&volume)), "S_OK");
+    EXPECT_EQ(std::pair(gain, volume), std::pair(2.0, -0.5));
     EXPECT_EQ(Render(Packet(1)), Shorts{-530});
 
     attributes->SetOutputGain(1.0);
-    double volume = 0.0;
+    volume = 0.0;
     Busy fading(script, [&] { return attributes->SetVolume(volume += 1.0), 100.0; });
     structure->SetFricationSource(fading.Unknown(), GUID_NULL);
     EXPECT_EQ(Render(Packet(3)), (Shorts{530, 1060, 1590})) << "from a component, on the sample at hand";
@@ -147,14 +134,12 @@ TEST_F(Rendering, TakesDenormalsForZeroAndRestoresTheArithmetic) {
     structure->SetFricationSource(frication.Unknown(), GUID_NULL);
 }
 
-TEST_F(Rendering, UsesTheClassObjectThatIsOfferedNowAndHoldsNone) {
+TEST_F(Rendering, UsesTheClassObjectThatIsOfferedNow) {
     Script other;
     {
-        Offer later(other, CLSID_TTSSoundData,
-                    [](REFIID riid, void** ppv) { return CreateInstance<TTSSoundData>(nullptr, riid, ppv); });
-        for (int i = 0; i < 3; ++i) Render(Packet(1));
-        EXPECT_EQ(other.Times("create"), 3);
-        EXPECT_EQ(later.references, 1) << "that of the registration";
+        const Offer later(other, CLSID_TTSSoundData, MakeNew<TTSSoundData>);
+        Render(Packet(1));
+        EXPECT_EQ(other.Times("create"), 1);
     }
     Render(Packet(1));
     const Offer nothing(other, CLSID_TTSSoundData, [](REFIID, void**) { return S_OK; });

@@ -50,7 +50,6 @@ TEST_F(Roles, AreFilledUnderTheirFixedNumbers) {
             EXPECT_EQ(Code(structure->AddComponent(component, row.role, &number)), code) << row.number;
             EXPECT_EQ(number, row.number);
         }
-        EXPECT_EQ(Code(structure->AddComponent(row.component, row.role, nullptr)), "E_POINTER") << row.number;
     }
     LONG number = 77;
     EXPECT_EQ(Code(structure->AddComponent(source.Unknown(), IID_ILarynthParams, &number)), "S_OK");
@@ -66,7 +65,6 @@ TEST_F(Roles, OnlyTheVoicingFiltersIsReadBackAndEmptied) {
     }
     EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), found.PutUnknown())), "S_OK");
     EXPECT_EQ(found.Get(), &filter);
-    EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), nullptr)), "E_POINTER");
     structure->RemoveComponent(6);
     EXPECT_EQ(Code(structure->GetComponent(6, found.Id(), found.PutUnknown())), "E_FAIL");
 }
@@ -147,7 +145,7 @@ TEST_F(Roles, AVoicesSourceIsResetWiredAndGivenItsOpenQuotient) {
 
 TEST_F(Roles, AVoiceSetsPreEmphasisWhichGoesWithItAndShelvesWhichStay) {
     EXPECT_EQ(Code(SetVoice(nullptr, 0.5)), "S_OK");
-    EXPECT_EQ(Render(Packet(2)), (Shorts{530, 265}));
+    EXPECT_EQ(Render(Packet(3)), (Shorts{530, 265, 265}));
     SetNoVoice();
     EXPECT_EQ(Render(Packet(1)), Shorts{530});
     SetVoice(nullptr, 0.0, 2.0);
@@ -159,7 +157,6 @@ TEST_F(Roles, AVoiceSetsPreEmphasisWhichGoesWithItAndShelvesWhichStay) {
     ComPtr<ITTSVoice> current;
     EXPECT_EQ(Code(attributes->GetVoice(current.Id(), current.PutUnknown())), "S_OK");
     EXPECT_TRUE(current) << "nothing changed";
-    EXPECT_EQ(Code(attributes->GetVoice(current.Id(), nullptr)), "E_POINTER");
 }
 
 }  // namespace

@@ -90,31 +90,27 @@ class ScriptedHolder final : public ComObject<AttachedObject, ObjectListFace> {
     explicit ScriptedHolder(Script& told) : ComObject(nullptr), script_(told) {}
 
     HRESULT LARYNTH_CALL GetObject(REFIID riid, IUnknown** pp) noexcept override {
-        return Then("GetObject", [&] { return AttachedObject::GetObject(riid, pp); });
+        return Fails("GetObject") ? Script::kFailure : AttachedObject::GetObject(riid, pp);
     }
     HRESULT LARYNTH_CALL Add(IUnknown* pItem) noexcept override {
-        return Then("Add", [&] { return ObjectListFace::Add(pItem); });
+        return Fails("Add") ? Script::kFailure : List::Add(pItem);
     }
     HRESULT LARYNTH_CALL GetCount(int* pn) noexcept override {
-        return Then("GetCount", [&] { return ObjectListFace::GetCount(pn); });
+        return Fails("GetCount") ? Script::kFailure : List::GetCount(pn);
     }
     HRESULT LARYNTH_CALL GetItem(int n, REFIID riid, IUnknown** pp) noexcept override {
-        return Then("GetItem", [&] { return ObjectListFace::GetItem(n, riid, pp); });
+        return Fails("GetItem") ? Script::kFailure : List::GetItem(n, riid, pp);
     }
-    HRESULT LARYNTH_CALL Lock() noexcept override {
-        return Then("Lock", [&] { return ObjectListFace::Lock(); });
-    }
+    HRESULT LARYNTH_CALL Lock() noexcept override { return Fails("Lock") ? Script::kFailure : List::Lock(); }
     HRESULT LARYNTH_CALL Unlock() noexcept override {
-        const HRESULT done = ObjectListFace::Unlock();
-        const HRESULT hr = script_.Next("Unlock");
-        return FAILED(hr) ? hr : done;
+        const HRESULT done = List::Unlock();
+        return Fails("Unlock") ? Script::kFailure : done;
     }
 
   private:
-    HRESULT Then(const char* call, auto&& done) {
-        const HRESULT hr = script_.Next(call);
-        return FAILED(hr) ? hr : done();
-    }
+    using List = ObjectListFace;
+
+    bool Fails(const char* call) { return FAILED(script_.Next(call)); }
 
     Script& script_;
 };

@@ -132,7 +132,6 @@ class Synth : public ::testing::Test {
     ComPtr<ILarynthAttributes> attributes;
     ComPtr<ILarynthStruct> structure;
 
-  private:
     template <class Class>
     static HRESULT MakeNew(REFIID riid, void** ppv) {
         return CreateInstance<Class>(nullptr, riid, ppv);
