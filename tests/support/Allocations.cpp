@@ -17,11 +17,6 @@ void* Allocate(std::size_t size) noexcept {
     return std::malloc(size != 0 ? size : 1);
 }
 
-void* AllocateOrThrow(std::size_t size) {
-    if (void* memory = Allocate(size)) return memory;
-    throw std::bad_alloc();
-}
-
 }  // namespace
 
 AllocationFailure::AllocationFailure(int ordinal) noexcept {
@@ -31,11 +26,11 @@ AllocationFailure::AllocationFailure(int ordinal) noexcept {
 AllocationFailure::~AllocationFailure() { allocationsLeft = 0; }
 bool AllocationFailure::Happened() const noexcept { return failed; }
 
-void* operator new(std::size_t size) { return AllocateOrThrow(size); }
-void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
+// The forms for arrays come here.
+void* operator new(std::size_t size) {
+    if (void* memory = Allocate(size)) return memory;
+    throw std::bad_alloc();
+}
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }

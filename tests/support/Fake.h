@@ -17,8 +17,8 @@ namespace larynth::test {
 /// "F0"); queries are counted but not listed.
 class Script {
   public:
-    /// Makes the call return `code` from its `from`th time on, counted from 1.
-    void Return(const std::string& call, HRESULT code, int from = 1) { codes_[call] = {code, from}; }
+    /// Makes the call return `code`.
+    void Return(const std::string& call, HRESULT code) { codes_[call] = code; }
     /// Makes queries for `id` return `code`.
     void ReturnFromQuery(REFIID id, HRESULT code) { queryCodes_.emplace_back(id, code); }
     /// Makes the call, "QueryInterface" among them, raise what no status code stands for.
@@ -35,8 +35,7 @@ class Script {
     HRESULT Next(const std::string& call) {
         calls.push_back(call);
         const auto found = codes_.find(call);
-        const bool answers = found != codes_.end() && --found->second.second <= 0;
-        return Step(call, answers ? found->second.first : S_OK);
+        return Step(call, found != codes_.end() ? found->second : S_OK);
     }
     HRESULT NextQuery(REFIID id) {
         const auto found = std::ranges::find(queryCodes_, id, &std::pair<IID, HRESULT>::first);
@@ -60,7 +59,7 @@ class Script {
         return kFailure;
     }
 
-    std::map<std::string, std::pair<HRESULT, int>> codes_;
+    std::map<std::string, HRESULT> codes_;
     std::vector<std::pair<IID, HRESULT>> queryCodes_;
     std::string thrower_;
     int failAt_ = 0;

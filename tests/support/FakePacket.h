@@ -107,15 +107,21 @@ class FakePacket final
 
     HRESULT LARYNTH_CALL GetSampleFreq(double* pd) override { return Give("SampleFreq", pd); }
     HRESULT LARYNTH_CALL GetFrameLen(int* pn) override { return Give("FrameLen", pn); }
-    HRESULT LARYNTH_CALL GetAV(double* pd) override { return Give("AV", pd); }
-    HRESULT LARYNTH_CALL GetF0(double* pd) override { return Give("F0", pd); }
-    HRESULT LARYNTH_CALL GetOQ(double* pd) override { return Give("OQ", pd); }
-    HRESULT LARYNTH_CALL GetFL(double* pd) override { return Give("FL", pd); }
-    HRESULT LARYNTH_CALL GetFLT(double* pd) override { return Give("FLT", pd); }
-    HRESULT LARYNTH_CALL GetDI(double* pd) override { return Give("DI", pd); }
-    HRESULT LARYNTH_CALL GetTL(double* pd) override { return Give("TL", pd); }
-    HRESULT LARYNTH_CALL GetAH(double* pd) override { return Give("AH", pd); }
-    HRESULT LARYNTH_CALL GetAF(double* pd) override { return Give("AF", pd); }
+// A value that can be got alone.
+#define SCALAR(X)                                                             \
+    HRESULT LARYNTH_CALL Get##X(double* pd) override { return Give(#X, pd); } \
+    HRESULT LARYNTH_CALL Set##X(double) override { return E_NOTIMPL; }        \
+    HRESULT LARYNTH_CALL GetID##X(int*) override { return E_NOTIMPL; }
+    SCALAR(AV)
+    SCALAR(F0)
+    SCALAR(OQ)
+    SCALAR(FL)
+    SCALAR(FLT)
+    SCALAR(DI)
+    SCALAR(TL)
+    SCALAR(AH)
+    SCALAR(AF)
+#undef SCALAR
     HRESULT LARYNTH_CALL GetAB(double* pd) override { return Give("AB", pd); }
     HRESULT LARYNTH_CALL GetAlphaDegree(int* pn) override { return Give("AlphaDegree", pn); }
     HRESULT LARYNTH_CALL GetBetaDegree(int* pn) override { return Give("BetaDegree", pn); }
@@ -125,24 +131,6 @@ class FakePacket final
     // Nobody who is given a packet writes to it or asks for items.
     HRESULT LARYNTH_CALL SetSampleFreq(double) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetFrameLen(int) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetAV(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDAV(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetF0(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDF0(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetOQ(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDOQ(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetFL(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDFL(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetFLT(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDFLT(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetDI(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDDI(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetTL(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDTL(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetAH(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDAH(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetAF(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDAF(int*) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetAlpha(int, double) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetBeta(int, double) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL ConvertFromFilter() override { return E_NOTIMPL; }
