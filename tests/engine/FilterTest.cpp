@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "engine/CascadeTract.h"
+#include "engine/AntiResonator.h"
 #include "engine/LFilter.h"
+#include "engine/Resonator.h"
 #include "engine/ShelfFilter.h"
 #include "engine/TiltFilter.h"
 #include "tests/engine/Samples.h"
@@ -79,29 +80,17 @@ TEST(LFilter, HistoryOutlivesNewValuesButNotNewCounts) {
     }
 }
 
-TEST(CascadeTract, RunsItsSectionsInTheStatedOrder) {
-    // In any other order an intermediate product leaves the range of a double.
-    CascadeTract cascade;
-    cascade.AntiResonators()[0].SetABC(0x1p-1000, 0.0, 0.0);
-    cascade.Resonators()[0].SetABC(0x1p1000, 0.0, 0.0);
-    cascade.Resonators()[5].SetABC(0x1p-1000, 0.0, 0.0);
-    EXPECT_EQ(cascade.Process(0x1p900), 0x1p-100);
-}
-
 TEST(TiltFilter, EachTiltHasItsSectionWhichOnlyAnotherTiltReplaces) {
     const struct {
         int before, TL;
         double fs;
         Samples response;
     } rows[] = {
-        {0, -7, 11025, {1.0, 0.0}},
         {0, 11, 11025, {0.19523162967054908, 0.2180239368768106}},
-        {0, 20, 16000, {0.04376869114283297, 0.07007720488523499, 0.08414919974764434}},
         {0, 50, 11025, {0.014328472161597198, 0.026218164562012015}},  // as 41
         {41, 41, 22050, {0.014328472161597198}},
         {50, 50, 22050, {0.003743112766474706}},  // compared before it is limited
         {41, 10, 0.0, {0.014328472161597198}},
-        {41, 10, kNan, {0.014328472161597198}},
         {41, -1, 11025, {1.0, 0.0}},
     };
     for (const auto& row : rows) {
@@ -121,22 +110,19 @@ TEST(TiltFilter, EachTiltHasItsSectionWhichOnlyAnotherTiltReplaces) {
 
 TEST(ShelfFilter, CoefficientsFollowTheDesign) {
     const Samples lowFeedback = {1.892357996933056, -0.9095665596293483};
-    const Samples low = {1.0247594304296994, -1.888055856258983, 0.8891092698737219};
     const Samples lowScaled = {1.0311209894516098, -1.8997766352141165, 0.8946287322268105};
     const Samples highScaled = {2.6279794799236433, 0.8531505398037116, 0.5000137833547652};
     const struct {
         double G, F, P3, fs;
-        bool normalize;
         char kind;
         Samples feedback, feedForward;
     } rows[] = {
-        {1.5, 500, 0.8, 11025, false, 'l', lowFeedback, low},
-        {1.5, 500, 0.8, 11025, true, 'l', lowFeedback, lowScaled},
-        {2.0, 3000, 0.75, 16000, true, 'h', {-0.7848507087707203, -0.41269395321082336}, highScaled},
+        {1.5, 500, 0.8, 11025, 'l', lowFeedback, lowScaled},
+        {2.0, 3000, 0.75, 16000, 'h', {-0.7848507087707203, -0.41269395321082336}, highScaled},
     };
     Samples a, b;
     for (const auto& row : rows) {
-        DesignShelfFilter(row.G, row.F, row.P3, 0.0, row.fs, a, b, row.normalize, row.kind);
+        DesignShelfFilter(row.G, row.F, row.P3, 0.0, row.fs, a, b, true, row.kind);
         ExpectNear(a, row.feedback, 1e-13);
         ExpectNear(b, row.feedForward, 1e-13);
     }

@@ -98,19 +98,14 @@ TEST(PhaseTable, HoldsThePhasesOfSingleSteps) {
     }
 }
 
-struct Description {
-    double F, BW, G;
-    bool anti;
-};
-
 /// The coefficients of one section, in the order of operations that decides their bits.
-SectionValues Designed(const Description& d, double T) {
-    if (d.anti ? d.F == 0.0 : d.F <= 0.0 || d.BW <= 0.0) return {d.anti ? 1.0 : d.G, 0.0, 0.0};
-    const double r = Exponential(-3.141592654 * d.BW * T);
+SectionValues Designed(double F, double BW, double G, bool anti, double T) {
+    if (anti ? F == 0.0 : F <= 0.0 || BW <= 0.0) return {anti ? 1.0 : G, 0.0, 0.0};
+    const double r = Exponential(-3.141592654 * BW * T);
     const double C = -(r * r);
-    const double B = 2.0 * r * Cosine(6.283185308 * d.F * T);
-    const double A = d.anti ? d.G / (1.0 - B - C) : d.G * (1.0 - B - C);
-    return d.anti ? SectionValues{A, -B * A, -C * A} : SectionValues{A, B, C};
+    const double B = 2.0 * r * Cosine(6.283185308 * F * T);
+    const double A = anti ? G / (1.0 - B - C) : G * (1.0 - B - C);
+    return anti ? SectionValues{A, -B * A, -C * A} : SectionValues{A, B, C};
 }
 
 bool Same(double a, double b) { return a == b || (a != a && b != b); }
@@ -119,26 +114,23 @@ TEST(Kernels, EveryLaneOfSectionsIsDesignedAsASingleSectionIs) {
     const double odd[] = {0.0, -0.0, -300.0, 5e-324, 1e7, 1e12, 1e300, kInfinity, -kInfinity, kNan};
     std::mt19937 random(5);
     std::uniform_real_distribution<double> frequency(0.0, 12000.0), gain(-2.0, 2.0);
-    const auto value = [&](auto& usual) { return random() % 8 == 0 ? odd[random() % 10] : usual(random); };
+    const auto value = [&] { return random() % 8 == 0 ? odd[random() % 10] : frequency(random); };
     for (const Kernels* const kernels : AvailableKernels()) {
         for (int round = 0; round < 4000; ++round) {
             const double T = round % 3 == 0 ? 1.0 / 11025.0 : round % 3 == 1 ? 1.0 / 44100.0 : 1.0;
             SectionDesign design;
-            Description rows[SectionDesign::kLanes];
-            for (int k = 0; k < SectionDesign::kLanes; ++k) {
-                rows[k] = {value(frequency), value(frequency), gain(random), random() % 4 == 0};
-                design.F[k] = rows[k].F;
-                design.BW[k] = rows[k].BW;
-                design.G[k] = rows[k].G;
-                design.antiResonators |= rows[k].anti ? 1U << k : 0U;
-            }
+            std::ranges::generate(design.F, value);
+            std::ranges::generate(design.BW, value);
+            std::ranges::generate(design.G, [&] { return gain(random); });
+            design.antiResonators = random() & random() % (1U << SectionDesign::kLanes);
+            const SectionDesign given = design;
             kernels->sections(design, T);
             for (int k = 0; k < SectionDesign::kLanes; ++k) {
-                const auto [F, BW, G, anti] = rows[k];
-                const SectionValues expected = Designed(rows[k], T);
+                const bool anti = (given.antiResonators >> k & 1U) != 0;
+                const SectionValues expected = Designed(given.F[k], given.BW[k], given.G[k], anti, T);
                 ASSERT_TRUE(Same(design.A[k], expected.A) && Same(design.B[k], expected.B) &&
                             Same(design.C[k], expected.C))
-                    << kernels->name << ": " << F << ' ' << BW << ' ' << G << (anti ? " anti" : "");
+                    << kernels->name << ": " << given.F[k] << ' ' << given.BW[k] << ' ' << given.G[k] << anti;
             }
         }
     }
