@@ -28,8 +28,7 @@ class CommandFolder {
         if (mkdtemp(root_.data()) == nullptr) throw std::runtime_error("no temporary folder");
         std::filesystem::create_directory(Path(""));
     }
-    CommandFolder(const CommandFolder&) = delete;
-    CommandFolder& operator=(const CommandFolder&) = delete;
+    CommandFolder(CommandFolder&&) = delete;
     ~CommandFolder() { std::filesystem::remove_all(root_); }
 
     /// Runs a line of shell.

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "engine/Exponential.h"
-#include "engine/NoiseSource.h"
 #include "engine/SectionValues.h"
 #include "engine/Trigonometry.h"
 #include "engine/vector/Kernels.h"
@@ -32,23 +31,6 @@ TEST(Kernels, EverySetOfTheProcessorIsThere) {
 #ifdef __x86_64__
     if (names.size() < 3) GTEST_SKIP() << "nothing beyond " << names.back() << " runs here: untested";
 #endif
-}
-
-TEST(Kernels, NoiseIsTheGeneratorsSequenceInTurns) {
-    for (const Kernels* const kernels : AvailableKernels()) {
-        for (std::size_t count = 1; count <= 21; ++count) {
-            NoiseGenerator generator;
-            generator.Seed(4711);
-            NoiseSource first(3.0, generator), second(0.25, generator);
-            std::vector<double> a(count + kRoom), b(count + kRoom), c(count + kRoom);
-            kernels->noise(4711, {3.0, 0.25, 0.7, a.data(), b.data(), c.data()}, count);
-            for (std::size_t i = 0; i < count; ++i) {
-                ASSERT_EQ(a[i], first.Evaluate(true)) << kernels->name << " sample " << i << " of " << count;
-                ASSERT_EQ(b[i], second.Evaluate(true)) << kernels->name << " sample " << i << " of " << count;
-                ASSERT_EQ(c[i], 0.7 * b[i]) << kernels->name << " sample " << i << " of " << count;
-            }
-        }
-    }
 }
 
 TEST(Kernels, FinishCutsAsASingleSampleIsCut) {
