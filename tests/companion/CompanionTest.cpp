@@ -164,25 +164,24 @@ TEST(SoundData, AppendsCopiesInOrderAndRefusesTheRest) {
 }
 
 TEST(SyncHolder, HoldsTheObjectSetLastWithOneReference) {
-    for (const CLSID& id : {CLSID_TTSSoundData, CLSID_TTSStreamHolder}) {
-        Script script;
-        Fake<IUnknown> first(script), second(script);
-        auto holder = New<ITTSSyncHolder>(id);
-        IUnknown* object = &first;
-        EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
-        EXPECT_EQ(object, nullptr);
-        for (auto* each : {&first, &second, &second}) EXPECT_EQ(Code(holder->SetObject(each)), "S_OK");
-        EXPECT_EQ(first.references, 0);
-        EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
-        EXPECT_EQ(object, &second);
-        EXPECT_EQ(object->Release(), 1U) << "the caller's reference";
-        EXPECT_EQ(Code(holder->SetObject(nullptr)), "S_OK");
-        EXPECT_EQ(second.references, 0);
-        holder->SetObject(&first);
-        ComPtr<ITTSObjectList> content;
-        if (content.TryQuery(holder.Get())) content->Clear();
-        EXPECT_EQ(first.references, 1) << "apart from the content";
-    }
+    Script script;
+    Fake<IUnknown> first(script), second(script);
+    const auto content = New<ITTSObjectList>(CLSID_TTSStreamHolder);
+    ComPtr<ITTSSyncHolder> holder;
+    holder.Query(content.Get());
+    IUnknown* object = &first;
+    EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
+    EXPECT_EQ(object, nullptr);
+    for (auto* each : {&first, &second, &second}) EXPECT_EQ(Code(holder->SetObject(each)), "S_OK");
+    EXPECT_EQ(first.references, 0);
+    EXPECT_EQ(Code(holder->GetObject(IID_IUnknown, &object)), "S_OK");
+    EXPECT_EQ(object, &second);
+    EXPECT_EQ(object->Release(), 1U) << "the caller's reference";
+    EXPECT_EQ(Code(holder->SetObject(nullptr)), "S_OK");
+    EXPECT_EQ(second.references, 0);
+    holder->SetObject(&first);
+    content->Clear();
+    EXPECT_EQ(first.references, 1) << "apart from the content";
 }
 
 TEST(Voice, GivesEachValueInItsOwnSlot) {

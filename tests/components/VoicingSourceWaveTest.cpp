@@ -133,10 +133,8 @@ TEST_F(Wave, RefusesPartnersThatItCannotUse) {
     Container holder(script, {});
     PropertyIndex index, empty;
     index.SetDimensionCount(1);
-    for (const int i : {3, -1}) {
-        index.SetIndex(0, i);
-        EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), "E_FAIL") << i;
-    }
+    index.SetIndex(0, 3);
+    EXPECT_EQ(Code(source->GetPropertyValue(&holder, "Wave", 0, &index)), "E_FAIL");
     EXPECT_EQ(Code(source->GetPropertyValue(&holder, "WAVE", 0, &index)), "S_OK");
     EXPECT_TRUE(holder.wave.empty());
     IUnknown* const noIndex = static_cast<IACLValueHolder*>(&holder);
