@@ -39,6 +39,8 @@ TEST(FilterForm, WrittenLastIsTheValidOne) {
     EXPECT_EQ(Code(filter->SetBeta(0, 2.0)), "S_OK");
     EXPECT_EQ(Code(filter->ConvertFromFilter()), "S_OK");
     EXPECT_EQ(Validity(filter), std::pair(0, 2));
+    As<ITTSDoublePacket>(filter)->SetItemValue(10, 1000.0);
+    EXPECT_EQ(Validity(filter), std::pair(0, 2)) << "items tell nobody";
     Parallel(filter, 1)->SetFreq(900.0);
     EXPECT_EQ(Validity(filter), std::pair(1, 0));
     EXPECT_EQ(Code(filter->SetAlpha(11, 0.5)), "S_OK");

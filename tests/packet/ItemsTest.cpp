@@ -10,6 +10,7 @@ namespace {
 
 TEST(Items, AreFoundByIndexIdAndName) {
     const auto items = NewPacket<ITTSDoublePacket>();
+    EXPECT_EQ(Get(As<ILarynthParams>(items), &ILarynthParams::GetSampleFreq), 11025.0);
     EXPECT_EQ(Get(items, &ITTSDoublePacket::GetItemsCount), 52);
     std::string names;
     for (int index = 0; index < 52; ++index) {
@@ -61,24 +62,6 @@ TEST(Items, WhatNamesNoItemFailsAndWritesNothing) {
     EXPECT_STREQ(text, "F0");
     EXPECT_EQ(Code(items->GetItemDescription(1000, text, 27, 0)), "S_OK");
     EXPECT_STREQ(text, "No description available !");
-}
-
-TEST(Items, AreTheValuesOfTypedInterfacesAndChangeNeitherFormNorFlags) {
-    const auto items = NewPacket<ITTSDoublePacket>();
-    for (const auto& [index, value] : {std::pair(13, 500.0), {51, 3.0}, {29, 120.0}})
-        EXPECT_EQ(Code(items->SetItemValue(index, value)), "S_OK");
-    EXPECT_EQ(Get(Cascade(items, 1), &ITTSResonatorFBParams::GetFreq), 500.0);
-    EXPECT_EQ(Get(Parallel(items, 6), &ITTSResonatorFBParams::GetGain), 3.0);
-    EXPECT_EQ(Get(Zero(items), &ITTSAntiResonatorFBParams::GetBW), 120.0);
-
-    const auto coefficients = Cascade<ITTSResonatorABCParams>(items, 0);
-    const auto before = Form(coefficients);
-    As<ILarynthVocalTractFilterParams>(items)->SetAlpha(0, 1.0);
-    items->SetItemValue(10, 1000.0);
-    EXPECT_EQ(Form(coefficients), before);
-    EXPECT_EQ(Validity(items), std::pair(0, 2));
-    coefficients->SetA(0.5);  // the coefficients alone are current
-    EXPECT_EQ(ItemValue(items, 10), 1000.0) << "the item keeps its old number";
 }
 
 TEST(Items, EveryKindOfGetterRefusesBadPointers) {

@@ -121,30 +121,17 @@ TEST_F(Rendering, TakesDenormalsForZeroAndRestoresTheArithmetic) {
         volatile double denormal = 1e-310;
         return denormal * 1.0 == 0.0;
     };
-    bool can = false, whileRendering = false;
-    {
+    const auto canFlush = [&] {
         const FlushDenormals here;
-        can = isFlushed();
-    }
+        return isFlushed();
+    };
+    bool whileRendering = false;
     Busy observer(script, [&] { return whileRendering = isFlushed(), 0.0; });
     structure->SetFricationSource(observer.Unknown(), GUID_NULL);
     Render(Packet(1));
-    EXPECT_EQ(whileRendering, can);
+    EXPECT_EQ(whileRendering, canFlush());
     EXPECT_FALSE(isFlushed());
     structure->SetFricationSource(frication.Unknown(), GUID_NULL);
-}
-
-TEST_F(Rendering, UsesTheClassObjectThatIsOfferedNow) {
-    Script other;
-    {
-        const Offer later(other, CLSID_TTSSoundData, MakeNew<TTSSoundData>);
-        Render(Packet(1));
-        EXPECT_EQ(other.Times("create"), 1);
-    }
-    Render(Packet(1));
-    const Offer nothing(other, CLSID_TTSSoundData, [](REFIID, void**) { return S_OK; });
-    ComPtr<IUnknown> output;
-    EXPECT_EQ(Code(Calculate(Packet(1).Get(), GUID_NULL, output)), "E_FAIL") << "success without a block";
 }
 
 }  // namespace

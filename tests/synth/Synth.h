@@ -65,16 +65,16 @@ inline ComPtr<ILarynthParams> Packet(int length, double sampleFreq = 11025.0) {
     return packet;
 }
 
+template <class Class = TTSObjectList>
 ComPtr<ITTSObjectList> List(const auto&... items) {
-    auto list = New<TTSObjectList, ITTSObjectList>();
+    auto list = New<Class, ITTSObjectList>();
     (list->Add(items.Get()), ...);
     return list;
 }
 
 /// A marker with its object in front of items.
 ComPtr<ITTSObjectList> Holder(IUnknown* attached, const auto&... items) {
-    auto list = New<TTSStreamHolder, ITTSObjectList>();
-    (list->Add(items.Get()), ...);
+    auto list = List<TTSStreamHolder>(items...);
     ComPtr<ITTSSyncHolder> holder;
     holder.Query(list.Get());
     holder->SetObject(attached);
@@ -132,6 +132,7 @@ class Synth : public ::testing::Test {
     ComPtr<ILarynthAttributes> attributes;
     ComPtr<ILarynthStruct> structure;
 
+  private:
     template <class Class>
     static HRESULT MakeNew(REFIID riid, void** ppv) {
         return CreateInstance<Class>(nullptr, riid, ppv);
