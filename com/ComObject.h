@@ -3,6 +3,7 @@
 
 #include <larynth/Interface.h>
 
+#include "com/Boundary.h"
 #include "com/ModuleLock.h"
 #include "com/OutPointer.h"
 
@@ -37,7 +38,7 @@ class ComObject : public First, public Others... {
     ComObject& operator=(const ComObject&) = delete;
 
     HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept final {
-        return controlling_->QueryInterface(riid, ppv);
+        return Guarded([&] { return controlling_->QueryInterface(riid, ppv); });
     }
     ULONG LARYNTH_CALL AddRef() noexcept final { return controlling_->AddRef(); }
     ULONG LARYNTH_CALL Release() noexcept final { return controlling_->Release(); }

@@ -18,6 +18,7 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
     using RecognisedBy = ITTSVoicingSourceFilter;
     using ComObject::ComObject;
 
+    /// E_FAIL, with the flutter moved on and nothing else done, when the held source raises an exception.
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) noexcept override;
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
         return PutOutput(core_, pdValue);

@@ -13,8 +13,8 @@ struct SectionCoefficients {
     double A = 0.0, B = 0.0, C = 0.0;
 };
 
-/// One frame of speech, converted: what the elements of a voice take from it (Klatt 1980; Klatt and Klatt
-/// 1990).
+/// One frame of speech as the elements of a voice take it, its sections as last converted (Klatt 1980; Klatt
+/// and Klatt 1990).
 struct Frame {
     static constexpr std::size_t kCascadePoles = 6, kCascadeZeros = 1, kParallelPoles = 7;
     static constexpr std::size_t kFeedbackCount = 2 * kCascadePoles,

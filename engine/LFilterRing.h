@@ -20,9 +20,6 @@ class LFilterRing {
     /// How many values back the filter reads.
     std::size_t Count() const { return offset_; }
 
-    /// How many values are stored.
-    std::size_t Size() const { return storage_.size(); }
-
     void Write(double value) { storage_[(offset_ + position_++) & mask_] = value; }
 
     /// The value written `age` writes before the newest one; 0 for times before the first write.

@@ -11,13 +11,10 @@ namespace larynth {
 /// The state before the first draw of a process that never seeds.
 inline constexpr std::uint32_t kInitialNoiseState = 1;
 
-/// The largest value of a draw; the smallest is 0.
-inline constexpr int kMaxNoiseValue = 32767;
-
 /// The state after one more draw: a linear congruential generator modulo 2^32.
 constexpr std::uint32_t NextNoiseState(std::uint32_t state) { return 214013U * state + 2531011U; }
 
-/// The value of the draw that led to `state`: its bits 16 to 30, 0 … kMaxNoiseValue.
+/// The value of the draw that led to `state`: its bits 16 to 30, 0 to 32767.
 /// `Word` is std::uint32_t or a vector of them.
 template <class Word>
 [[gnu::always_inline]] constexpr Word NoiseValue(const Word& state) {
@@ -75,7 +72,7 @@ class NoiseGenerator {
     /// True while the process is known to have a single thread.
     bool IsAlone() const { return *alone_ != 0; }
 
-    /// The next value, 0 … kMaxNoiseValue.
+    /// The next value, 0 to 32767.
     int Draw();
 
     /// Takes the next `count` draws at once and returns the state before the first of them.

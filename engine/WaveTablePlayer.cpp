@@ -46,7 +46,7 @@ std::vector<double> Resampled(const VirtualPeriod& period, std::size_t count, do
 }
 
 [[noreturn]] void FailSize() {
-    throw Zelvani::Exception("wave table cannot be built", "size of the table or the waveform",
+    throw Zelvani::Exception("size of the table or the waveform", "wave table cannot be built",
                              "WaveTablePlayer", 0);
 }
 

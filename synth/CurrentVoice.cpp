@@ -58,9 +58,11 @@ void CurrentVoice::ReadSettings(ITTSVoiceSourceParams* sourceSettings) {
 }
 
 void CurrentVoice::AdoptFrom(IUnknown* object) {
-    ComPtr<ITTSVoice> voice;
-    if (!voice.TryQuery(object)) return;
-    if (SUCCEEDED(Guarded([&] { return Set(voice.Get()); }))) pending_ = false;
+    const HRESULT adopted = Guarded([&]() -> HRESULT {
+        ComPtr<ITTSVoice> voice;
+        return voice.TryQuery(object) ? Set(voice.Get()) : E_NOINTERFACE;
+    });
+    if (SUCCEEDED(adopted)) pending_ = false;
 }
 
 void CurrentVoice::Announce(ITTSObjectList& output) noexcept {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "synth/StreamRenderer.h"
 
+#include <utility>
+
+#include "com/Boundary.h"
 #include "synth/CurrentVoice.h"
 #include "synth/PacketRenderer.h"
 #include "synth/SyncElement.h"
@@ -16,7 +19,7 @@ class ListLock {
   public:
     explicit ListLock(ITTSObjectList& list) : list_(&list) { CheckResult(list.Lock()); }
     ~ListLock() {
-        if (list_ != nullptr) list_->Unlock();
+        if (list_ != nullptr) static_cast<void>(Guarded([this] { return list_->Unlock(); }));
     }
     ListLock(const ListLock&) = delete;
     ListLock& operator=(const ListLock&) = delete;
