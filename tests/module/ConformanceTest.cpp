@@ -15,7 +15,6 @@
 #include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/ForwardingOuter.h"
-#include "tests/support/InThreads.h"
 
 namespace {
 
@@ -261,20 +260,6 @@ const std::vector<ClassRow> kClasses = {
 
 INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(kClasses),
                          [](const auto& row) { return std::string(row.param.Name); });
-
-TEST(Modules, StayCountedWhenManyThreadsCreateAndAskAtOnce) {
-    const ModuleUnderTest modules[] = {ModuleUnderTest(LARYNTH_MODULE),
-                                       ModuleUnderTest(LARYNTH_COMPANION_MODULE)};
-    InThreads(4, [&](int) {
-        for (int round = 0; round < 500; ++round) {
-            ComPtr<IUnknown> packet, list;
-            EXPECT_EQ(packet.Create(CLSID_LarynthParams), S_OK);
-            EXPECT_EQ(list.Create(CLSID_TTSObjectList), S_OK);
-            for (const auto& module : modules) EXPECT_EQ(module.CanUnload(), S_FALSE);
-        }
-    });
-    for (const auto& module : modules) EXPECT_EQ(Code(module.CanUnload()), "S_OK");
-}
 
 TEST(Modules, AreUnloadedAsSoonAsNothingOfThemIsHeld) {
     for (int round = 0; round < 2; ++round) {

@@ -96,7 +96,6 @@ TEST_F(RegistrarTest, AFlagDecidesWhatHappensToWhatWasThereBefore) {
         {"A = s 'old' { Others }", "Delete A { val C = s 'c' }", " A=old+1 A\\Others", ""},
         {"A = s 'default' { B }", "A { B }", " A=default A\\B", ""},
         {"A { val Name = s '' }", "A { B }", " A+1 A\\B", " A+1"},
-        {"A { B { val Name = s '' } }", "A { B }", " A A\\B+1", " A A\\B+1"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.script);
