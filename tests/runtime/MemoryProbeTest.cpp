@@ -3,12 +3,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <memory>
 #include <sys/mman.h>
 #include <thread>
 #include <ucontext.h>
 #include <unistd.h>
-#include <vector>
 
 #include <larynth/Runtime.h>
 
@@ -56,7 +54,6 @@ const char kConstant[] = "const data";
 TEST(MemoryProbe, TellsWhatCanBeReadAndWritten) {
     if (sysconf(_SC_PAGESIZE) != kPage) GTEST_SKIP() << "the rows are for pages of 4096 bytes";
     double onStack[2] = {};
-    const auto heap = std::make_unique<char[]>(1000);
     const Pages pages(5);
     pages.Protect(2, PROT_READ);
     pages.Protect(3, PROT_NONE);
@@ -70,14 +67,10 @@ TEST(MemoryProbe, TellsWhatCanBeReadAndWritten) {
         bool readable, writable;
     } rows[] = {
         {"own stack", &onStack, sizeof(onStack), true, true},
-        {"heap", heap.get(), 1000, true, true},
         {"const data", kConstant, sizeof(kConstant), true, false},
-        {"last byte of a page", pages[1] - 1, 1, true, true},
         {"two good pages", pages[1] - 4, 8, true, true},
-        {"last bytes before the read-only page", pages[2] - 8, 8, true, true},
         {"into the read-only page", pages[2] - 4, 8, true, false},
         {"into the protected page", pages[3] - 4, 8, false, false},
-        {"protected", pages[3] + 16, 8, false, false},
         {"across the protected page", pages[0], 5 * kPage, false, false},
         {"not mapped", reinterpret_cast<void*>(16), 8, false, false},
         {"no user address", reinterpret_cast<void*>(~std::uintptr_t{0} - 15), 8, false, false},
