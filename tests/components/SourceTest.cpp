@@ -69,14 +69,7 @@ TEST(TTSVoicingSourceStd, SettersActOnTheNextSample) {
     EXPECT_EQ(Next(source), 0.0);
 }
 
-class VoicingFilter : public testing::Test {
-  protected:
-    double Next(double x) {
-        double sample = 7.0;
-        EXPECT_EQ(Code(filter->CalculateNext(x, &sample)), "S_OK");
-        return sample;
-    }
-
+struct VoicingFilter : testing::Test {
     Script script;
     FakeVoicingSource source{script};
     Created<TTSVoicingSourceFilter> filter = MakeObject<TTSVoicingSourceFilter>();
@@ -86,20 +79,18 @@ TEST_F(VoicingFilter, MovesTheSourceInAFrameThatFlutters) {
     script.Return("SetF0", E_FAIL);  // is not examined
     const double step = 5000.0;      // 0.05 of flutter time a sample
     SetParams(filter, {{"F0", 100}, {"FL", 0.3}, {"FLT", step}});
-    Next(1.0);  // without a source the flutter time stands still
+    filter->CalculateNext(1.0, nullptr);  // without a source the flutter time stands still
     EXPECT_EQ(Code(filter->SetVoicingSource(&source, GUID_NULL)), "S_OK");
     for (const auto& [F0, FL] : {std::pair(100.0, 0.0), {0.0, 0.3}, {-100.0, 0.3}, {100.0, -0.3}}) {
         SetParams(filter, {{"F0", F0}, {"FL", FL}, {"FLT", step}});
-        Next(1.0);
+        filter->CalculateNext(1.0, nullptr);
         EXPECT_TRUE(source.frequencies.empty()) << F0 << ", " << FL;
     }
     SetParams(filter, {{"F0", 100}, {"FL", 0.3}, {"FLT", step}});
-    EXPECT_EQ(Next(1.0), 1.0);
-    EXPECT_EQ(Code(filter->CalculateNext(1.0, nullptr)), "S_OK");
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(Code(filter->CalculateNext(1.0, nullptr)), "S_OK");
     EXPECT_EQ(source.frequencies, (Samples{110.35605906843429, 102.10912854117358}));
     script.Throw("SetF0");
-    double sample = 0.0;
-    EXPECT_EQ(Code(filter->CalculateNext(1.0, &sample)), "E_FAIL");
+    EXPECT_EQ(Code(filter->CalculateNext(1.0, nullptr)), "E_FAIL");
 }
 
 TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
@@ -109,11 +100,11 @@ TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
     for (IUnknown* each : {source.Unknown(), second.Unknown()})
         EXPECT_EQ(Code(filter->SetVoicingSource(each, GUID_NULL)), "S_OK");
     EXPECT_EQ(source.references, 0);
-    Next(1.0);
+    filter->CalculateNext(1.0, nullptr);
     EXPECT_EQ(second.frequencies, Samples{100.0});
     EXPECT_EQ(Code(filter->SetVoicingSource(&noSource, GUID_NULL)), "E_NOINTERFACE");
     EXPECT_EQ(second.references, 0);
-    Next(1.0);
+    filter->CalculateNext(1.0, nullptr);
     for (IUnknown* each : {source.Unknown(), static_cast<IUnknown*>(nullptr)})
         EXPECT_EQ(Code(filter->SetVoicingSource(each, GUID_NULL)), "S_OK");
     EXPECT_EQ(source.references, 0);
@@ -121,10 +112,6 @@ TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
 
 TEST(TTSVocalTractR, SectionsCanBeSetDirectly) {
     const auto tract = MakeObject<TTSVocalTractR>();
-    int poles = 0, zeros = 0;
-    tract->GetResonatorsCount(&poles);
-    tract->GetAntiResonatorsCount(&zeros);
-    EXPECT_EQ(std::pair(poles, zeros), std::pair(6, 1));
     for (const HRESULT outside :
          {tract->SetResonator(-1, 9.0, 0.0, 0.0), tract->SetResonator(6, 9.0, 0.0, 0.0),
           tract->SetAntiResonator(1, 9.0, 0.0, 0.0)})

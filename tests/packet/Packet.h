@@ -63,9 +63,7 @@ Value Get(const auto& object, HRESULT (Interface::*get)(Key, Value*), std::type_
 }
 
 inline double ItemValue(const auto& packet, int index) {
-    double value = -1.0;
-    EXPECT_EQ(Code(As<ITTSDoublePacket>(packet)->GetItemValue(index, &value)), "S_OK") << "item " << index;
-    return value;
+    return Get(As<ITTSDoublePacket>(packet), &ITTSDoublePacket::GetItemValue, index);
 }
 
 /// The validity of resonator and filter form, each as its interface tells it.

@@ -11,6 +11,8 @@
 
 #include <larynth/ComPtr.h>
 
+#include "com/ComObject.h"
+
 namespace larynth::test {
 
 /// What the partners of a test answer, and what they were asked. A call has a name ("GetF0" of a packet is
@@ -65,19 +67,8 @@ class Script {
     int failAt_ = 0;
 };
 
-/// The interface that an entry of a list stands for, as in ComObject.
-template <class Entry>
-struct FakedInterface {
-    using Type = Entry;
-};
-template <class Face>
-requires requires { typename Face::Interface; }
-struct FakedInterface<Face> {
-    using Type = typename Face::Interface;
-};
-
-/// Base of the partners: counts references, answers its list and asks the script first. It lives where the
-/// test puts it, and at its end nobody may hold it any more.
+/// Base of the partners: counts references, answers its list (as ComObject's) and asks the script first. It
+/// lives where the test puts it, and at its end nobody may hold it any more.
 template <class First, class... Others>
 class Fake : public First, public Others... {
   public:
@@ -100,7 +91,7 @@ class Fake : public First, public Others... {
     ULONG LARYNTH_CALL AddRef() override { return static_cast<ULONG>(++references); }
     ULONG LARYNTH_CALL Release() override { return static_cast<ULONG>(--references); }
 
-    IUnknown* Unknown() { return static_cast<typename FakedInterface<First>::Type*>(this); }
+    IUnknown* Unknown() { return static_cast<typename InterfaceOf<First>::Type*>(this); }
 
     Script& script;
     int references = 0;
@@ -117,7 +108,7 @@ class Fake : public First, public Others... {
   private:
     template <class Entry>
     bool Answer(REFIID riid, void** ppv) {
-        using Interface = typename FakedInterface<Entry>::Type;
+        using Interface = typename InterfaceOf<Entry>::Type;
         if (!(riid == InterfaceId<Interface>::value)) return false;
         *ppv = static_cast<Interface*>(this);
         return true;

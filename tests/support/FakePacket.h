@@ -34,71 +34,54 @@ class FakeView final : public Fake<Interface> {
 };
 
 /// Hands out views "R0" … "R5" (cascade), "Z0" or "P0" … "P6" (parallel). Without a value a section is an
-/// identity.
-template <class View>
-class FakeViews {
+/// identity. Nobody who is given a packet asks for counts.
+template <class Tract>
+class FakeTract : public Tract {
   public:
-    HRESULT HandOut(Script& script, const std::string& name, IUnknown** ppView, REFIID riid) {
+    using Interface = Tract;
+
+    HRESULT LARYNTH_CALL GetResonatorsCount(int*) override { return E_NOTIMPL; }
+    HRESULT LARYNTH_CALL GetResonator(int n, IUnknown** pp, REFIID riid) override {
+        return HandOut(poles_, Numbered(std::is_same_v<Tract, ILarynthVocalTractParams> ? "R" : "P", n), pp,
+                       riid);
+    }
+
+  protected:
+    virtual Script& Told() = 0;
+
+    template <class View>
+    HRESULT HandOut(std::map<std::string, FakeView<View>>& views, const std::string& name, IUnknown** ppView,
+                    REFIID riid) {
         *ppView = nullptr;
-        const HRESULT code = script.Next(name);
-        if (FAILED(code) || script.values.contains(name + " is null")) return code;
-        script.values.try_emplace(name + ".A", 1.0);
-        auto& view = views_.try_emplace(name, script, name).first->second;
+        const HRESULT code = Told().Next(name);
+        if (FAILED(code) || Told().values.contains(name + " is null")) return code;
+        Told().values.try_emplace(name + ".A", 1.0);
+        auto& view = views.try_emplace(name, Told(), name).first->second;
         const HRESULT query = view.QueryInterface(riid, reinterpret_cast<void**>(ppView));
         return FAILED(query) ? query : code;
     }
 
   private:
-    std::map<std::string, FakeView<View>> views_;
+    std::map<std::string, FakeView<ITTSResonatorABCParams>> poles_;
 };
 
-/// The tracts' interfaces have methods of the same name, so each needs a class of its own. The packet's
-/// counts are no components' business: none may ask for them.
-class FakeCascade : public ILarynthVocalTractParams {
+class FakeCascade : public FakeTract<ILarynthVocalTractParams> {
   public:
-    using Interface = ILarynthVocalTractParams;
-
-    HRESULT LARYNTH_CALL GetResonatorsCount(int*) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL GetAntiResonatorsCount(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetResonator(int n, IUnknown** pp, REFIID riid) override {
-        return poles_.HandOut(Told(), Numbered("R", n), pp, riid);
-    }
     HRESULT LARYNTH_CALL GetAntiResonator(int n, IUnknown** pp, REFIID riid) override {
-        return zeros_.HandOut(Told(), Numbered("Z", n), pp, riid);
+        return HandOut(zeros_, Numbered("Z", n), pp, riid);
     }
     HRESULT LARYNTH_CALL IsResDataValid(LONG*) override { return E_NOTIMPL; }
 
-  protected:
-    virtual Script& Told() = 0;
-
   private:
-    FakeViews<ITTSResonatorABCParams> poles_;
-    FakeViews<ITTSAntiResonatorABCParams> zeros_;
-};
-
-class FakeParallel : public ILarynthParallelTractParams {
-  public:
-    using Interface = ILarynthParallelTractParams;
-
-    HRESULT LARYNTH_CALL GetResonatorsCount(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetResonator(int n, IUnknown** pp, REFIID riid) override {
-        return poles_.HandOut(Told(), Numbered("P", n), pp, riid);
-    }
-    HRESULT LARYNTH_CALL SetAB(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDAB(int*) override { return E_NOTIMPL; }
-
-  protected:
-    virtual Script& Told() = 0;
-
-  private:
-    FakeViews<ITTSResonatorABCParams> poles_;
+    std::map<std::string, FakeView<ITTSAntiResonatorABCParams>> zeros_;
 };
 
 /// A scripted parameter packet. Its calls and values are "SampleFreq" (11025 Hz unless told), "FrameLen",
 /// "F0", "AB", "AlphaDegree", "Alpha3", "Beta0" and those of its views.
 class FakePacket final
     : public Fake<ILarynthParams, ILarynthVoiceParams, ILarynthAspirationParams, ILarynthFricationParams,
-                  FakeCascade, FakeParallel, ILarynthVocalTractFilterParams> {
+                  FakeCascade, FakeTract<ILarynthParallelTractParams>, ILarynthVocalTractFilterParams> {
   public:
     explicit FakePacket(Script& told, std::map<std::string, double> values = {}) : Fake(told) {
         script.values.merge(std::move(values));
@@ -129,6 +112,8 @@ class FakePacket final
     HRESULT LARYNTH_CALL GetBeta(int n, double* pd) override { return Give(Numbered("Beta", n), pd); }
 
     // Nobody who is given a packet writes to it or asks for items.
+    HRESULT LARYNTH_CALL SetAB(double) override { return E_NOTIMPL; }
+    HRESULT LARYNTH_CALL GetIDAB(int*) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetSampleFreq(double) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetFrameLen(int) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetAlpha(int, double) override { return E_NOTIMPL; }
