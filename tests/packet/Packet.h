@@ -28,23 +28,23 @@ ComPtr<Interface> As(const auto& object) {
     return other;
 }
 
+/// The view that `handOut` (a packet's GetResonator or GetAntiResonator) gives.
 template <class Interface, class Tract>
 ComPtr<Interface> View(HRESULT (Tract::*handOut)(int, IUnknown**, REFIID), const auto& packet, int index) {
     ComPtr<Interface> view;
     Zelvani::CheckResult((As<Tract>(packet).Get()->*handOut)(index, view.PutUnknown(), view.Id()));
     return view;
 }
-
 template <class Interface = ITTSResonatorFBParams>
-ComPtr<Interface> Cascade(const auto& packet, int index) {
+auto Cascade(const auto& packet, int index) {
     return View<Interface>(&ILarynthVocalTractParams::GetResonator, packet, index);
 }
 template <class Interface = ITTSAntiResonatorFBParams>
-ComPtr<Interface> Zero(const auto& packet) {
+auto Zero(const auto& packet) {
     return View<Interface>(&ILarynthVocalTractParams::GetAntiResonator, packet, 0);
 }
 template <class Interface = ITTSResonatorFBParams>
-ComPtr<Interface> Parallel(const auto& packet, int index) {
+auto Parallel(const auto& packet, int index) {
     return View<Interface>(&ILarynthParallelTractParams::GetResonator, packet, index);
 }
 
