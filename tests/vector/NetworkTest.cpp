@@ -40,7 +40,7 @@ using Items = std::vector<std::pair<const char*, std::vector<double>>>;
 struct Kind {
     const char* name;
     Items items;
-    bool filterTract = false, waveSource = false, voicingFilter = true;
+    bool filterTract = false, waveSource = false, voicingFilter = true, movesSource = true;
 };
 
 void FillRoles(Roles& roles, const Kind& kind) {
@@ -65,7 +65,7 @@ void FillRoles(Roles& roles, const Kind& kind) {
     }
     if (!kind.voicingFilter) return;
     Fill<TTSVoicingSourceFilter>(roles.voicingFilter);
-    roles.WireVoicingFilter();
+    if (kind.movesSource) roles.WireVoicingFilter();
 }
 
 bool SameBits(double a, double b) {
@@ -178,6 +178,7 @@ const Kind kKinds[] = {
     {"tract as one filter", kFlutter, true},
     {"wave source", kFlutter, false, true},
     {"no voicing filter", kFlutter, false, false, false},
+    {"voicing filter without a source", kFlutter, false, false, true, false},
 };
 
 /// Every split of a short frame in up to three stretches, and frames of other lengths between them.
