@@ -94,7 +94,6 @@ TEST_F(RegistrarTest, AFlagDecidesWhatHappensToWhatWasThereBefore) {
         {"A = s 'old' { Others }", "NoRemove A { B }", " A=old A\\B A\\Others", " A=old A\\Others"},
         {"A = s 'old' { Others }", "ForceRemove A { B }", " A A\\B", ""},
         {"A = s 'old' { Others }", "Delete A { val C = s 'c' }", " A=old+1 A\\Others", ""},
-        {"A = s 'default' { B }", "A { B }", " A=default A\\B", ""},
         {"A { val Name = s '' }", "A { B }", " A+1 A\\B", " A+1"},
     };
     for (const auto& row : rows) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the process and its threads share: the arithmetic mode, counts of uses, the noise.
+// What the process and its threads share: the arithmetic mode, counts of uses.
 #include <atomic>
 #include <gtest/gtest.h>
 #include <latch>
@@ -9,7 +9,6 @@
 #include <larynth/ModuleRuntime.h>
 
 #include "com/UseCount.h"
-#include "engine/NoiseGenerator.h"
 #include "tests/support/InThreads.h"
 
 namespace {
@@ -67,19 +66,4 @@ TEST(UseCount, LosesNoUseOfMoreThreadsThanThereAreNumbers) {
     EXPECT_EQ(std::set<unsigned>(taken.begin(), taken.end()).size(), taken.size()) << "each once";
     EXPECT_FALSE(taken.contains(mine));
     InThreads(1, [](int) { EXPECT_NE(LarynthThreadNumber(), 0U) << "numbers come back"; });
-}
-
-/// With a second thread the process is no longer known to have one, and leases begin to count.
-TEST(Noise, ASeedGivesTheDrawsOfTheOneGeneratorWhereverTheyAreMadeAndEndsLeases) {
-    LarynthSeedNoise(1);
-    InThreads(1, [](int) {
-        const larynth::LeasedDraws leased(*LarynthNoise());
-        EXPECT_EQ(LarynthNoise()->Draw(), 41);
-        constexpr auto kBeyond = larynth::NoiseLease::kDraws + 1;
-        InThreads(1, [](int) {
-            EXPECT_EQ(LarynthNoise()->Draw(), larynth::NoiseValue(larynth::JumpNoiseState(1, kBeyond)));
-        });
-        LarynthSeedNoise(12345);
-        EXPECT_EQ(LarynthNoise()->Draw(), 7584);
-    });
 }
