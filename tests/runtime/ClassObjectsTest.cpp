@@ -30,10 +30,11 @@ class HostFactory final : public larynth::StackObject<IClassFactory> {
     }
     HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }
 
-    DWORD Register(REFCLSID rclsid = CLSID_SampleOne) {
+    DWORD Register() {
         DWORD number = 0;
-        EXPECT_EQ(CoRegisterClassObject(rclsid, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &number),
-                  S_OK);
+        EXPECT_EQ(
+            CoRegisterClassObject(CLSID_SampleOne, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &number),
+            S_OK);
         return number;
     }
 
@@ -104,17 +105,4 @@ TEST(ClassObjects, WrongArgumentsAreRefused) {
     EXPECT_EQ(Code(CoCreateInstance(id, nullptr, kInProcess, IID_IUnknown, &out)), "REGDB_E_CLASSNOTREG");
     EXPECT_STREQ(LarynthLastError(), "nobody offers the class {8D3E5B0A-1F0C-4B62-9A37-50C1F6D2E411}");
     InThreads(1, [](int) { EXPECT_STREQ(LarynthLastError(), ""); });
-}
-
-TEST(ClassObjects, ManyThreadsRegisterAndFindTheirOwn) {
-    InThreads(4, [](int thread) {
-        CLSID own = CLSID_SampleOne;
-        own.Data1 += static_cast<std::uint32_t>(thread);
-        HostFactory factory;
-        for (int i = 0; i < 500; ++i) {
-            const DWORD number = factory.Register(own);
-            EXPECT_EQ(WhoOffers(own), &factory);
-            EXPECT_EQ(CoRevokeClassObject(number), S_OK);
-        }
-    });
 }

@@ -171,7 +171,6 @@ TEST_F(LoadedModules, WhatIsNoModuleIsRefusedAndLeavesMemory) {
     ComPtr<ILarynthRegistry> described;
     for (const auto entry : {LarynthRegisterModule, LarynthUnregisterModule}) {
         EXPECT_EQ(Code(entry("nowhere.so")), "CO_E_DLLNOTFOUND");
-        EXPECT_THAT(LarynthLastError(), HasSubstr("nowhere.so"));
         EXPECT_EQ(Code(entry(SAMPLE_MODULE_1)), "CO_E_ERRORINDLL");
         EXPECT_THAT(LarynthLastError(), HasSubstr("egisterServer"));
     }
@@ -195,6 +194,10 @@ TEST_F(LoadedModules, ComeAndGoWhileThreadsCreate) {
             ComPtr<ISample> object;
             ASSERT_EQ(Code(object.Create(number == 1 ? CLSID_SampleOne : CLSID_SampleTwo)), "S_OK");
             EXPECT_EQ(object->ModuleNumber(), number);
+            DWORD offered = 0;  // the table of the host's own classes changes as well
+            CoRegisterClassObject(IID_ISample, object.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                  &offered);
+            EXPECT_EQ(Code(CoRevokeClassObject(offered)), "S_OK");
             const std::shared_lock lock(releasing);
             object.Release();
         }
