@@ -112,6 +112,10 @@ TEST_F(VoicingFilter, HoldsOneSourceAtATime) {
 
 TEST(TTSVocalTractR, SectionsCanBeSetDirectly) {
     const auto tract = MakeObject<TTSVocalTractR>();
+    int poles = 0, zeros = 0;
+    tract->GetResonatorsCount(&poles);
+    tract->GetAntiResonatorsCount(&zeros);
+    EXPECT_EQ(std::pair(poles, zeros), std::pair(6, 1));
     for (const HRESULT outside :
          {tract->SetResonator(-1, 9.0, 0.0, 0.0), tract->SetResonator(6, 9.0, 0.0, 0.0),
           tract->SetAntiResonator(1, 9.0, 0.0, 0.0)})

@@ -159,6 +159,7 @@ TEST_F(Wave, TheOpenQuotientIsAtMostNinetyFivePercentAndRebuildsAsLoadingDoes) {
         double unit;
     } rows[] = {{0.15, 0.15, {3.0, 2.0, 0.0, 0.0}, 1.1952286093343936},  // sqrt(20/14)
                 {1.5, 0.95, {3.0, 1.8, 0.6, -0.6}, 0.4629100498862757},  // sqrt(3/14)
+                {-1.0, -1.0, {0.0, 0.0}, 1.0},
                 {kNan, 0.3, {3.0, -1.0, 2.0, 0.0}, kUnit}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.set);

@@ -33,6 +33,10 @@ TEST(Packet, ScalarsAreTheItemsThatTheirIdsName) {
 TEST(Packet, EachTractHasItsOwnSections) {
     const auto cascade = NewPacket<ILarynthVocalTractParams>();
     const auto parallel = As<ILarynthParallelTractParams>(cascade);
+    EXPECT_EQ(Get(cascade, &ILarynthVocalTractParams::GetResonatorsCount), 6);
+    EXPECT_EQ(Get(cascade, &ILarynthVocalTractParams::GetAntiResonatorsCount), 1);
+    EXPECT_EQ(Get(parallel, &ILarynthParallelTractParams::GetResonatorsCount), 7);
+
     IUnknown* view = nullptr;
     for (const int outside : {-1, 6})
         EXPECT_EQ(Code(cascade->GetResonator(outside, &view, IID_ITTSResonatorFBParams)), "E_FAIL");

@@ -112,11 +112,9 @@ TEST(Section, AViewOfNothingFails) {
     int number = 0;
     IUnknown* packet = nullptr;
     for (const HRESULT result :
-         {view->SetFreq(1.0), view->GetGain(&value), view->GetIDBW(&number), view->SetState(1),
-          view->GetState(&number), view->GetFreq(nullptr), view->GetLocation(&number, nullptr),
-          view->QueryPacketInterface(IID_IUnknown, &packet)}) {
+         {view->SetFreq(1.0), view->GetGain(&value), view->GetIDBW(&number), view->GetState(&number),
+          view->GetLocation(&number, nullptr), view->QueryPacketInterface(IID_IUnknown, &packet)})
         EXPECT_EQ(Code(result), "E_FAIL");
-    }
 }
 
 }  // namespace
