@@ -23,12 +23,6 @@ std::vector<int> Draws(NoiseGenerator& generator, std::size_t count) {
     return values;
 }
 
-TEST(NoiseGenerator, JumpEqualsThatManyDraws) {
-    const std::pair<std::uint64_t, std::uint32_t> rows[] = {
-        {0, 1}, {5, 3403800452}, {8000, 3989201473}, {0xFFFFFFFF, 1529096086}, {0x100000000, 1}};
-    for (const auto& [count, state] : rows) EXPECT_EQ(JumpNoiseState(1, count), state) << count;
-}
-
 TEST(NoiseGenerator, OneThreadDrawsInOrderWithAndWithoutALease) {
     for (const char* const alone : {&kAlone, &kNotAlone}) {
         NoiseGenerator generator(*alone, LeaseOfThread), plain;

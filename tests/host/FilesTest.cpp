@@ -72,14 +72,6 @@ TEST(AudioFormats, FilesReadBackAsTheSameSamples) {
                 testing::ElementsAreArray({'\x01', '\x00', '\xFE', '\xFF', '\x34', '\x12'}));
 }
 
-TEST(AudioFormats, TheExtensionDecides) {
-    EXPECT_EQ(AudioFormatOf("a.b/c.raw"), AudioFormat::Raw);
-    EXPECT_EQ(AudioFormatOf("C.WAV"), AudioFormat::Wav);
-    for (const char* path : {"", "wav", "a.wav/b", ".wav", "a.wave"}) {
-        EXPECT_EQ(AudioFormatOf(path), std::nullopt) << path;
-    }
-}
-
 TEST(AudioFormats, AHeaderHoldsTheNearestWholeRateThatTheFormatKnows) {
     EXPECT_EQ(HeaderRate(AudioFormat::Wav, 11025.4), 11025);
     EXPECT_EQ(HeaderRate(AudioFormat::Wav, 2147483647.0), 2147483647);
