@@ -9,6 +9,7 @@
 
 #include "com/FlushDenormals.h"
 #include "com/OwnObject.h"
+#include "components/TTSVoicingSourceFilter.h"  // compilers then try our own filter first, and inline it
 #include "engine/Exception.h"
 #include "engine/NoiseGenerator.h"
 #include "packet/LarynthParams.h"
