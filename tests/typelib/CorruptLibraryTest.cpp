@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <cstdint>
+#include <cstring>
 #include <fstream>
+#include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <span>
@@ -11,15 +15,30 @@
 namespace {
 
 using larynth::BadTypeLibrary;
+using larynth::FileBytes;
 using larynth::ReadTypeLibrary;
 using larynth::TypeLibraryContents;
 
 TypeLibraryContents Read(std::span<const char> bytes) { return ReadTypeLibrary(std::as_bytes(bytes)); }
 
+/// The library as built, to be damaged.
+struct Library {
+    std::ifstream file{LARYNTH_TYPE_LIBRARY, std::ios::binary};
+    std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+
+    std::uint32_t At(std::size_t offset) const {
+        return FileBytes(std::as_bytes(std::span(bytes))).At<std::uint32_t>(offset);
+    }
+    void Set(std::size_t offset, std::uint32_t value) { std::memcpy(&bytes[offset], &value, sizeof(value)); }
+    /// Where the directory entry of a segment is; its first word is the segment's own offset.
+    std::size_t Segment(std::size_t number) const { return 0x54 + At(0x20) * 4 + number * 16; }
+    /// Where the record of a type is.
+    std::size_t Type(std::size_t number) const { return At(Segment(0)) + number * 0x64; }
+};
+
 TEST(CorruptLibrary, AnyTruncationIsRefusedAndAnyWrongByteIsRefusedOrRead) {
     constexpr int kMasks[] = {0xFF, 0x01, 0x80};
-    std::ifstream file(LARYNTH_TYPE_LIBRARY, std::ios::binary);
-    std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+    std::vector<char> bytes = Library().bytes;
     int refused = 0;
     for (std::size_t offset = 0; offset < bytes.size(); ++offset) {
         // In a block of their own size.
@@ -39,6 +58,42 @@ TEST(CorruptLibrary, AnyTruncationIsRefusedAndAnyWrongByteIsRefusedOrRead) {
     }
     EXPECT_GT(refused, 1000);
     EXPECT_EQ(Read(bytes).Types.size(), 45U);
+}
+
+TEST(CorruptLibrary, ContradictionsAreNamed) {
+    constexpr std::size_t kParams = 0;  // ILarynthParams
+    constexpr std::size_t kClass = 32;  // LarynthParams
+    const struct {
+        const char* Reason;
+        std::function<void(Library&)> Damage;
+    } rows[] = {
+        {"not \"MSFT\"", [](Library& b) { b.Set(0, 0x54465300); }},
+        {"neither 32-bit nor 64-bit", [](Library& b) { b.Set(0x14, 0x42); }},
+        {"reach beyond", [](Library& b) { b.Set(b.Segment(7), 0xFFFFFFF0); }},
+        {"types without a record", [](Library& b) { b.Set(b.Segment(0) + 4, 44 * 0x64); }},
+        {"reach beyond", [](Library& b) { b.Set(b.Type(kParams) + 0x34, 0x7FFFFFFF); }},
+        {"the members of types overlap",
+         [](Library& b) {
+             // All interfaces with the members of the largest.
+             for (std::size_t type = 0; type < 32; ++type) {
+                 b.Set(b.Type(type) + 4, b.At(b.Type(1) + 4));
+                 b.Set(b.Type(type) + 0x18, 21);
+             }
+         }},
+        {"too short a record", [](Library& b) { b.Set(b.At(b.Type(kParams) + 4) + 4 + 20, 200); }},
+        {"too many levels of pointers", [](Library& b) { b.Set(b.At(b.Segment(9)) + 4, 0); }},
+        {"fewer interfaces than it counts", [](Library& b) { b.Set(b.Type(kClass) + 0x4C, 12); }},
+    };
+    for (const auto& row : rows) {
+        Library library;
+        row.Damage(library);
+        try {
+            Read(library.bytes);
+            ADD_FAILURE() << "accepted: " << row.Reason;
+        } catch (const BadTypeLibrary& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(row.Reason));
+        }
+    }
 }
 
 }  // namespace
