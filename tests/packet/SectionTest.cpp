@@ -53,6 +53,15 @@ TEST(Section, AResonatorHasTwoForms) {
     }
 }
 
+TEST(Section, AnAntiresonatorAtZeroIsComputedAtEveryRead) {
+    const auto packet = NewPacket();
+    const auto zero = Zero(packet);
+    zero->SetFreq(0.0);
+    EXPECT_EQ(Form(As<AntiABC>(zero)), (Three{1.0, 0.0, 0.0}));
+    As<ITTSDoublePacket>(packet)->SetItemValue(28, 300.0);  // FNZ; an item's write tells nobody
+    EXPECT_NE(Form(As<AntiABC>(zero))[1], 0.0);
+}
+
 TEST(Section, AnAntiresonatorIsTheReciprocal) {
     const auto packet = NewPacket();
     const Three full = {3.065902304382075, -3.8015308632295359, 2.7356285588474609}, plain = {1, 0, 0};
