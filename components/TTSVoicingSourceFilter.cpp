@@ -21,6 +21,13 @@ void Read(ILarynthVoiceParams& voice, Getter get, double& field) {
 
 }  // namespace
 
+HRESULT TTSVoicingSourceFilter::MoveSource() noexcept {
+    return Guarded([this] {
+        source_->SetF0(core_.NextF0());
+        return S_OK;
+    });
+}
+
 HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (!CanCall(pIParams)) return E_POINTER;
     return Guarded([&]() -> HRESULT {

@@ -39,16 +39,20 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
     ITTSVoicingSource* Source() const noexcept { return source_.Get(); }
 
   private:
+    /// Moves the source's F0, whose result does not count unless it raises an exception. Apart, so that the
+    /// usual sample stays in registers.
+    [[gnu::noinline]] HRESULT MoveSource() noexcept;
+
     VoicingFilterCore core_;
     ComPtr<ITTSVoicingSource> source_;
 };
 
 inline HRESULT LARYNTH_CALL TTSVoicingSourceFilter::CalculateNext(double dInputValue,
                                                                   double* pdValue) noexcept {
-    return Guarded([&] {
-        if (source_ && core_.Flutters()) source_->SetF0(core_.NextF0());
-        return WriteSample(core_.Store(core_.Process(dInputValue)), pdValue);
-    });
+    if (source_ && core_.Flutters()) {
+        if (const HRESULT hr = MoveSource(); FAILED(hr)) return hr;
+    }
+    return WriteSample(core_.Store(core_.Process(dInputValue)), pdValue);
 }
 
 }  // namespace larynth
