@@ -14,8 +14,9 @@ HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*ri
         ComPtr<ILarynthParallelTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
         const HRESULT last = SetSections<ITTSResonatorABCParams>(
-            core_.Resonators(),
-            [&](int i, IUnknown** view, REFIID id) { return params->GetResonator(i, view, id); });
+            Frame::kParallelPoles,
+            [&](int i, IUnknown** view, REFIID id) { return params->GetResonator(i, view, id); },
+            [&](std::size_t i, const SectionCoefficients& abc) { core_.Poles().Set(i, abc); });
         double AB = 0.0;
         params->GetAB(&AB);
         core_.Bypass().SetGain(AB);

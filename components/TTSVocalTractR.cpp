@@ -13,12 +13,14 @@ HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid
     return Guarded([&]() -> HRESULT {
         ComPtr<ILarynthVocalTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
-        SetSections<ITTSResonatorABCParams>(core_.Resonators(), [&](int i, IUnknown** view, REFIID id) {
-            return params->GetResonator(i, view, id);
-        });
+        SetSections<ITTSResonatorABCParams>(
+            Frame::kCascadePoles,
+            [&](int i, IUnknown** view, REFIID id) { return params->GetResonator(i, view, id); },
+            [&](std::size_t i, const SectionCoefficients& abc) { core_.Poles().Set(i, abc); });
         return SetSections<ITTSAntiResonatorABCParams>(
-            core_.AntiResonators(),
-            [&](int i, IUnknown** view, REFIID id) { return params->GetAntiResonator(i, view, id); });
+            Frame::kCascadeZeros,
+            [&](int i, IUnknown** view, REFIID id) { return params->GetAntiResonator(i, view, id); },
+            [&](std::size_t, const SectionCoefficients& abc) { core_.Zero().SetABC(abc.A, abc.B, abc.C); });
     });
 }
 

@@ -16,16 +16,20 @@ class TTSVocalTractR final : public TractObject<CascadeTract, ITTSVocalTract, IT
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
 
     HRESULT LARYNTH_CALL GetResonatorsCount(int* pnCount) noexcept override {
-        return Put(pnCount, static_cast<int>(core_.Resonators().size()));
+        return Put(pnCount, static_cast<int>(Frame::kCascadePoles));
     }
     HRESULT LARYNTH_CALL GetAntiResonatorsCount(int* pnCount) noexcept override {
-        return Put(pnCount, static_cast<int>(core_.AntiResonators().size()));
+        return Put(pnCount, static_cast<int>(Frame::kCascadeZeros));
     }
     HRESULT LARYNTH_CALL SetResonator(int nIndex, double A, double B, double C) noexcept override {
-        return SetSection(core_.Resonators(), nIndex, A, B, C);
+        if (nIndex < 0 || nIndex >= static_cast<int>(Frame::kCascadePoles)) return E_FAIL;
+        core_.Poles().Set(static_cast<std::size_t>(nIndex), {A, B, C});
+        return S_OK;
     }
     HRESULT LARYNTH_CALL SetAntiResonator(int nIndex, double A, double B, double C) noexcept override {
-        return SetSection(core_.AntiResonators(), nIndex, A, B, C);
+        if (nIndex != 0) return E_FAIL;
+        core_.Zero().SetABC(A, B, C);
+        return S_OK;
     }
 };
 

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-#include <span>
+#include <cstddef>
 
 #include "engine/AntiResonator.h"
 #include "engine/FilterComponent.h"
 #include "engine/Frame.h"
-#include "engine/Resonator.h"
+#include "engine/ResonatorPairs.h"
 
 namespace larynth {
 
@@ -17,27 +16,23 @@ class CascadeTract final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Cascade;
 
     void Take(const Frame& frame) {
-        SetCoefficients<Resonator>(resonators_, frame.cascadePoles);
-        SetCoefficients<AntiResonator>(antiResonators_, frame.cascadeZeros);
+        for (std::size_t i = 0; i < Frame::kCascadePoles; ++i) poles_.Set(i, frame.cascadePoles[i]);
+        const auto [A, B, C] = frame.cascadeZeros[0];
+        zero_.SetABC(A, B, C);
     }
 
-    double Process(double x) override;
+    double Process(double x) override { return poles_.InSeries(zero_.Process(x)); }
 
-    /// Position 0 is the nasal pole, 1 to 5 are the formants.
-    std::span<Resonator> Resonators() { return resonators_; }
+    /// Nasal pole, F1 … F5.
+    ResonatorPairs<Frame::kCascadePoles>& Poles() { return poles_; }
 
-    /// Position 0 is the nasal zero.
-    std::span<AntiResonator> AntiResonators() { return antiResonators_; }
+    /// The nasal zero.
+    AntiResonator& Zero() { return zero_; }
+    static_assert(Frame::kCascadeZeros == 1);
 
   private:
-    std::array<Resonator, Frame::kCascadePoles> resonators_;
-    std::array<AntiResonator, Frame::kCascadeZeros> antiResonators_;
+    AntiResonator zero_;
+    ResonatorPairs<Frame::kCascadePoles> poles_;
 };
-
-inline double CascadeTract::Process(double x) {
-    for (AntiResonator& section : antiResonators_) x = section.Process(x);
-    for (Resonator& section : resonators_) x = section.Process(x);
-    return x;
-}
 
 }  // namespace larynth

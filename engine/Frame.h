@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <span>
 
 namespace larynth {
 
@@ -42,15 +40,5 @@ struct Frame {
     /// Hz, by the way through the sample time: 1/(1/x) need not be x.
     double SampleFreq() const { return 1.0 / sampleTime; }
 };
-
-/// Sets each section's coefficients from the place of the same number.
-template <class Section>
-void SetCoefficients(std::span<Section> sections, std::span<const SectionCoefficients> coefficients) {
-    const std::size_t count = std::min(sections.size(), coefficients.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto [A, B, C] = coefficients[i];
-        sections[i].SetABC(A, B, C);
-    }
-}
 
 }  // namespace larynth

@@ -13,11 +13,6 @@ namespace {
 /// A value of each sample of a stretch, of the one behind it, and room. Not initialised.
 using Values = double[vector::kStretch + 1 + vector::kRoom];
 
-void FillParallel(Tracts& tracts, ParallelTractCore& branch) noexcept {
-    int place = 0;
-    for (Resonator& section : branch.Resonators()) tracts.parallel[place++] = &section.Values();
-}
-
 }  // namespace
 
 void Network::Elements::Take(const Frame& frame) const {
@@ -134,16 +129,15 @@ void Network::RunTracts(const TractSamples& samples, std::size_t count) noexcept
     const bool tilts = filter != nullptr && filter->Tilt().IsTilting();
     Tracts tracts;
     tracts.tilt = tilts ? &filter->Tilt().Section().Values() : nullptr;
-    tracts.antiResonator = &cascade.AntiResonators()[0].Values();
-    int place = 0;
-    for (Resonator& section : cascade.Resonators()) tracts.cascade[place++] = &section.Values();
-    FillParallel(tracts, *elements_.parallel);
+    tracts.antiResonator = &cascade.Zero().Values();
+    tracts.cascade = cascade.Poles().Pairs();
+    tracts.parallel = elements_.parallel->Poles().Pairs();
 
     elements_.parallel->Store(kernels_.tracts(tracts, samples, count));
 
     // A resonator's last output is its state.
     if (filter != nullptr) filter->Store(tilts ? tracts.tilt->state1 : samples.voicing[count - 1]);
-    cascade.Store(cascade.Resonators().back().Values().state1);
+    cascade.Store(cascade.Poles().Output(Frame::kCascadePoles - 1));
 }
 
 /// The tract as one filter runs sample by sample.
@@ -156,7 +150,7 @@ void Network::RunFilterTract(const TractSamples& samples, std::size_t count) noe
         samples.sum[i] = tract.Store(tract.Process(voicing + samples.aspiration[i]));
     }
     Tracts tracts{};
-    FillParallel(tracts, *elements_.parallel);
+    tracts.parallel = elements_.parallel->Poles().Pairs();
     elements_.parallel->Store(kernels_.parallel(tracts, samples, count));
 }
 

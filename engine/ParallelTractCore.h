@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-#include <span>
+#include <cstddef>
 
 #include "engine/FilterComponent.h"
 #include "engine/Frame.h"
 #include "engine/Multiplier.h"
-#include "engine/Resonator.h"
+#include "engine/ResonatorPairs.h"
 
 namespace larynth {
 
@@ -18,24 +17,19 @@ class ParallelTractCore final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Parallel;
 
     void Take(const Frame& frame) {
-        SetCoefficients<Resonator>(resonators_, frame.parallelPoles);
+        for (std::size_t i = 0; i < Frame::kParallelPoles; ++i) poles_.Set(i, frame.parallelPoles[i]);
         bypass_.SetGain(frame.AB);
     }
 
-    double Process(double x) override;
+    /// The bypass comes first: rounding is part of the result.
+    double Process(double x) override { return poles_.SideBySide(x, bypass_.Process(x)); }
 
-    std::span<Resonator> Resonators() { return resonators_; }
+    ResonatorPairs<Frame::kParallelPoles>& Poles() { return poles_; }
     Multiplier& Bypass() { return bypass_; }
 
   private:
-    std::array<Resonator, Frame::kParallelPoles> resonators_;
+    ResonatorPairs<Frame::kParallelPoles> poles_;
     Multiplier bypass_{1.0};
 };
-
-inline double ParallelTractCore::Process(double x) {
-    double y = bypass_.Process(x);  // bypass first: rounding is part of the result
-    for (Resonator& section : resonators_) y = y + section.Process(x);
-    return y;
-}
 
 }  // namespace larynth

@@ -12,9 +12,11 @@ struct Section {
                                       ///< inputs of an antiresonator.
 
     /// The output for the input `x`, in this order: rounding is part of the result.
-    [[gnu::always_inline]] constexpr Number Output(const Number& x) const {
-        return (B * state1 + C * state2) + A * x;
-    }
+    [[gnu::always_inline]] constexpr Number Output(const Number& x) const { return Kept() + A * x; }
+
+    /// What the states contribute to it.
+    [[gnu::always_inline]] constexpr Number Kept() const { return B * state1 + C * state2; }
+
     /// One sample through a resonator.
     [[gnu::always_inline]] constexpr Number Resonate(const Number& x) {
         const Number y = Output(x);
@@ -28,7 +30,7 @@ struct Section {
         return y;
     }
 
-  private:
+    /// Makes `newest` the last signal value.
     [[gnu::always_inline]] constexpr void Keep(const Number& newest) {
         state2 = state1;
         state1 = newest;
@@ -36,5 +38,8 @@ struct Section {
 };
 
 using SectionValues = Section<double>;
+
+/// Two numbers in the smallest vector that processors have.
+using Double2 __attribute__((vector_size(16))) = double;
 
 }  // namespace larynth

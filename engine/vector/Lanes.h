@@ -9,12 +9,13 @@
 
 #include <cstring>
 
+#include "engine/SectionValues.h"
+
 namespace larynth::vector {
 
 /// Inlined wherever it is used, and so compiled with the instruction set of its caller.
 #define LARYNTH_KERNEL [[gnu::always_inline]] inline
 
-using Double2 __attribute__((vector_size(16))) = double;
 using Double4 __attribute__((vector_size(32))) = double;
 
 struct DoublePairs {

@@ -19,31 +19,30 @@ namespace larynth::vector {
 constexpr int LaneOf(int place) { return 3 - place / 2; }
 constexpr bool IsHigh(int place) { return place % 2 == 0; }
 
-/// For a place without a section.
-inline constexpr SectionValues kSilent{0.0, 0.0, 0.0};
-
 /// Eight sections. Each is without states until it enters, which it does before its first sample.
 template <class Four>
 struct Wave {
     Section<Four> low, high;
 
-    /// The sections at the places 0 to 7.
-    LARYNTH_KERNEL Wave(const SectionValues& s0, const SectionValues& s1, const SectionValues& s2,
-                        const SectionValues& s3, const SectionValues& s4, const SectionValues& s5,
-                        const SectionValues& s6, const SectionValues& s7)
-        : low(SideBySide(s7, s5, s3, s1)), high(SideBySide(s6, s4, s2, s0)) {}
+    /// The sections at the places 0 and 1, 2 and 3, 4 and 5, 6 and 7.
+    LARYNTH_KERNEL Wave(const Section<Double2>& p0, const Section<Double2>& p1, const Section<Double2>& p2,
+                        const Section<Double2>& p3)
+        : low(Half<1>(p0, p1, p2, p3)), high(Half<0>(p0, p1, p2, p3)) {}
 
+    /// The section at a place; `pair` is the one that it is in.
     template <int kPlace>
-    LARYNTH_KERNEL void Enter(const SectionValues& section) {
+    LARYNTH_KERNEL void Enter(const Section<Double2>& pair) {
         Section<Four>& half = IsHigh(kPlace) ? high : low;
-        half.state1 = WithLane<LaneOf(kPlace)>(half.state1, InAllLanes<Four>(section.state1));
-        half.state2 = WithLane<LaneOf(kPlace)>(half.state2, InAllLanes<Four>(section.state2));
+        half.state1 = WithLane<LaneOf(kPlace)>(half.state1, InAllLanes<Four>(pair.state1[kPlace % 2]));
+        half.state2 = WithLane<LaneOf(kPlace)>(half.state2, InAllLanes<Four>(pair.state2[kPlace % 2]));
     }
 
   private:
-    LARYNTH_KERNEL static Section<Four> SideBySide(const SectionValues& a, const SectionValues& b,
-                                                   const SectionValues& c, const SectionValues& d) {
-        return {Four{a.A, b.A, c.A, d.A}, Four{a.B, b.B, c.B, d.B}, Four{a.C, b.C, c.C, d.C}};
+    template <int k>
+    LARYNTH_KERNEL static Section<Four> Half(const Section<Double2>& p0, const Section<Double2>& p1,
+                                             const Section<Double2>& p2, const Section<Double2>& p3) {
+        return {Four{p3.A[k], p2.A[k], p1.A[k], p0.A[k]}, Four{p3.B[k], p2.B[k], p1.B[k], p0.B[k]},
+                Four{p3.C[k], p2.C[k], p1.C[k], p0.C[k]}};
     }
 };
 
@@ -58,9 +57,13 @@ struct WaveStates {
         Store(wave.high.state1, high1);
         Store(wave.high.state2, high2);
     }
-    LARYNTH_KERNEL void Leave(int place, SectionValues& section) const {
-        section.state1 = (IsHigh(place) ? high1 : low1)[LaneOf(place)];
-        section.state2 = (IsHigh(place) ? high2 : low2)[LaneOf(place)];
+    LARYNTH_KERNEL double State1(int place) const { return (IsHigh(place) ? high1 : low1)[LaneOf(place)]; }
+    LARYNTH_KERNEL double State2(int place) const { return (IsHigh(place) ? high2 : low2)[LaneOf(place)]; }
+
+    /// To the section at a place; `pairs` begin with place 0.
+    LARYNTH_KERNEL void Leave(int place, Section<Double2>* pairs) const {
+        pairs[place / 2].state1[place % 2] = State1(place);
+        pairs[place / 2].state2[place % 2] = State2(place);
     }
 };
 
@@ -75,11 +78,9 @@ struct BranchWave {
     Four inputLow = {}, inputHigh = {};
     Four sumLow = {}, sumHigh = {};
 
-    /// `s` are the sections of the branch.
-    LARYNTH_KERNEL BranchWave(SectionValues* const* s, const SectionValues& tilt)
-        : wave(*s[0], *s[1], *s[2], *s[3], *s[4], *s[5], *s[6], tilt) {
-        wave.template Enter<kTiltPlace>(tilt);
-    }
+    /// `p` are the pairs of the branch; `tilt` may be null.
+    LARYNTH_KERNEL BranchWave(const Section<Double2>* p, const SectionValues* tilt)
+        : BranchWave(p, PairWithTilt(p[3], tilt)) {}
 
     /// A sample of each enters, the first of those that the pointers show.
     LARYNTH_KERNEL void Step(const double* frication, const double* bypassed, const double* voicing) {
@@ -94,6 +95,19 @@ struct BranchWave {
 
     /// What the tilt puts out, in the first lane.
     LARYNTH_KERNEL Four Tilted() const { return wave.low.state1; }
+
+  private:
+    LARYNTH_KERNEL BranchWave(const Section<Double2>* p, const Section<Double2>& last)
+        : wave(p[0], p[1], p[2], last) {
+        wave.template Enter<kTiltPlace>(last);
+    }
+    /// The last of the branch, with the tilt as its partner.
+    LARYNTH_KERNEL static Section<Double2> PairWithTilt(Section<Double2> pair, const SectionValues* tilt) {
+        if (tilt == nullptr) return pair;
+        pair.A[1] = tilt->A, pair.B[1] = tilt->B, pair.C[1] = tilt->C;
+        pair.state1[1] = tilt->state1, pair.state2[1] = tilt->state2;
+        return pair;
+    }
 };
 
 /// The resonators of the cascade. The newest state of a section is what it puts out.
@@ -101,8 +115,7 @@ template <class Four>
 struct CascadeWave {
     Wave<Four> wave;
 
-    LARYNTH_KERNEL explicit CascadeWave(SectionValues* const* s)
-        : wave(*s[0], *s[1], *s[2], *s[3], *s[4], *s[5], kSilent, kSilent) {}
+    LARYNTH_KERNEL explicit CascadeWave(const Section<Double2>* p) : wave(p[0], p[1], p[2], Section<Double2>{}) {}
 
     LARYNTH_KERNEL void Step(double x) {
         const Four input = ShiftDown(wave.low.state1, Four{x, 0.0, 0.0, 0.0});

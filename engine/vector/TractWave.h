@@ -40,12 +40,15 @@ struct WaveRecord {
     }
     /// ... and leaves its states there.
     LARYNTH_KERNEL void Leave(const Tracts& tracts, std::size_t count) const {
-        if (tracts.tilt != nullptr) branchStates[0].Leave(Tracts::kParallelCount, *tracts.tilt);
+        if (tracts.tilt != nullptr) {
+            tracts.tilt->state1 = branchStates[0].State1(Tracts::kParallelCount);
+            tracts.tilt->state2 = branchStates[0].State2(Tracts::kParallelCount);
+        }
         for (int place = 0; place < Tracts::kParallelCount; ++place) {
-            branchStates[place].Leave(place, *tracts.parallel[place]);
+            branchStates[place].Leave(place, tracts.parallel);
         }
         for (int place = 0; place < Tracts::kCascadeCount; ++place) {
-            cascadeStates[kLag + place].Leave(place, *tracts.cascade[place]);
+            cascadeStates[kLag + place].Leave(place, tracts.cascade);
         }
         tracts.antiResonator->state1 = mixed[count + 1];
         tracts.antiResonator->state2 = mixed[count];
@@ -61,7 +64,7 @@ class TractWave {
           samples_(samples),
           last_(static_cast<Index>(count) - 1),
           record_(record),
-          branch_(tracts.parallel, tracts.tilt != nullptr ? *tracts.tilt : kSilent),
+          branch_(tracts.parallel, tracts.tilt),
           cascade_(tracts.cascade),
           antiResonator_(*tracts.antiResonator) {}
 
@@ -112,9 +115,9 @@ class TractWave {
     template <int kStep>
     LARYNTH_KERNEL void BeginSection() {
         if constexpr (kStep < Tracts::kParallelCount) {
-            branch_.wave.template Enter<kStep>(*tracts_.parallel[kStep]);
+            branch_.wave.template Enter<kStep>(tracts_.parallel[kStep / 2]);
         } else if constexpr (kStep >= kLag && kStep <= kDelay) {
-            cascade_.wave.template Enter<kStep - kLag>(*tracts_.cascade[kStep - kLag]);
+            cascade_.wave.template Enter<kStep - kLag>(tracts_.cascade[(kStep - kLag) / 2]);
         }
     }
 
@@ -157,7 +160,7 @@ class BranchAlone {
         : tracts_(tracts),
           samples_(samples),
           last_(static_cast<Index>(count) - 1),
-          branch_(tracts.parallel, kSilent) {}
+          branch_(tracts.parallel, nullptr) {}
 
     /// The last output.
     LARYNTH_KERNEL double Run(WaveStates* ends) {
@@ -175,7 +178,7 @@ class BranchAlone {
     }
     template <int kPlace>
     LARYNTH_KERNEL void BeginSection(WaveStates* ends) {
-        branch_.wave.template Enter<kPlace>(*tracts_.parallel[kPlace]);
+        branch_.wave.template Enter<kPlace>(tracts_.parallel[kPlace / 2]);
         Step(kPlace, ends);
     }
     LARYNTH_KERNEL void Step(Index s, WaveStates* ends) {
@@ -199,7 +202,7 @@ LARYNTH_KERNEL double AddParallel(const Tracts& tracts, const TractSamples& samp
     WaveStates ends[Tracts::kParallelCount];
     const double last = BranchAlone<Four>(tracts, samples, count).Run(ends);
     for (int place = 0; place < Tracts::kParallelCount; ++place) {
-        ends[place].Leave(place, *tracts.parallel[place]);
+        ends[place].Leave(place, tracts.parallel);
     }
     return last;
 }

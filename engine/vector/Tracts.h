@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/SectionValues.h"
+#include "engine/Frame.h"
+#include "engine/ResonatorPairs.h"
 
 namespace larynth::vector {
 
 /// The sections of both tracts. Their states are left as the last sample leaves them.
 struct Tracts {
-    static constexpr int kParallelCount = 7, kCascadeCount = 6;
+    static constexpr int kParallelCount = Frame::kParallelPoles, kCascadeCount = Frame::kCascadePoles;
 
-    SectionValues* parallel[kParallelCount];
-    SectionValues* tilt;                    // in front of the cascade; null: voicing passes
-    SectionValues* antiResonator;           // the cascade's first section
-    SectionValues* cascade[kCascadeCount];  // its resonators
+    Section<Double2>* parallel;    // its resonators in pairs
+    SectionValues* tilt;           // in front of the cascade; null: voicing passes
+    SectionValues* antiResonator;  // the cascade's first section
+    Section<Double2>* cascade;     // its resonators in pairs
 };
 
 /// What goes through the tracts. All arrays have room.
