@@ -16,8 +16,8 @@ class CascadeTract final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Cascade;
 
     void Take(const Frame& frame) {
-        for (std::size_t i = 0; i < Frame::kCascadePoles; ++i) poles_.Set(i, frame.cascadePoles[i]);
-        const auto [A, B, C] = frame.cascadeZeros[0];
+        poles_.Take(frame.sections, Frame::kFirstCascadePole);
+        const auto [A, B, C] = frame.sections.At(Frame::kFirstCascadeZero);
         zero_.SetABC(A, B, C);
     }
 

@@ -17,7 +17,7 @@ class ParallelTractCore final : public FilterComponent {
     static constexpr Frame::Sections kSections = Frame::Sections::Parallel;
 
     void Take(const Frame& frame) {
-        for (std::size_t i = 0; i < Frame::kParallelPoles; ++i) poles_.Set(i, frame.parallelPoles[i]);
+        poles_.Take(frame.sections, Frame::kFirstParallelPole);
         bypass_.SetGain(frame.AB);
     }
 

@@ -28,6 +28,11 @@ class ResonatorPairs {
         pair.C[i % 2] = abc.C;
     }
 
+    /// The same for all of them, from `first` on; the states are kept.
+    void Take(const CoefficientRows& rows, std::size_t first) {
+        for (std::size_t i = 0; i < kCount; ++i) Set(i, rows.At(first + i));
+    }
+
     /// One sample through all of them in series.
     double InSeries(double x) {
         std::array<Double2, kPairs> kept;

@@ -16,7 +16,7 @@ void Convert(KlattPacketData& packet) noexcept {
     // A resonator is A / (1 − B·z^−1 − C·z^−2).
     std::array<double, Frame::kCascadePoles> poleB, poleC;
     for (std::size_t i = 0; i < poleB.size(); ++i) {
-        const auto [A, B, C] = frame.cascadePoles[i];
+        const auto [A, B, C] = frame.sections.At(Frame::kFirstCascadePole + i);
         gain *= A;
         poleB[i] = -B;
         poleC[i] = -C;
@@ -25,7 +25,7 @@ void Convert(KlattPacketData& packet) noexcept {
     // An antiresonator is A·(1 + (B/A)·z^−1 + (C/A)·z^−2).
     std::array<double, Frame::kCascadeZeros> zeroB, zeroC;
     for (std::size_t i = 0; i < zeroB.size(); ++i) {
-        const auto [A, B, C] = frame.cascadeZeros[i];
+        const auto [A, B, C] = frame.sections.At(Frame::kFirstCascadeZero + i);
         gain *= A;
         zeroB[i] = B / A;
         zeroC[i] = C / A;

@@ -23,14 +23,14 @@ inline constexpr int kValuesPerEntry = 3;  ///< F (Hz), BW (Hz), G (linear), in 
 struct ResonatorGroup {
     int unitCode;    ///< ID of the group's first item.
     int count;       ///< Entries.
-    int firstEntry;  ///< Place of the group's first entry among all of them.
+    int firstEntry;  ///< Place of the group's first entry among a frame's sections.
 
     constexpr int EndEntry() const noexcept { return firstEntry + count; }
 };
 
-inline constexpr ResonatorGroup kCascadePoles{1024, Frame::kCascadePoles, 0};
-inline constexpr ResonatorGroup kCascadeZeros{2048, Frame::kCascadeZeros, kCascadePoles.EndEntry()};
-inline constexpr ResonatorGroup kParallelPoles{3072, Frame::kParallelPoles, kCascadeZeros.EndEntry()};
+inline constexpr ResonatorGroup kCascadePoles{1024, Frame::kCascadePoles, Frame::kFirstCascadePole};
+inline constexpr ResonatorGroup kCascadeZeros{2048, Frame::kCascadeZeros, Frame::kFirstCascadeZero};
+inline constexpr ResonatorGroup kParallelPoles{3072, Frame::kParallelPoles, Frame::kFirstParallelPole};
 
 inline constexpr int kEntryCount = kParallelPoles.EndEntry();
 inline constexpr int kItemCount = kScalarCount + kValuesPerEntry * kEntryCount;

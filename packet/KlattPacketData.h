@@ -5,12 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include "com/OutPointer.h"
 #include "engine/Frame.h"
 #include "packet/ItemTable.h"
-#include "packet/ResonatorEntry.h"
 
 namespace larynth {
 
@@ -30,25 +28,34 @@ class KlattPacketData {
     KlattPacketData& operator=(const KlattPacketData&) = delete;
     virtual ~KlattPacketData() = default;
 
-    /// Takes over all values; the entries stay this packet's own. Without stored words in the source, this
-    /// packet keeps those that it has.
+    /// Takes over all values. Without stored words in the source, this packet keeps those that it has.
     void CopyFrom(const KlattPacketData& source) noexcept;
 
     /// Storage of an item, as it stands; the index must be one.
     double& Item(int index) noexcept;
     double& Scalar(ScalarItem item) noexcept;
 
-    std::span<ResonatorEntry> Entries(const ResonatorGroup& group) noexcept;
-
     /// The frame with the coefficients of these sections up to date; the others stand as they were.
     const Frame& Converted(Frame::Sections sections) noexcept;
 
+    /// Brings the coefficients of these sections (a bit for each place) up to date.
+    void UpdateABC(unsigned places) noexcept;
+
+    /// These sections' coefficients, or frequencies, were written and are the form that counts.
+    void WrittenABC(unsigned places) noexcept;
+    void WrittenFB(unsigned places) noexcept;
+
+    /// Whether this section's frequencies were out of date; from now on they count as up to date.
+    bool TakeStaleFB(unsigned place) noexcept;
+
     Frame frame{};
+    FrequencyRows frequencies{};
+    std::array<int, kEntryCount> userStates{};
     int validity = kResonatorDataValid;
     std::optional<TruWords> truWords;  ///< The 16-bit packet, once one was set.
 
   private:
-    std::array<ResonatorEntry, kEntryCount> entries_;
+    unsigned staleABC_ = Frame::kAllSections, staleFB_ = 0;  // a bit for each place
 };
 
 /// Base of the packet's faces: each implements one interface over the values that all of them share. The
@@ -76,9 +83,22 @@ inline double& KlattPacketData::Scalar(ScalarItem item) noexcept {
     return frame.*kPlaces[static_cast<std::size_t>(item)];
 }
 
-inline std::span<ResonatorEntry> KlattPacketData::Entries(const ResonatorGroup& group) noexcept {
-    return std::span(entries_).subspan(static_cast<std::size_t>(group.firstEntry),
-                                       static_cast<std::size_t>(group.count));
+inline void KlattPacketData::WrittenABC(unsigned places) noexcept {
+    staleABC_ &= ~places;
+    staleFB_ |= places;
+    validity = kResonatorDataValid;
+}
+
+inline void KlattPacketData::WrittenFB(unsigned places) noexcept {
+    staleFB_ &= ~places;
+    staleABC_ |= places;
+    validity = kResonatorDataValid;
+}
+
+inline bool KlattPacketData::TakeStaleFB(unsigned place) noexcept {
+    const bool stale = (staleFB_ & place) != 0;
+    staleFB_ &= ~place;
+    return stale;
 }
 
 }  // namespace larynth

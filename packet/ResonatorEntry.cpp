@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "packet/ResonatorEntry.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
 #include "engine/Trigonometry.h"
-#include "engine/vector/Kernels.h"
 #include "packet/KlattPacketData.h"
 
 namespace larynth {
 
 namespace {
+
+struct FrequencyForm {
+    double F, BW, G;
+};
 
 FrequencyForm ResonatorFB(const SectionCoefficients& abc, double T) noexcept {
     const auto [A, B, C] = abc;
@@ -35,87 +37,43 @@ FrequencyForm AntiResonatorFB(const SectionCoefficients& abc, double T) noexcept
 
 }  // namespace
 
-void ResonatorEntry::Attach(KlattPacketData& owner, const ResonatorGroup& group, int position,
-                            SectionCoefficients& abc) noexcept {
-    owner_ = &owner;
-    group_ = &group;
-    position_ = position;
-    abc_ = &abc;
+void ResonatorEntry::SetABC(const SectionCoefficients& abc) const noexcept {
+    packet_->frame.sections.Set(Place(), abc);
+    packet_->WrittenABC(Bit());
 }
 
-void ResonatorEntry::CopyFrom(const ResonatorEntry& source) noexcept {
-    current_ = source.current_;
-    userState = source.userState;
-    fb_ = source.fb_;
+void ResonatorEntry::Set(SectionRow FrequencyRows::*row, double dValue) const noexcept {
+    (packet_->frequencies.*row)[Place()] = dValue;
+    packet_->WrittenFB(Bit());
 }
 
-void ResonatorEntry::SetABC(const SectionCoefficients& abc) noexcept {
-    *abc_ = abc;
-    Written(Current::ABC);
+void ResonatorEntry::Set(SectionRow CoefficientRows::*row, double dValue) const noexcept {
+    (packet_->frame.sections.*row)[Place()] = dValue;
+    packet_->WrittenABC(Bit());
 }
 
-void ResonatorEntry::Set(double FrequencyForm::*value, double dValue) noexcept {
-    fb_.*value = dValue;
-    Written(Current::FB);
-}
-
-void ResonatorEntry::Set(double SectionCoefficients::*value, double dValue) noexcept {
-    abc_->*value = dValue;
-    Written(Current::ABC);
-}
-
-double ResonatorEntry::Get(double FrequencyForm::*value) noexcept {
+double ResonatorEntry::Get(SectionRow FrequencyRows::*row) const noexcept {
     UpdateFB();
-    return fb_.*value;
+    return (packet_->frequencies.*row)[Place()];
 }
 
-double ResonatorEntry::Get(double SectionCoefficients::*value) noexcept {
-    UpdateABC(std::span(this, 1));
-    return abc_->*value;
+double ResonatorEntry::Get(SectionRow CoefficientRows::*row) const noexcept {
+    packet_->UpdateABC(Bit());
+    return (packet_->frame.sections.*row)[Place()];
 }
 
-void ResonatorEntry::UpdateABC(std::span<ResonatorEntry> entries) noexcept {
-    if (std::ranges::none_of(entries, &ResonatorEntry::NeedsABC)) return;
-    vector::SectionDesign design;
-    for (std::size_t lane = 0; lane < entries.size(); ++lane) {
-        const ResonatorEntry& entry = entries[lane];
-        design.F[lane] = entry.fb_.F;
-        design.BW[lane] = entry.fb_.BW;
-        design.G[lane] = entry.fb_.G;
-        if (entry.IsAntiResonator()) design.antiResonators |= 1U << lane;
-    }
-    vector::FastestKernels().sections(design, entries.front().owner_->frame.sampleTime);
-    for (std::size_t lane = 0; lane < entries.size(); ++lane) {
-        ResonatorEntry& entry = entries[lane];
-        if (!entry.NeedsABC()) continue;
-        *entry.abc_ = {design.A[lane], design.B[lane], design.C[lane]};
-        const bool isComputedAtEveryRead = entry.IsAntiResonator() && entry.fb_.F == 0.0;
-        if (!isComputedAtEveryRead) entry.current_ = Current::Both;
-    }
-}
+int& ResonatorEntry::UserState() const noexcept { return packet_->userStates[Place()]; }
 
-void ResonatorEntry::UpdateFB() noexcept {
-    if (current_ != Current::ABC) return;
-    const double T = owner_->frame.sampleTime;
-    fb_ = IsAntiResonator() ? AntiResonatorFB(*abc_, T) : ResonatorFB(*abc_, T);
-    current_ = Current::Both;
-}
-
-double& ResonatorEntry::Item(int k) noexcept {
-    constexpr double FrequencyForm::*kValues[kValuesPerEntry] = {&FrequencyForm::F, &FrequencyForm::BW,
-                                                                 &FrequencyForm::G};
-    return fb_.*kValues[k];
-}
-
-int ResonatorEntry::ItemID(int k) const noexcept { return UnitCode() + kValuesPerEntry * position_ + k; }
-
-int ResonatorEntry::UnitCode() const noexcept { return group_->unitCode; }
-
-bool ResonatorEntry::IsAntiResonator() const noexcept { return UnitCode() == kCascadeZeros.unitCode; }
-
-void ResonatorEntry::Written(Current form) noexcept {
-    current_ = form;
-    owner_->validity = KlattPacketData::kResonatorDataValid;
+void ResonatorEntry::UpdateFB() const noexcept {
+    if (!packet_->TakeStaleFB(Bit())) return;
+    const double T = packet_->frame.sampleTime;
+    const SectionCoefficients abc = packet_->frame.sections.At(Place());
+    const auto [F, BW, G] =
+        UnitCode() == kCascadeZeros.unitCode ? AntiResonatorFB(abc, T) : ResonatorFB(abc, T);
+    FrequencyRows& fb = packet_->frequencies;
+    fb.F[Place()] = F;
+    fb.BW[Place()] = BW;
+    fb.G[Place()] = G;
 }
 
 }  // namespace larynth

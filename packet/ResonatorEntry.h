@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <span>
+#include <cstddef>
 
 #include "engine/Frame.h"
+#include "packet/ItemTable.h"
 
 namespace larynth {
 
 class KlattPacketData;
-struct ResonatorGroup;
-
-/// What a front end thinks in: centre frequency and bandwidth (Hz), linear gain at 0 Hz.
-struct FrequencyForm {
-    double F = 0.0, BW = 0.0, G = 1.0;
-};
 
 /// One section of a packet in two forms (Klatt 1980): a resonator y[n] = A·x[n] + B·y[n−1] + C·y[n−2], or an
 /// antiresonator y[n] = A·x[n] + B·x[n−1] + C·x[n−2], the reciprocal of the resonator with the same F and BW,
-/// times G.
+/// times G. This is a way to it; the values lie in the packet.
 ///
 /// The form that was written last is current; reading the other one computes it with the packet's sample time
 /// and keeps it until the next write. Every write through a setter makes the packet's resonator data the
@@ -29,55 +24,38 @@ struct FrequencyForm {
 /// a pair of conjugate zeros give no numbers.
 class ResonatorEntry {
   public:
+    /// Leads to nothing; no method but the test may be called.
     ResonatorEntry() = default;
-    ResonatorEntry(const ResonatorEntry&) = delete;
-    ResonatorEntry& operator=(const ResonatorEntry&) = delete;
+    ResonatorEntry(KlattPacketData& packet, const ResonatorGroup& group, int position) noexcept
+        : packet_(&packet), group_(&group), position_(position) {}
 
-    /// Tells the entry where it sits: done once, by the packet that it is a part of.
-    void Attach(KlattPacketData& owner, const ResonatorGroup& group, int position,
-                SectionCoefficients& abc) noexcept;
+    explicit operator bool() const noexcept { return packet_ != nullptr; }
 
-    /// Takes over frequencies, user state and which form is current; the coefficients lie in the packet's
-    /// frame.
-    void CopyFrom(const ResonatorEntry& source) noexcept;
+    void SetABC(const SectionCoefficients& abc) const noexcept;
 
-    void SetABC(const SectionCoefficients& abc) noexcept;
-
-    /// Sets one value (`&FrequencyForm::BW`); the other two of its form keep what they hold, stale or not.
-    void Set(double FrequencyForm::*value, double dValue) noexcept;
-    void Set(double SectionCoefficients::*value, double dValue) noexcept;
+    /// Sets one value (`&FrequencyRows::BW`); the other two of its form keep what they hold, stale or not.
+    void Set(SectionRow FrequencyRows::*row, double dValue) const noexcept;
+    void Set(SectionRow CoefficientRows::*row, double dValue) const noexcept;
 
     /// One value of a form, which is computed if it is stale.
-    double Get(double FrequencyForm::*value) noexcept;
-    double Get(double SectionCoefficients::*value) noexcept;
+    double Get(SectionRow FrequencyRows::*row) const noexcept;
+    double Get(SectionRow CoefficientRows::*row) const noexcept;
 
-    /// Brings the coefficients of entries of one packet up to date.
-    static void UpdateABC(std::span<ResonatorEntry> entries) noexcept;
+    /// A number kept for the client; it has no meaning here.
+    int& UserState() const noexcept;
 
-    /// Storage of the item `k`: 0 F, 1 BW, 2 G; as it stands, whichever form is current. Writing to it tells
-    /// nobody.
-    double& Item(int k) noexcept;
+    /// ID of the item `k`: 0 F, 1 BW, 2 G.
+    int ItemID(int k) const noexcept { return UnitCode() + kValuesPerEntry * position_ + k; }
 
-    /// ID of the item `k`.
-    int ItemID(int k) const noexcept;
-
-    int UnitCode() const noexcept;
+    int UnitCode() const noexcept { return group_->unitCode; }
     int Position() const noexcept { return position_; }  ///< 0-based place in its group.
 
-    int userState = 0;  ///< A number kept for the client; it has no meaning here.
-
   private:
-    enum class Current { FB, ABC, Both };
+    std::size_t Place() const noexcept { return static_cast<std::size_t>(group_->firstEntry + position_); }
+    unsigned Bit() const noexcept { return 1U << Place(); }
+    void UpdateFB() const noexcept;
 
-    void Written(Current form) noexcept;
-    void UpdateFB() noexcept;
-    bool NeedsABC() const noexcept { return current_ == Current::FB; }
-    bool IsAntiResonator() const noexcept;
-
-    Current current_ = Current::FB;
-    FrequencyForm fb_;
-    SectionCoefficients* abc_ = nullptr;  // in the packet's frame
-    KlattPacketData* owner_ = nullptr;
+    KlattPacketData* packet_ = nullptr;
     const ResonatorGroup* group_ = nullptr;
     int position_ = 0;
 };

@@ -24,20 +24,20 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
     using ComObject<FBInterface, ABCInterface, StructInterface>::ComObject;
 
     /// Makes it a view of `entry`, which belongs to `packet`. Done once, before anybody else sees the view.
-    void Bind(ResonatorEntry& entry, IUnknown& packet) noexcept {
+    void Bind(const ResonatorEntry& entry, IUnknown& packet) noexcept {
         packet.AddRef();
         packet_ = ComPtr<IUnknown>::Adopt(&packet);
-        entry_ = &entry;
+        entry_ = entry;
     }
 
     // These two serve both forms.
     HRESULT LARYNTH_CALL SetState(int nState) noexcept override {
-        if (entry_ == nullptr) return E_FAIL;
-        entry_->userState = nState;
+        if (!entry_) return E_FAIL;
+        entry_.UserState() = nState;
         return S_OK;
     }
     HRESULT LARYNTH_CALL GetState(int* pnState) noexcept override {
-        return entry_ != nullptr ? Put(pnState, entry_->userState) : E_FAIL;
+        return entry_ ? Put(pnState, entry_.UserState()) : E_FAIL;
     }
 
     HRESULT LARYNTH_CALL SetFreq(double dValue) noexcept override { return Store(&FB::F, dValue); }
@@ -67,35 +67,33 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
     }
     // The one method whose out-pointers may be bad: such a pointer is skipped.
     HRESULT LARYNTH_CALL GetLocation(int* pnUnit, int* pnIndex) noexcept override {
-        const std::optional<int> unit = entry_ != nullptr ? UnitOf(entry_->UnitCode()) : std::nullopt;
+        const std::optional<int> unit = entry_ ? UnitOf(entry_.UnitCode()) : std::nullopt;
         if (!unit) return E_FAIL;
         static_cast<void>(Put(pnUnit, *unit));
-        static_cast<void>(Put(pnIndex, entry_->Position()));
+        static_cast<void>(Put(pnIndex, entry_.Position()));
         return S_OK;
     }
 
   private:
-    using FB = FrequencyForm;
-    using ABC = SectionCoefficients;
+    using FB = FrequencyRows;
+    using ABC = CoefficientRows;
 
-    template <class Form>
-    HRESULT Store(double Form::*value, double dValue) noexcept {
-        if (entry_ == nullptr) return E_FAIL;
-        entry_->Set(value, dValue);
+    template <class Rows>
+    HRESULT Store(SectionRow Rows::*row, double dValue) noexcept {
+        if (!entry_) return E_FAIL;
+        entry_.Set(row, dValue);
         return S_OK;
     }
 
-    template <class Form>
-    HRESULT Read(double Form::*value, double* pdValue) noexcept {
-        if (entry_ == nullptr) return E_FAIL;
+    template <class Rows>
+    HRESULT Read(SectionRow Rows::*row, double* pdValue) noexcept {
+        if (!entry_) return E_FAIL;
         if (!CanWrite(pdValue)) return E_POINTER;
-        *pdValue = entry_->Get(value);
+        *pdValue = entry_.Get(row);
         return S_OK;
     }
 
-    HRESULT ReadID(int k, int* pnID) noexcept {
-        return entry_ != nullptr ? Put(pnID, entry_->ItemID(k)) : E_FAIL;
-    }
+    HRESULT ReadID(int k, int* pnID) noexcept { return entry_ ? Put(pnID, entry_.ItemID(k)) : E_FAIL; }
 
     /// The place of a unit code among those accepted.
     static std::optional<int> UnitOf(int unitCode) noexcept {
@@ -107,7 +105,7 @@ class ResonatorParams final : public ComObject<FBInterface, ABCInterface, Struct
         return std::nullopt;
     }
 
-    ResonatorEntry* entry_ = nullptr;  // inside the packet
+    ResonatorEntry entry_;
     ComPtr<IUnknown> packet_;
 };
 

@@ -11,13 +11,13 @@ namespace {
 /// Writes a new view of entry `nIndex` as `riid`. Whatever keeps the view from being made gives E_FAIL. A
 /// view that does not answer `riid` is destroyed, and with it its reference on the packet.
 template <class View>
-HRESULT HandOut(std::span<ResonatorEntry> entries, int nIndex, IUnknown& packet, IUnknown** ppRes,
-                REFIID riid) noexcept {
+HRESULT HandOut(KlattPacketData& data, const ResonatorGroup& group, int nIndex, IUnknown& packet,
+                IUnknown** ppRes, REFIID riid) noexcept {
     return Guarded([&]() -> HRESULT {
         if (!CanWrite(ppRes)) return E_POINTER;
-        if (nIndex < 0 || nIndex >= static_cast<int>(entries.size())) return E_FAIL;
+        if (nIndex < 0 || nIndex >= group.count) return E_FAIL;
         const Created<View> view = MakeObject<View>();
-        view->Bind(entries[static_cast<std::size_t>(nIndex)], packet);
+        view->Bind(ResonatorEntry(data, group, nIndex), packet);
         return view->Inner().QueryInterface(riid, reinterpret_cast<void**>(ppRes));
     });
 }
@@ -31,11 +31,11 @@ HRESULT CascadeFace::GetAntiResonatorsCount(int* pnCount) noexcept {
 }
 
 HRESULT CascadeFace::GetResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSResonatorParams>(Data().Entries(kCascadePoles), nIndex, *this, ppRes, riid);
+    return HandOut<TTSResonatorParams>(Data(), kCascadePoles, nIndex, *this, ppRes, riid);
 }
 
 HRESULT CascadeFace::GetAntiResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSAntiResonatorParams>(Data().Entries(kCascadeZeros), nIndex, *this, ppRes, riid);
+    return HandOut<TTSAntiResonatorParams>(Data(), kCascadeZeros, nIndex, *this, ppRes, riid);
 }
 
 HRESULT CascadeFace::IsResDataValid(LONG* pbValid) noexcept {
@@ -45,7 +45,7 @@ HRESULT CascadeFace::IsResDataValid(LONG* pbValid) noexcept {
 HRESULT ParallelFace::GetResonatorsCount(int* pnCount) noexcept { return Put(pnCount, kParallelPoles.count); }
 
 HRESULT ParallelFace::GetResonator(int nIndex, IUnknown** ppRes, REFIID riid) noexcept {
-    return HandOut<TTSResonatorParams>(Data().Entries(kParallelPoles), nIndex, *this, ppRes, riid);
+    return HandOut<TTSResonatorParams>(Data(), kParallelPoles, nIndex, *this, ppRes, riid);
 }
 
 }  // namespace larynth

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstddef>
 
+#include "packet/ResonatorEntry.h"
+
 namespace larynth {
 
 namespace {
@@ -29,7 +31,8 @@ constexpr std::size_t kZeroWordB = 33, kZeroWordC = 34;
 
 /// The words of one resonator.
 struct PoleRow {
-    std::size_t position, wordA, wordB, wordC;
+    int position;
+    std::size_t wordA, wordB, wordC;
     double scaleA;
 };
 
@@ -89,10 +92,13 @@ void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept {
     frame.AF = kFrication;
     frame.AB = w.Signed(kBypassWord) * kScaleA;
 
-    packet.Entries(kCascadeZeros)[0].SetABC(w.Zero());
-    for (const PoleRow& row : kCascadeRows) packet.Entries(kCascadePoles)[row.position].SetABC(w.Pole(row));
-    for (ResonatorEntry& entry : packet.Entries(kParallelPoles)) entry.SetABC({});
-    for (const PoleRow& row : kParallelRows) packet.Entries(kParallelPoles)[row.position].SetABC(w.Pole(row));
+    const auto set = [&](const ResonatorGroup& group, int position, const SectionCoefficients& abc) {
+        ResonatorEntry(packet, group, position).SetABC(abc);
+    };
+    set(kCascadeZeros, 0, w.Zero());
+    for (const PoleRow& row : kCascadeRows) set(kCascadePoles, row.position, w.Pole(row));
+    for (int i = 0; i < kParallelPoles.count; ++i) set(kParallelPoles, i, {});
+    for (const PoleRow& row : kParallelRows) set(kParallelPoles, row.position, w.Pole(row));
 }
 
 }  // namespace

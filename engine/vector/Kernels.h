@@ -42,23 +42,18 @@ struct Finish {
     double gain, coefficient, volume;
 };
 
-/// Second-order sections as frequencies and bandwidths describe them, side by side: as many as a frame has,
-/// because one after the other they would wait for each function of theirs. A lane that is not needed stays
-/// 0.
-struct alignas(64) SectionDesign {
-    static constexpr int kLanes = 16;
-
-    double F[kLanes] = {}, BW[kLanes] = {};  ///< Hz.
-    double G[kLanes] = {};                   ///< Linear gain at 0 Hz.
-    unsigned antiResonators = 0;             ///< Bit k: lane k holds an antiresonator.
-
-    /// What comes out: the coefficients (Klatt 1980), with r = exp(−pi·BW·T) and pi of ten digits
-    ///
-    ///     C = −r², B = 2·r·cos(2·pi·F·T), A = G·(1 − B − C)
-    ///
-    /// of a resonator, {G, 0, 0} where F or BW is not above 0; of an antiresonator, with these B and C,
-    /// a = G/(1 − B − C) and {a, −B·a, −C·a}, {1, 0, 0} where F is 0. What is not a number gives none.
-    double A[kLanes], B[kLanes], C[kLanes];
+/// A frame's sections, computed side by side: one after the other they would wait for each function of
+/// theirs. With r = exp(−pi·BW·T) and pi of ten digits, a resonator's coefficients (Klatt 1980) are
+///
+///     C = −r², B = 2·r·cos(2·pi·F·T), A = G·(1 − B − C)
+///
+/// or {G, 0, 0} where F or BW is not above 0; the antiresonator's, with these B and C, a = G/(1 − B − C) and
+/// {a, −B·a, −C·a}, or {1, 0, 0} where F is 0. What is not a number gives none.
+struct SectionDesign {
+    const FrequencyRows& from;
+    double T;         ///< Sample time, s.
+    unsigned wanted;  ///< Bit k: place k is to be written, the others are left.
+    CoefficientRows& to;
 };
 
 /// The loops over a stretch of 1 to kStretch samples, once for each instruction set. All of them make the
@@ -92,8 +87,8 @@ struct Kernels {
     void (*finish)(const Finish& finish, double previous, const double* sums, std::int16_t* out,
                    std::size_t count);
 
-    /// The coefficients of sections at the sample time `T` (s).
-    void (*sections)(SectionDesign& design, double T);
+    /// The coefficients of a frame's sections.
+    void (*sections)(const SectionDesign& design);
 };
 
 /// The sets of loops that this processor can run, that of the baseline first, the fastest last.

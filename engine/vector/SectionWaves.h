@@ -115,7 +115,8 @@ template <class Four>
 struct CascadeWave {
     Wave<Four> wave;
 
-    LARYNTH_KERNEL explicit CascadeWave(const Section<Double2>* p) : wave(p[0], p[1], p[2], Section<Double2>{}) {}
+    LARYNTH_KERNEL explicit CascadeWave(const Section<Double2>* p)
+        : wave(p[0], p[1], p[2], Section<Double2>{}) {}
 
     LARYNTH_KERNEL void Step(double x) {
         const Four input = ShiftDown(wave.low.state1, Four{x, 0.0, 0.0, 0.0});

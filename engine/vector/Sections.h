@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-/// The design of a frame's sections at once: the coefficients that SectionDesign describes.
+/// The coefficients of a frame's sections at once, as SectionDesign describes them.
 #pragma once
 
 #include <bit>
+#include <cmath>
+#include <cstddef>
 
 #include "engine/Constants.h"
 #include "engine/Exponential.h"
@@ -12,40 +14,46 @@
 
 namespace larynth::vector {
 
-/// Turns the resonator of a lane into the antiresonator that undoes it.
-inline void Invert(SectionDesign& design, int lane, double B, double C) {
-    const double A = design.G[lane] / (1.0 - B - C);
-    const bool plain = design.F[lane] == 0.0;
-    design.A[lane] = plain ? 1.0 : A;
-    design.B[lane] = plain ? 0.0 : -B * A;
-    design.C[lane] = plain ? 0.0 : -C * A;
+/// The antiresonator that undoes the resonator with these F, B and C, times G.
+LARYNTH_KERNEL SectionCoefficients Inverse(double F, double G, double B, double C) {
+    if (F == 0.0) return {1.0, 0.0, 0.0};
+    const double A = G / (1.0 - B - C);
+    return {A, -B * A, -C * A};
 }
 
-/// `T` is the sample time (s).
-LARYNTH_KERNEL void DesignSections(SectionDesign& design, double T) {
-    constexpr int kLanes = SectionDesign::kLanes;
-    double angle[kLanes], cosine[kLanes], B[kLanes], C[kLanes];
+LARYNTH_KERNEL void DesignSections(const SectionDesign& design) {
+    constexpr std::size_t kZero = Frame::kFirstCascadeZero;
+    static_assert(Frame::kCascadeZeros == 1);
+    const auto& [F, BW, G] = design.from;
+    const double T = design.T;
+    SectionRow angle, cosine, B, C;
+    CoefficientRows made;
     int beyond = 0;
-    for (int k = 0; k < kLanes; ++k) {
-        angle[k] = kTwoPi10 * design.F[k] * T;
+    for (std::size_t k = 0; k < kSectionPlaces; ++k) {
+        angle[k] = kTwoPi10 * F[k] * T;
         cosine[k] = ReducedCosine(ReduceToQuadrant(angle[k]));
         beyond |= std::fabs(angle[k]) <= kSineReductionLimit ? 0 : 1;
     }
     if (beyond != 0) {
-        for (int k = 0; k < kLanes; ++k) cosine[k] = Cosine(angle[k]);
+        for (std::size_t k = 0; k < kSectionPlaces; ++k) cosine[k] = Cosine(angle[k]);
     }
-    for (int k = 0; k < kLanes; ++k) {
-        const double r = Exponential(-kPi10 * design.BW[k] * T);
+    for (std::size_t k = 0; k < kSectionPlaces; ++k) {
+        const double r = Exponential(-kPi10 * BW[k] * T);
         C[k] = -(r * r);
         B[k] = 2.0 * r * cosine[k];
-        const bool plain = design.F[k] <= 0.0 || design.BW[k] <= 0.0;
-        design.A[k] = plain ? design.G[k] : design.G[k] * (1.0 - B[k] - C[k]);
-        design.B[k] = plain ? 0.0 : B[k];
-        design.C[k] = plain ? 0.0 : C[k];
+        const bool plain = F[k] <= 0.0 || BW[k] <= 0.0;
+        made.A[k] = plain ? G[k] : G[k] * (1.0 - B[k] - C[k]);
+        made.B[k] = plain ? 0.0 : B[k];
+        made.C[k] = plain ? 0.0 : C[k];
     }
-    for (unsigned lanes = design.antiResonators; lanes != 0; lanes &= lanes - 1) {
-        const int k = std::countr_zero(lanes);
-        Invert(design, k, B[k], C[k]);
+    made.Set(kZero, Inverse(F[kZero], G[kZero], B[kZero], C[kZero]));
+    if (design.wanted == Frame::kAllSections) {
+        design.to = made;
+        return;
+    }
+    for (unsigned wanted = design.wanted; wanted != 0; wanted &= wanted - 1) {
+        const auto place = static_cast<std::size_t>(std::countr_zero(wanted));
+        design.to.Set(place, made.At(place));
     }
 }
 

@@ -92,7 +92,7 @@ SectionValues Designed(double F, double BW, double G, bool anti, double T) {
 
 bool Same(double a, double b) { return a == b || (a != a && b != b); }
 
-TEST(Kernels, EveryLaneOfSectionsIsDesignedAsASingleSectionIs) {
+TEST(Kernels, EveryWantedSectionIsDesignedAsASingleOneIs) {
     const double odd[] = {0.0, -0.0, -300.0, 5e-324, 1e7, 1e12, 1e300, kInfinity, -kInfinity, kNan};
     std::mt19937 random(5);
     std::uniform_real_distribution<double> frequency(0.0, 12000.0), gain(-2.0, 2.0);
@@ -100,18 +100,21 @@ TEST(Kernels, EveryLaneOfSectionsIsDesignedAsASingleSectionIs) {
     for (const Kernels* const kernels : AvailableKernels()) {
         for (int round = 0; round < 4000; ++round) {
             const double T = round % 3 == 0 ? 1.0 / 11025.0 : round % 3 == 1 ? 1.0 / 44100.0 : 1.0;
-            SectionDesign design;
-            std::ranges::generate(design.F, value);
-            std::ranges::generate(design.BW, value);
-            std::ranges::generate(design.G, [&] { return gain(random); });
-            design.antiResonators = random() & random() % (1U << SectionDesign::kLanes);
-            const SectionDesign given = design;
-            kernels->sections(design, T);
-            for (int k = 0; k < SectionDesign::kLanes; ++k) {
-                const bool anti = (given.antiResonators >> k & 1U) != 0;
-                const SectionValues expected = Designed(given.F[k], given.BW[k], given.G[k], anti, T);
-                ASSERT_TRUE(Same(design.A[k], expected.A) && Same(design.B[k], expected.B) &&
-                            Same(design.C[k], expected.C))
+            FrequencyRows given;
+            std::ranges::generate(given.F, value);
+            std::ranges::generate(given.BW, value);
+            std::ranges::generate(given.G, [&] { return gain(random); });
+            const unsigned wanted = round % 2 == 0 ? Frame::kAllSections : random() & Frame::kAllSections;
+            CoefficientRows designed;
+            for (SectionRow* row : {&designed.A, &designed.B, &designed.C}) row->fill(7.0);
+            kernels->sections({given, T, wanted, designed});
+            for (std::size_t k = 0; k < Frame::kSectionCount; ++k) {
+                const bool anti = k == Frame::kFirstCascadeZero;
+                const SectionValues expected = (wanted >> k & 1U) != 0
+                                                   ? Designed(given.F[k], given.BW[k], given.G[k], anti, T)
+                                                   : SectionValues{7.0, 7.0, 7.0};
+                const auto [A, B, C] = designed.At(k);
+                ASSERT_TRUE(Same(A, expected.A) && Same(B, expected.B) && Same(C, expected.C))
                     << kernels->name << ": " << given.F[k] << ' ' << given.BW[k] << ' ' << given.G[k] << anti;
             }
         }
