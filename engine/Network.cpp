@@ -27,7 +27,7 @@ void Network::Elements::Take(const Frame& frame) const {
 }
 
 void Network::Render(const Elements& elements, std::span<double> sums) noexcept {
-    elements_ = elements;
+    elements_ = &elements;
     while (!sums.empty()) {
         const std::size_t length = std::min(sums.size(), vector::kStretch);
         RenderStretch(sums.first(length));
@@ -38,15 +38,15 @@ void Network::Render(const Elements& elements, std::span<double> sums) noexcept 
 void Network::RenderStretch(std::span<double> sums) noexcept {
     Values voicing, aspiration, frication, bypassed;
     Excite(std::span(voicing, sums.size()));
-    DrawNoise({.aspirationAmplitude = elements_.aspiration->Amplitude(),
-               .fricationAmplitude = elements_.frication->Amplitude(),
-               .bypassGain = elements_.parallel->Bypass().Gain(),
+    DrawNoise({.aspirationAmplitude = elements_->aspiration->Amplitude(),
+               .fricationAmplitude = elements_->frication->Amplitude(),
+               .bypassGain = elements_->parallel->Bypass().Gain(),
                .aspiration = aspiration,
                .frication = frication,
                .bypassed = bypassed},
               sums.size());
     const TractSamples samples{voicing, aspiration, frication, bypassed, sums.data()};
-    if (elements_.cascade != nullptr) {
+    if (elements_->cascade != nullptr) {
         RunTracts(samples, sums.size());
     } else {
         RunFilterTract(samples, sums.size());
@@ -55,22 +55,22 @@ void Network::RenderStretch(std::span<double> sums) noexcept {
 
 void Network::Excite(std::span<double> voicing) noexcept {
     const bool flutters =
-        elements_.filter != nullptr && elements_.filterMovesSource && elements_.filter->Flutters();
-    if (elements_.source == nullptr) return ExciteFromWave(voicing, flutters);
+        elements_->filter != nullptr && elements_->filterMovesSource && elements_->filter->Flutters();
+    if (elements_->source == nullptr) return ExciteFromWave(voicing, flutters);
     if (flutters) return ExciteFluttering(voicing);
     ExciteSteadily(voicing);
 }
 
 void Network::ExciteFromWave(std::span<double> voicing, bool flutters) noexcept {
-    WaveTablePlayer& source = *elements_.waveSource;
+    WaveTablePlayer& source = *elements_->waveSource;
     for (double& sample : voicing) {
         sample = source.IsSounding() ? source.Evaluate(true) : 0.0;
-        if (flutters) source.SetF0(elements_.filter->NextF0());
+        if (flutters) source.SetF0(elements_->filter->NextF0());
     }
 }
 
 void Network::ExciteSteadily(std::span<double> voicing) noexcept {
-    VoicingSourceCore& source = *elements_.source;
+    VoicingSourceCore& source = *elements_->source;
     const GlottalPeriod period = source.Period();
     Values times;
     phases_.Write(source.SampleTime(), source.Phase(), period.T0, std::span(times, voicing.size()));
@@ -86,7 +86,7 @@ void Network::ExciteSteadily(std::span<double> voicing) noexcept {
 /// The filter runs behind the source, so that each flutter step sets the period of the next sample.
 void Network::ExciteFluttering(std::span<double> voicing) noexcept {
     const std::size_t count = voicing.size();
-    VoicingSourceCore& source = *elements_.source;
+    VoicingSourceCore& source = *elements_->source;
     Values F0, times, T0, Tp, K;
     FlutterF0(std::span(F0, count));
     T0[0] = source.Period().T0;
@@ -106,7 +106,7 @@ void Network::ExciteFluttering(std::span<double> voicing) noexcept {
 
 /// The fluttering F0 behind each sample.
 void Network::FlutterF0(std::span<double> F0) noexcept {
-    VoicingFilterCore& filter = *elements_.filter;
+    VoicingFilterCore& filter = *elements_->filter;
     Flutter& flutter = filter.FlutterState();
     if (flutter.StaysReduced(filter.FLT, F0.size())) {
         flutter.Advance(filter.FLT, F0);
@@ -117,23 +117,23 @@ void Network::FlutterF0(std::span<double> F0) noexcept {
 }
 
 void Network::DrawNoise(const vector::Noise& noise, std::size_t count) noexcept {
-    const std::uint32_t state = elements_.aspiration->Generator().Claim(2 * count);
+    const std::uint32_t state = elements_->aspiration->Generator().Claim(2 * count);
     kernels_.noise(state, noise, count);
-    elements_.aspiration->Store(noise.aspiration[count - 1]);
-    elements_.frication->Store(noise.frication[count - 1]);
+    elements_->aspiration->Store(noise.aspiration[count - 1]);
+    elements_->frication->Store(noise.frication[count - 1]);
 }
 
 void Network::RunTracts(const TractSamples& samples, std::size_t count) noexcept {
-    CascadeTract& cascade = *elements_.cascade;
-    VoicingFilterCore* const filter = elements_.filter;
+    CascadeTract& cascade = *elements_->cascade;
+    VoicingFilterCore* const filter = elements_->filter;
     const bool tilts = filter != nullptr && filter->Tilt().IsTilting();
     Tracts tracts;
     tracts.tilt = tilts ? &filter->Tilt().Section().Values() : nullptr;
     tracts.antiResonator = &cascade.Zero().Values();
     tracts.cascade = cascade.Poles().Pairs();
-    tracts.parallel = elements_.parallel->Poles().Pairs();
+    tracts.parallel = elements_->parallel->Poles().Pairs();
 
-    elements_.parallel->Store(kernels_.tracts(tracts, samples, count));
+    elements_->parallel->Store(kernels_.tracts(tracts, samples, count));
 
     // A resonator's last output is its state.
     if (filter != nullptr) filter->Store(tilts ? tracts.tilt->state1 : samples.voicing[count - 1]);
@@ -142,16 +142,16 @@ void Network::RunTracts(const TractSamples& samples, std::size_t count) noexcept
 
 /// The tract as one filter runs sample by sample.
 void Network::RunFilterTract(const TractSamples& samples, std::size_t count) noexcept {
-    VoicingFilterCore* const filter = elements_.filter;
-    CascadeFilterTract& tract = *elements_.filterTract;
+    VoicingFilterCore* const filter = elements_->filter;
+    CascadeFilterTract& tract = *elements_->filterTract;
     for (std::size_t i = 0; i < count; ++i) {
         double voicing = samples.voicing[i];
         if (filter != nullptr) voicing = filter->Store(filter->Process(voicing));
         samples.sum[i] = tract.Store(tract.Process(voicing + samples.aspiration[i]));
     }
     Tracts tracts{};
-    tracts.parallel = elements_.parallel->Poles().Pairs();
-    elements_.parallel->Store(kernels_.parallel(tracts, samples, count));
+    tracts.parallel = elements_->parallel->Poles().Pairs();
+    elements_->parallel->Store(kernels_.parallel(tracts, samples, count));
 }
 
 }  // namespace larynth

@@ -68,7 +68,7 @@ class Network {
 
     const vector::Kernels& kernels_;
     vector::PhaseTable phases_;
-    Elements elements_;
+    const Elements* elements_ = nullptr;  // while it renders
 };
 
 }  // namespace larynth

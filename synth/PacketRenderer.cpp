@@ -92,6 +92,7 @@ void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own,
 }
 
 void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_t> samples) {
+    if (samples.empty()) return;
     const FlushDenormals whileRendering;
     if (own) {
         RenderInStretches(*own, samples);

@@ -83,6 +83,16 @@ class PacketRound {
         Zelvani::CheckResult(role->SetParams(packet_, IID_ILarynthParams));
     }
 
+    void HandToTracts(const ComPtr<ITTSVocalTract>& cascade, const ComPtr<ITTSParallelTract>& parallel) {
+        // Where both take a frame, the sections of both are computed at once.
+        if (own_ != nullptr && OwnObject<TTSVocalTractR>::Find(cascade.Get()) != nullptr &&
+            OwnObject<TTSParallelTract>::Find(parallel.Get()) != nullptr) {
+            static_cast<void>(own_->Values().Converted(Frame::Sections::Both));
+        }
+        HandTo<TTSVocalTractR, TTSVocalTractF>(cascade);
+        HandTo<TTSParallelTract>(parallel);
+    }
+
   private:
     template <class Own>
     bool TakenBy(IUnknown* component) {
@@ -153,8 +163,7 @@ bool Roles::Complete() const noexcept {
 void Roles::SetParams(IUnknown* packet) {
     PacketRound round(packet);
     round.HandTo<TTSVoicingSourceStd, TTSVoicingSourceWave>(voicingSource);
-    round.HandTo<TTSVocalTractR, TTSVocalTractF>(vocalTract);
-    round.HandTo<TTSParallelTract>(parallelTract);
+    round.HandToTracts(vocalTract, parallelTract);
     round.HandTo<TTSAspirationSource>(aspirationSource);
     round.HandTo<TTSFricationSource>(fricationSource);
     if (voicingFilter) round.HandTo<TTSVoicingSourceFilter>(voicingFilter);
