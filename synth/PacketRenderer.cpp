@@ -59,13 +59,15 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     SetUp(block, attached);
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
-    OwnElements own = TakeAsFrame(packet);
+    LarynthParams* const ownPacket = OwnObject<LarynthParams>::Find(packet);
+    OwnElements own;
+    if (ownPacket != nullptr) own = TakeAsFrame(*ownPacket);
     if (!own) roles_.SetParams(packet);
 
     const Timing timing = ReadTiming(packet);
     output_.SetSampleFreq(timing.sampleFreq);
     if (!roles_.Complete()) CheckResult(E_FAIL);  // the packet, or a component, may have called the host
-    if (!own) own = roles_.OwnElements();
+    if (ownPacket == nullptr) own = roles_.OwnElements();
     const auto count = static_cast<std::size_t>(timing.frameLength);
     if (count <= kUsualLength) {
         std::int16_t staging[kUsualLength];
@@ -77,11 +79,9 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     return block;
 }
 
-PacketRenderer::OwnElements PacketRenderer::TakeAsFrame(ILarynthParams* packet) {
-    LarynthParams* const own = OwnObject<LarynthParams>::Find(packet);
-    if (own == nullptr) return std::nullopt;
+PacketRenderer::OwnElements PacketRenderer::TakeAsFrame(LarynthParams& packet) {
     const OwnElements elements = roles_.OwnElements();
-    if (elements) elements->Take(own->Values().Converted(elements->Sections()));
+    if (elements) elements->Take(packet.Values().Converted(elements->Sections()));
     return elements;
 }
 

@@ -14,6 +14,7 @@
 namespace larynth {
 
 class CurrentVoice;
+class LarynthParams;
 class OutputStage;
 class Roles;
 
@@ -33,8 +34,8 @@ class PacketRenderer {
     using OwnElements = std::optional<Network::Elements>;
 
     /// Hands over a packet of ours to a network of ours as a frame: no partner is called, so that the network
-    /// stays what it is. Nothing, with nothing done, for any other packet or network.
-    OwnElements TakeAsFrame(ILarynthParams* packet);
+    /// stays what it is. Nothing, with nothing done, for any other network.
+    OwnElements TakeAsFrame(LarynthParams& packet);
 
     void RenderInto(ITTSSoundData& block, const OwnElements& own, std::span<std::int16_t> staging);
     /// In stretches when every component is this module's own, else one by one through the interfaces.
