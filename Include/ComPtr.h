@@ -32,6 +32,12 @@ class ComPtr {
         return adopted;
     }
 
+    /// Holds a reference of its own beside the caller's; null stays null.
+    static ComPtr Share(T* pointer) noexcept {
+        if (pointer != nullptr) pointer->AddRef();
+        return Adopt(pointer);
+    }
+
     /// Releases what is held, if anything.
     void Release() noexcept {
         if (T* old = std::exchange(held_, nullptr)) old->Release();
@@ -43,7 +49,7 @@ class ComPtr {
         Release();
         void* answer = nullptr;
         const HRESULT hr = source->QueryInterface(Id(), &answer);
-        if (SUCCEEDED(hr)) held_ = static_cast<T*>(answer);
+        if (SUCCEEDED(hr)) *this = Adopt(static_cast<T*>(answer));  // the source may have filled it meanwhile
         return hr;
     }
 
@@ -63,7 +69,10 @@ class ComPtr {
     /// Holds a new object of class `rclsid`; the result is CoCreateInstance's, E_FAIL for a success without
     /// object.
     HRESULT Create(REFCLSID rclsid, IUnknown* pUnkOuter = nullptr) {
-        const HRESULT hr = CoCreateInstance(rclsid, pUnkOuter, CLSCTX_INPROC_SERVER, Id(), PutVoid());
+        Release();
+        void* made = nullptr;
+        const HRESULT hr = CoCreateInstance(rclsid, pUnkOuter, CLSCTX_INPROC_SERVER, Id(), &made);
+        *this = Adopt(static_cast<T*>(made));
         return SUCCEEDED(hr) && held_ == nullptr ? E_FAIL : hr;
     }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <utility>
+
 #include <larynth/Interface.h>
 
 #include "com/Boundary.h"
@@ -52,6 +54,16 @@ class ComObject : public First, public Others... {
 
   protected:
     virtual ~ComObject() = default;
+
+    /// As Guarded, for a method that calls partners: the object lives until the method ends, even if a
+    /// partner gives back the last reference.
+    template <class Body>
+    HRESULT GuardedAlive(Body&& body) noexcept {
+        inner_.AddRef();
+        const HRESULT hr = Guarded(std::forward<Body>(body));
+        inner_.Release();
+        return hr;
+    }
 
   private:
     class InnerUnknown final : public IUnknown {

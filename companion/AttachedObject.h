@@ -10,15 +10,11 @@
 
 namespace larynth {
 
-/// A reference of our own on an object that the caller keeps; null stays null.
-inline ComPtr<IUnknown> Hold(IUnknown* object) noexcept {
-    if (object != nullptr) object->AddRef();
-    return ComPtr<IUnknown>::Adopt(object);
-}
-
 /// Writes `object`'s `riid` interface with a reference for the caller; null and S_OK when there is no object,
 /// null and the query's code when it fails. E_POINTER.
-inline HRESULT HandOut(const ComPtr<IUnknown>& object, REFIID riid, IUnknown** ppAnswer) noexcept {
+///
+/// The reference is this call's own: a partner may change its holder, or give it back, from within the query.
+inline HRESULT HandOut(ComPtr<IUnknown> object, REFIID riid, IUnknown** ppAnswer) noexcept {
     if (!CanWrite(ppAnswer)) return E_POINTER;
     *ppAnswer = nullptr;
     if (!object) return S_OK;
@@ -34,7 +30,7 @@ class AttachedObject : public ITTSSyncHolder {
     using Interface = ITTSSyncHolder;
 
     HRESULT LARYNTH_CALL SetObject(IUnknown* pObject) noexcept override {
-        object_ = Hold(pObject);
+        object_ = ComPtr<IUnknown>::Share(pObject);
         return S_OK;
     }
     HRESULT LARYNTH_CALL GetObject(REFIID riid, IUnknown** ppObject) noexcept override {

@@ -22,7 +22,7 @@ HRESULT TTSVoice::GetHighP4(double* pdValue) noexcept { return Put(pdValue, high
 HRESULT TTSVoice::GetHighG(double* pdValue) noexcept { return Put(pdValue, high_.G); }
 
 HRESULT TTSVoice::SetVoicingSource(IUnknown* pSource) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ITTSVoicingSource> source;
         if (pSource != nullptr && !source.TryQuery(pSource)) return E_NOINTERFACE;
         source_ = ComPtr<IUnknown>::Adopt(source.Detach());

@@ -45,7 +45,7 @@ class NoiseSourceObject : public ComObject<Interface> {
 template <class Interface, class Params, HRESULT (LARYNTH_CALL Params::*GetAmplitude)(double*)>
 HRESULT LARYNTH_CALL NoiseSourceObject<Interface, Params, GetAmplitude>::SetParams(IUnknown* pIParams,
                                                                                    REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return this->GuardedAlive([&]() -> HRESULT {
         ComPtr<Params> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
         double amplitude = 0.0;

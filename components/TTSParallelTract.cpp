@@ -10,7 +10,7 @@
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSParallelTract::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ILarynthParallelTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
         const HRESULT last = SetSections<ITTSResonatorABCParams>(

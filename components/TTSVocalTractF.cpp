@@ -42,7 +42,7 @@ class Coefficients {
 }  // namespace
 
 HRESULT LARYNTH_CALL TTSVocalTractF::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<FilterParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
         // Both sets are read before either is stored: a degree that does not fit must change nothing.

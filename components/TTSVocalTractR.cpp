@@ -10,7 +10,7 @@
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVocalTractR::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ILarynthVocalTractParams> params;
         if (!params.TryQuery(pIParams)) return E_FAIL;
         SetSections<ITTSResonatorABCParams>(

@@ -4,6 +4,9 @@
 #include <larynth/Packet.h>
 
 #include "com/Boundary.h"
+#include "com/OwnObject.h"
+#include "components/TTSVoicingSourceStd.h"
+#include "components/TTSVoicingSourceWave.h"
 
 namespace larynth {
 namespace {
@@ -22,15 +25,18 @@ void Read(ILarynthVoiceParams& voice, Getter get, double& field) {
 }  // namespace
 
 HRESULT TTSVoicingSourceFilter::MoveSource() noexcept {
-    return Guarded([this] {
-        source_->SetF0(core_.NextF0());
+    const double F0 = core_.NextF0();
+    if (sourceIsOurs_) return source_->SetF0(F0), S_OK;  // calls nobody
+    return GuardedAlive([&] {
+        const auto source = source_;  // which may take itself out of this filter meanwhile
+        source->SetF0(F0);
         return S_OK;
     });
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
     if (!CanCall(pIParams)) return E_POINTER;
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ILarynthVoiceParams> voice;
         if (!voice.TryQuery(pIParams)) return S_OK;
         Read(*voice.Get(), &ILarynthVoiceParams::GetF0, core_.F0);
@@ -50,10 +56,12 @@ HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetParams(IUnknown* pIParams, REFII
 
 HRESULT LARYNTH_CALL TTSVoicingSourceFilter::SetVoicingSource(IUnknown* pIVoicingSource,
                                                               REFIID /*riid*/) noexcept {
-    source_.Release();
-    if (pIVoicingSource == nullptr) return S_OK;
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
+        source_.Release();
+        if (pIVoicingSource == nullptr) return S_OK;
         source_.Query(pIVoicingSource);
+        sourceIsOurs_ = OwnObject<TTSVoicingSourceStd>::Find(source_.Get()) != nullptr ||
+                        OwnObject<TTSVoicingSourceWave>::Find(source_.Get()) != nullptr;
         return S_OK;
     });
 }

@@ -45,6 +45,7 @@ class TTSVoicingSourceFilter final : public ComObject<ITTSVoicingSourceFilter> {
 
     VoicingFilterCore core_;
     ComPtr<ITTSVoicingSource> source_;
+    bool sourceIsOurs_ = false;  // of what is held, if anything
 };
 
 inline HRESULT LARYNTH_CALL TTSVoicingSourceFilter::CalculateNext(double dInputValue,

@@ -9,7 +9,7 @@
 namespace larynth {
 
 HRESULT LARYNTH_CALL TTSVoicingSourceStd::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ILarynthVoiceParams> voice;
         if (!voice.TryQuery(pIParams)) return E_FAIL;
         ComPtr<ILarynthParams> params;

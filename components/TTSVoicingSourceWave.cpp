@@ -50,7 +50,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::Clone(REFIID Id, IUnknown** ppClone) 
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetParams(IUnknown* pIParams, REFIID /*riid*/) noexcept {
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         ComPtr<ILarynthVoiceParams> voice;
         if (!voice.TryQuery(pIParams)) return E_FAIL;
         ComPtr<ILarynthParams> params;
@@ -92,7 +92,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetOQ(double dValue) noexcept {
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::DescribeProperties(IACLPropertySink* pSink) noexcept {
     if (!CanCall(pSink)) return E_POINTER;
-    return Guarded([&] {
+    return GuardedAlive([&] {
         PropertyIndex index;
         Zelvani::CheckResult(index.SetDimensionCount(1));
         Zelvani::CheckResult(index.SetSize(0, static_cast<int>(wave_.size())));
@@ -103,7 +103,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::DescribeProperties(IACLPropertySink* 
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadProperties(IACLPropertySource* pSource) noexcept {
     if (!CanCall(pSource)) return E_POINTER;
-    return Guarded([&] {
+    return GuardedAlive([&] {
         const HRESULT result = pSource->PushProperties(this);
         RebuildAtDefaultPitch();
         return result;
@@ -116,7 +116,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetPropertyValue(IUnknown* /*pReserve
                                                             LONG /*nReserved7*/, IUnknown* pIndex) noexcept {
     if (pValue == nullptr || sName == nullptr) return E_FAIL;
     if (!IsWave(sName)) return S_OK;
-    return Guarded([&] {
+    return GuardedAlive([&] {
         const ComPtr<IACLPropertyIndex> index = IndexOf(pIndex);
         int size = 0;
         Zelvani::CheckResult(index->GetSize(0, &size));
@@ -131,7 +131,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetPropertyValue(IACLValueHolder* pHo
                                                             LONG /*nReserved3*/, IUnknown* pIndex) noexcept {
     if (pHolder == nullptr || sName == nullptr) return E_FAIL;
     if (!IsWave(sName)) return S_OK;
-    return Guarded([&]() -> HRESULT {
+    return GuardedAlive([&]() -> HRESULT {
         const int i = CurrentIndex(*IndexOf(pIndex).Get());
         if (!HasElement(i, wave_.size())) return E_FAIL;
         const double value = wave_[static_cast<std::size_t>(i)];

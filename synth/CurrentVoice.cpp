@@ -15,15 +15,15 @@ HRESULT CurrentVoice::Set(IUnknown* voice) {
         result = newVoice.QueryFrom(voice);
         if (!newVoice) return E_FAIL;
     }
-    voice_ = std::move(newVoice);
+    voice_ = newVoice;
     output_.preEmphasis = 0.0;
 
     ComPtr<ITTSVoicingSource> source;
     ComPtr<ITTSVoiceSourceParams> sourceSettings;
-    if (voice_) {
-        voice_->GetVoicingSource(IID_ITTSVoicingSource, source.PutUnknown());
-        sourceSettings.TryQuery(voice_.Get());
-        ReadSettings(sourceSettings.Get());
+    if (newVoice) {
+        newVoice->GetVoicingSource(IID_ITTSVoicingSource, source.PutUnknown());
+        sourceSettings.TryQuery(newVoice.Get());
+        ReadSettings(newVoice.Get(), sourceSettings.Get());
     }
     if (source) {
         roles_.PlugVoiceSource(std::move(source), sourceSettings.Get());
@@ -36,7 +36,7 @@ HRESULT CurrentVoice::Set(IUnknown* voice) {
     return result;
 }
 
-void CurrentVoice::ReadSettings(ITTSVoiceSourceParams* sourceSettings) {
+void CurrentVoice::ReadSettings(ITTSVoice* voice, ITTSVoiceSourceParams* sourceSettings) {
     // The values pass through locals: an out-pointer into the stack is checked at no cost.
     if (sourceSettings != nullptr) {
         double preEmphasis = output_.preEmphasis;
@@ -44,7 +44,7 @@ void CurrentVoice::ReadSettings(ITTSVoiceSourceParams* sourceSettings) {
         output_.preEmphasis = preEmphasis;
     }
     ComPtr<ITTSVoiceFilterParams> filters;
-    if (!filters.TryQuery(voice_.Get())) return;
+    if (!filters.TryQuery(voice)) return;
     ShelfSettings low = output_.LowShelf(), high = output_.HighShelf();
     filters->GetLowF(&low.F);
     filters->GetLowG(&low.G);
@@ -66,8 +66,9 @@ void CurrentVoice::AdoptFrom(IUnknown* object) {
 }
 
 void CurrentVoice::Announce(ITTSObjectList& output) noexcept {
-    if (!pending_ || !voice_) return;
-    if (SUCCEEDED(Guarded([&] { return AddSyncElement(output, voice_.Get()); }))) pending_ = false;
+    const auto voice = voice_;  // which may be replaced meanwhile
+    if (!pending_ || !voice) return;
+    if (SUCCEEDED(Guarded([&] { return AddSyncElement(output, voice.Get()); }))) pending_ = false;
 }
 
 }  // namespace larynth

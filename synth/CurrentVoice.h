@@ -28,11 +28,11 @@ class CurrentVoice {
     /// leaves it to be announced later and is not reported.
     void Announce(ITTSObjectList& output) noexcept;
 
-    ITTSVoice* Get() const noexcept { return voice_.Get(); }
+    ComPtr<ITTSVoice> Get() const noexcept { return voice_; }
 
   private:
     /// Reads the voice's pre-emphasis and filters; the results of its methods are not examined.
-    void ReadSettings(ITTSVoiceSourceParams* sourceSettings);
+    void ReadSettings(ITTSVoice* voice, ITTSVoiceSourceParams* sourceSettings);
 
     Roles& roles_;
     OutputStage& output_;

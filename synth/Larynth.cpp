@@ -23,11 +23,6 @@ enum RoleId : LONG {
     kVoicingFilter = 6
 };
 
-template <class Role>
-HRESULT Plug(ComPtr<Role>& role, IUnknown* component) noexcept {
-    return Guarded([&] { return Roles::Plug(role, component); });
-}
-
 }  // namespace
 
 HRESULT Larynth::SetStructure(IUnknown*, REFIID) noexcept { return S_OK; }
@@ -49,14 +44,14 @@ HRESULT Larynth::SetOutputGain(double dValue) noexcept {
 HRESULT Larynth::GetOutputGain(double* pdValue) noexcept { return Put(pdValue, output_.outputGain); }
 
 HRESULT Larynth::SetVoice(IUnknown* pIVoice, REFIID) noexcept {
-    return Guarded([&] { return voice_.Set(pIVoice); });
+    return GuardedAlive([&] { return voice_.Set(pIVoice); });
 }
 
 HRESULT Larynth::GetVoice(REFIID riid, IUnknown** ppIVoice) noexcept {
     if (const HRESULT hr = Put(ppIVoice, nullptr); FAILED(hr)) return hr;
-    return Guarded([&]() -> HRESULT {
-        ITTSVoice* voice = voice_.Get();
-        return voice != nullptr ? voice->QueryInterface(riid, reinterpret_cast<void**>(ppIVoice)) : S_FALSE;
+    return GuardedAlive([&]() -> HRESULT {
+        const ComPtr<ITTSVoice> voice = voice_.Get();
+        return voice ? voice->QueryInterface(riid, reinterpret_cast<void**>(ppIVoice)) : S_FALSE;
     });
 }
 
@@ -66,10 +61,11 @@ HRESULT Larynth::SetPacketSyncPointState(LONG bOnOff) noexcept {
 }
 
 HRESULT Larynth::Initialize(IUnknown*, REFIID) noexcept {
-    const HRESULT hr = Guarded([&] { return roles_.FillEmpty(); });
-    if (FAILED(hr)) return hr;
-    initialized_ = true;
-    return S_OK;
+    return GuardedAlive([&] {
+        Zelvani::CheckResult(roles_.FillEmpty());
+        initialized_ = true;
+        return S_OK;
+    });
 }
 
 HRESULT Larynth::Uninitialize() noexcept {
@@ -82,7 +78,7 @@ HRESULT Larynth::Reset() noexcept { return S_OK; }
 HRESULT Larynth::Calculate(IUnknown* pInput, REFIID, REFIID IdOut, IUnknown** ppOutput) noexcept {
     if (!initialized_) return E_FAIL;
     if (pInput == nullptr || FAILED(Put(ppOutput, nullptr))) return E_POINTER;
-    return Guarded([&] { return CalculateFrom(pInput, IdOut, ppOutput); });
+    return GuardedAlive([&] { return CalculateFrom(pInput, IdOut, ppOutput); });
 }
 
 HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutput) {
@@ -114,26 +110,26 @@ HRESULT Larynth::CalculatePacket(ILarynthParams* packet, REFIID idOut, IUnknown*
 }
 
 HRESULT Larynth::SetVoicingSource(IUnknown* pIVoicingSource, REFIID) noexcept {
-    return Guarded([&] {
+    return GuardedAlive([&] {
         roles_.PlugVoicingSource(pIVoicingSource);
         return S_OK;
     });
 }
 
 HRESULT Larynth::SetVocalTract(IUnknown* pIVocalTract, REFIID) noexcept {
-    return Plug(roles_.vocalTract, pIVocalTract);
+    return GuardedAlive([&] { return roles_.Plug(roles_.vocalTract, pIVocalTract); });
 }
 
 HRESULT Larynth::SetParallelTract(IUnknown* pIParallelTract, REFIID) noexcept {
-    return Plug(roles_.parallelTract, pIParallelTract);
+    return GuardedAlive([&] { return roles_.Plug(roles_.parallelTract, pIParallelTract); });
 }
 
 HRESULT Larynth::SetAspirationSource(IUnknown* pIAspirationSource, REFIID) noexcept {
-    return Plug(roles_.aspirationSource, pIAspirationSource);
+    return GuardedAlive([&] { return roles_.Plug(roles_.aspirationSource, pIAspirationSource); });
 }
 
 HRESULT Larynth::SetFricationSource(IUnknown* pIFricationSource, REFIID) noexcept {
-    return Plug(roles_.fricationSource, pIFricationSource);
+    return GuardedAlive([&] { return roles_.Plug(roles_.fricationSource, pIFricationSource); });
 }
 
 HRESULT Larynth::AddComponent(IUnknown* pIComponent, REFIID riid, LONG* pnID) noexcept {
@@ -150,21 +146,26 @@ HRESULT Larynth::AddComponent(IUnknown* pIComponent, REFIID riid, LONG* pnID) no
     if (riid == IID_ITTSVocalTract) return added(kVocalTract, SetVocalTract(pIComponent, riid));
     if (riid == IID_ITTSParallelTract) return added(kParallelTract, SetParallelTract(pIComponent, riid));
     if (riid == IID_ITTSVoicingSourceFilter) {
-        return added(kVoicingFilter, Plug(roles_.voicingFilter, pIComponent));
+        return added(kVoicingFilter,
+                     GuardedAlive([&] { return roles_.Plug(roles_.voicingFilter, pIComponent); }));
     }
     return S_OK;
 }
 
 HRESULT Larynth::RemoveComponent(LONG nID) noexcept {
-    if (nID == kVoicingFilter) roles_.voicingFilter.Release();
-    return S_OK;
+    return GuardedAlive([&] {
+        if (nID == kVoicingFilter) roles_.RemoveVoicingFilter();
+        return S_OK;
+    });
 }
 
 HRESULT Larynth::GetComponent(LONG nID, REFIID riid, IUnknown** ppIComponent) noexcept {
     if (!CanWrite(ppIComponent)) return E_POINTER;
     if (nID != kVoicingFilter || !roles_.voicingFilter) return E_FAIL;
-    return Guarded(
-        [&] { return roles_.voicingFilter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent)); });
+    return GuardedAlive([&] {
+        const auto filter = roles_.voicingFilter;
+        return filter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent));
+    });
 }
 
 }  // namespace larynth

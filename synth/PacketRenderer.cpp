@@ -54,6 +54,7 @@ Timing ReadTiming(ILarynthParams* packet) {
 }  // namespace
 
 ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* attached) {
+    const Roles::Rendering rendering(roles_);
     ComPtr<ITTSSoundData> block;
     CheckResult(block.Create(CLSID_TTSSoundData));
     SetUp(block, attached);
@@ -103,7 +104,10 @@ void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_
 }
 
 void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {
-    for (std::int16_t& sample : samples) sample = output_.Process(roles_.NextSample());
+    for (std::int16_t& sample : samples) {
+        sample = output_.Process(roles_.NextSample());
+        if (roles_.Changed() && !roles_.Complete()) CheckResult(E_FAIL);
+    }
 }
 
 void PacketRenderer::RenderInStretches(const Network::Elements& own,

@@ -19,9 +19,16 @@ namespace larynth {
 
 namespace {
 
+/// Fills an empty role; true in `filled` when the new object is in it.
 template <class Role>
-HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid) {
-    return role ? S_OK : role.Create(rclsid);
+HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid, bool* filled = nullptr) {
+    if (role) return S_OK;
+    ComPtr<Role> made;
+    const HRESULT hr = made.Create(rclsid);
+    if (FAILED(hr) || role) return hr;
+    role = std::move(made);
+    if (filled != nullptr) *filled = true;
+    return hr;
 }
 
 bool Answers(IUnknown* object, auto interface) { return decltype(interface){}.TryQuery(object); }
@@ -79,6 +86,7 @@ class PacketRound {
     /// `Own` are the classes of ours that can fill the role.
     template <class... Own, class Role>
     void HandTo(const ComPtr<Role>& role) {
+        if (!role) Zelvani::CheckResult(E_FAIL);  // a component that had the packet before emptied it
         if (own_ != nullptr && (TakenBy<Own>(role.Get()) || ...)) return;
         Zelvani::CheckResult(role->SetParams(packet_, IID_ILarynthParams));
     }
@@ -115,45 +123,50 @@ auto ElementOf(IUnknown* component) noexcept {
 }  // namespace
 
 HRESULT Roles::FillEmpty() {
-    if (!voicingSource) {
-        if (const HRESULT hr = voicingSource.Create(CLSID_TTSVoicingSourceStd); FAILED(hr)) return hr;
-        sourceKind_ = SourceKind::Standard;
-    }
-    HRESULT hr = Fill(vocalTract, CLSID_TTSVocalTractR);
+    bool ownSource = false, ownFilter = false;
+    HRESULT hr = Fill(voicingSource, CLSID_TTSVoicingSourceStd, &ownSource);
+    if (ownSource) sourceKind_ = SourceKind::Standard;
+    if (SUCCEEDED(hr)) hr = Fill(vocalTract, CLSID_TTSVocalTractR);
     if (SUCCEEDED(hr)) hr = Fill(parallelTract, CLSID_TTSParallelTract);
     if (SUCCEEDED(hr)) hr = Fill(aspirationSource, CLSID_TTSAspirationSource);
     if (SUCCEEDED(hr)) hr = Fill(fricationSource, CLSID_TTSFricationSource);
-    if (FAILED(hr) || voicingFilter) return hr;
-
-    hr = voicingFilter.Create(CLSID_TTSVoicingSourceFilter);
-    if (SUCCEEDED(hr)) WireVoicingFilter();
+    if (SUCCEEDED(hr)) hr = Fill(voicingFilter, CLSID_TTSVoicingSourceFilter, &ownFilter);
+    if (ownFilter) WireVoicingFilter();
     return hr;
 }
 
 void Roles::PlugVoicingSource(IUnknown* component) {
     if (!CanCall(component)) throw Zelvani::ComException(E_POINTER, nullptr, nullptr, "", 0);
     if (voicingSource) sourceKind_ = SourceKind::Other;
-    Zelvani::CheckResult(voicingSource.QueryFrom(component));
-    if (sourceKind_ == SourceKind::Other) sourceKind_ = Classify(voicingSource.Get());
+    Zelvani::CheckResult(Plug(voicingSource, component));
+    if (sourceKind_ == SourceKind::Other) {
+        const auto source = voicingSource;  // which may leave the role from within a query
+        const SourceKind kind = Classify(source.Get());
+        if (source.Get() == voicingSource.Get()) sourceKind_ = kind;
+    }
     WireVoicingFilter();
 }
 
 void Roles::PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings) {
-    voicingSource.Release();
-    voicingSource = std::move(source);
-    sourceKind_ = ClassifyForVoice(voicingSource.Get(), settings);
-    voicingSource->Reset();
+    Assign(voicingSource, source);
+    const SourceKind kind = ClassifyForVoice(source.Get(), settings);
+    if (source.Get() == voicingSource.Get()) sourceKind_ = kind;
+    source->Reset();
 }
 
 void Roles::KeepOrMakeStandardSource() {
     if (sourceKind_ == SourceKind::Standard) return;
-    if (FAILED(voicingSource.Create(CLSID_TTSVoicingSourceStd))) return;
+    Assign(voicingSource, {});
+    bool ownSource = false;
+    if (FAILED(Fill(voicingSource, CLSID_TTSVoicingSourceStd, &ownSource)) || !ownSource) return;
     sourceKind_ = SourceKind::Standard;
     voicingSource->Reset();
 }
 
 void Roles::WireVoicingFilter() {
-    if (voicingFilter) voicingFilter->SetVoicingSource(voicingSource.Get(), IID_ITTSVoicingSource);
+    const auto filter = voicingFilter;  // both may leave their roles meanwhile
+    const auto source = voicingSource;
+    if (filter) filter->SetVoicingSource(source.Get(), IID_ITTSVoicingSource);
 }
 
 bool Roles::Complete() const noexcept {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include <larynth/ComPtr.h>
 #include <larynth/Sources.h>
@@ -17,10 +19,29 @@ enum class SourceKind { Other, Standard, Rbf, Wave };
 
 /// The six components of a synthesizer, one counted reference each. Replacing a component releases the old
 /// one before the new one is asked for its interface, so a failed query leaves the role empty.
+///
+/// Components may call the synthesizer from within their methods and change any role. What leaves its role
+/// while a packet is rendered lives until the packet is done, as it may be what is being called.
 class Roles {
   public:
+    /// While it lives, a packet is rendered; others may be rendered from within it.
+    class Rendering {
+      public:
+        explicit Rendering(Roles& roles) noexcept : roles_(roles) { ++roles_.renderings_; }
+        ~Rendering() {
+            if (--roles_.renderings_ == 0 && roles_.Changed())
+                std::vector(std::move(roles_.retired_)).clear();
+        }
+        Rendering(const Rendering&) = delete;
+        Rendering& operator=(const Rendering&) = delete;
+
+      private:
+        Roles& roles_;
+    };
+
     /// Fills every empty role with this system's own component, voicing source first; a voicing filter that
-    /// is made here is wired to the source. Stops at the first creation that fails, with its code.
+    /// is made here is wired to the source. Stops at the first creation that fails, with its code. What a
+    /// class factory plugs in from within the creation stays.
     HRESULT FillEmpty();
 
     /// Plugs in a client's source, classifies it and hands it to the voicing filter. Raises ComException:
@@ -40,9 +61,19 @@ class Roles {
 
     /// Plugs a component into any role but the voicing source's. E_FAIL for null, else the query's result.
     template <class Role>
-    static HRESULT Plug(ComPtr<Role>& role, IUnknown* component) {
-        return component != nullptr ? role.QueryFrom(component) : E_FAIL;
+    HRESULT Plug(ComPtr<Role>& role, IUnknown* component) {
+        if (component == nullptr) return E_FAIL;
+        Assign(role, {});
+        ComPtr<Role> plugged;
+        const HRESULT hr = plugged.QueryFrom(component);
+        Assign(role, std::move(plugged));
+        return hr;
     }
+
+    void RemoveVoicingFilter() { Assign(voicingFilter, {}); }
+
+    /// Whether a component left its role since the packet began.
+    bool Changed() const noexcept { return !retired_.empty(); }
 
     /// True when every role but the voicing filter's is filled.
     bool Complete() const noexcept;
@@ -58,7 +89,8 @@ class Roles {
 
     /// Advances every component by one sample: the sum of both tracts. The sources come first, in the order
     /// voicing, aspiration, frication, which decides who draws which random number. Failures of components
-    /// are not examined: a component that writes nothing contributes 0.
+    /// are not examined: a component that writes nothing contributes 0, as does a role that one of them
+    /// emptied.
     double NextSample();
 
     ComPtr<ITTSVoicingSource> voicingSource;
@@ -69,17 +101,26 @@ class Roles {
     ComPtr<ITTSVoicingSourceFilter> voicingFilter;  // the one role that may stay empty
 
   private:
+    /// Puts a component into its role. Raises what running out of memory raises, with the role as it was.
+    template <class Role>
+    void Assign(ComPtr<Role>& role, ComPtr<Role> component) {
+        if (role && renderings_ > 0) retired_.push_back(ComPtr<IUnknown>::Share(role.Get()));
+        role = std::move(component);
+    }
+
     SourceKind sourceKind_ = SourceKind::Other;
+    int renderings_ = 0;
+    std::vector<ComPtr<IUnknown>> retired_;  // left their roles while a packet is rendered
 };
 
 inline double Roles::NextSample() {
     double voicing = 0.0, aspiration = 0.0, frication = 0.0, cascade = 0.0, parallel = 0.0;
-    voicingSource->CalculateNext(&voicing);
-    aspirationSource->CalculateNext(&aspiration);
-    fricationSource->CalculateNext(&frication);
+    if (voicingSource) voicingSource->CalculateNext(&voicing);
+    if (aspirationSource) aspirationSource->CalculateNext(&aspiration);
+    if (fricationSource) fricationSource->CalculateNext(&frication);
     if (voicingFilter) voicingFilter->CalculateNext(voicing, &voicing);
-    vocalTract->CalculateNext(voicing + aspiration, &cascade);
-    parallelTract->CalculateNext(frication, &parallel);
+    if (vocalTract) vocalTract->CalculateNext(voicing + aspiration, &cascade);
+    if (parallelTract) parallelTract->CalculateNext(frication, &parallel);
     return parallel + cascade;
 }
 
