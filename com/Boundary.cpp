@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "com/Boundary.h"
 
+#include <new>
+
 #include <larynth/ComException.h>
 
 namespace larynth {
 
-HRESULT StatusOfCurrentException() noexcept {
+HRESULT StatusOfCurrentException(HRESULT outOfMemory) noexcept {
     try {
         throw;
     } catch (const Zelvani::ComException& failure) {
         return failure.Code();
+    } catch (const std::bad_alloc&) {
+        return outOfMemory;
     } catch (...) {
         return E_FAIL;
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <new>
 
 #include <larynth/ComPtr.h>
 
@@ -35,13 +34,8 @@ Created<Class> MakeObject(IUnknown* outer = nullptr) {
 /// object that does not answer `riid` is destroyed. E_OUTOFMEMORY when there is no memory for it.
 template <class Class>
 HRESULT CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) noexcept {
-    return Guarded([&]() -> HRESULT {
-        try {
-            return MakeObject<Class>(pUnkOuter)->Inner().QueryInterface(riid, ppv);
-        } catch (const std::bad_alloc&) {
-            return E_OUTOFMEMORY;
-        }
-    });
+    return Guarded([&] { return MakeObject<Class>(pUnkOuter)->Inner().QueryInterface(riid, ppv); },
+                   E_OUTOFMEMORY);
 }
 
 }  // namespace larynth
