@@ -3,6 +3,9 @@
 
 #include <utility>
 
+#include <larynth/ComPtr.h>
+#include <larynth/Packet.h>
+
 #include "com/Boundary.h"
 #include "synth/CurrentVoice.h"
 #include "synth/PacketRenderer.h"

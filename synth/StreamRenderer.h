@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <larynth/ComPtr.h>
-#include <larynth/Packet.h>
 #include <larynth/Streams.h>
 
 namespace larynth {

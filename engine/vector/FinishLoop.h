@@ -2,6 +2,7 @@
 /// From the sums of the tracts to 16-bit samples.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "engine/OutputSample.h"

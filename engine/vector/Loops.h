@@ -3,6 +3,7 @@
 /// element that it stands for, in their order.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "engine/Flutter.h"

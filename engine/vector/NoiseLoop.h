@@ -2,6 +2,7 @@
 /// The noise of two sources that draw in turn from one generator.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "engine/NoiseSource.h"
