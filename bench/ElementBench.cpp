@@ -69,7 +69,7 @@ void VoicingSourceElement(benchmark::State& state) {
     VoicingSourceCore element;
     element.SetSampleTime(kT);
     element.SetParams(110.0, 900.0, 0.6, 0.0, 0.0, 0.3);
-    for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate(true));
+    for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate());
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(VoicingSourceElement);
@@ -84,7 +84,7 @@ BENCHMARK(FlutterElement);
 void NoiseElement(benchmark::State& state) {
     NoiseGenerator generator;
     NoiseSource element(40.0, generator);
-    for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate(true));
+    for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate());
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(NoiseElement);

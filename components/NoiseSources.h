@@ -35,7 +35,7 @@ class NoiseSourceObject : public ComObject<Interface> {
     NoiseSource& Element() noexcept { return core_; }
 
   private:
-    HRESULT WriteNext(double* pdValue) noexcept { return WriteSample(core_.Evaluate(true), pdValue); }
+    HRESULT WriteNext(double* pdValue) noexcept { return WriteSample(core_.Evaluate(), pdValue); }
     /// Apart, so that a process with a single thread pays nothing for what leases need.
     [[gnu::noinline]] HRESULT WriteNextAmongThreads(double* pdValue) noexcept { return WriteNext(pdValue); }
 

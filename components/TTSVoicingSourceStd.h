@@ -27,7 +27,7 @@ class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicin
     HRESULT LARYNTH_CALL Reset() noexcept override { return core_.RestartPeriod(), S_OK; }
 
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) noexcept override {
-        return WriteSample(core_.Evaluate(true), pdValue);
+        return WriteSample(core_.Evaluate(), pdValue);
     }
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
         return PutOutput(core_, pdValue);

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include <larynth/Classes.h>
+#include <larynth/ComPtr.h>
 
 #include "com/Create.h"
 #include "components/PropertyIndex.h"

@@ -3,7 +3,6 @@
 
 #include <vector>
 
-#include <larynth/ComPtr.h>
 #include <larynth/Packet.h>
 #include <larynth/Properties.h>
 #include <larynth/Sources.h>
@@ -27,8 +26,8 @@ class TTSVoicingSourceWave final
 
     /// E_FAIL: a wave source cannot be overwritten.
     HRESULT LARYNTH_CALL Copy(IUnknown* pSource) noexcept override;
-    /// The clone has frequencies, amplitude, normalisation, default pitch and the last output, but no
-    /// waveform, no table and an open quotient of its own: it is silent until it gets them.
+    /// The clone has frequencies, amplitude, default pitch and the last output, but no waveform, no table and
+    /// an open quotient of its own: it is silent until it gets them.
     HRESULT LARYNTH_CALL Clone(REFIID Id, IUnknown** ppClone) noexcept override;
 
     HRESULT LARYNTH_CALL SetSampleFreq(double dValue) noexcept override {
@@ -42,7 +41,7 @@ class TTSVoicingSourceWave final
     HRESULT LARYNTH_CALL Reset() noexcept override { return S_OK; }
     /// With F0 = 0 nothing happens and nothing is written.
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) noexcept override {
-        return player_.IsSounding() ? WriteSample(player_.Evaluate(true), pdValue) : S_OK;
+        return player_.IsSounding() ? WriteSample(player_.Evaluate(), pdValue) : S_OK;
     }
     HRESULT LARYNTH_CALL GetOutputValue(double* pdValue) noexcept override {
         return PutOutput(player_, pdValue);

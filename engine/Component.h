@@ -3,21 +3,12 @@
 
 namespace larynth {
 
-/// A signal element: produces one sample per call and remembers the last one.
+/// A signal element: produces one sample per call and can remember the last one.
 ///
 /// Elements are value types; a copy takes coefficients, state and cached output with it. One thread at a
 /// time.
 class Component {
   public:
-    virtual ~Component() = default;
-
-    /// The element's sample. With `recompute` false a valid cached sample may be returned instead of a new
-    /// one.
-    virtual double Evaluate(bool recompute) = 0;
-
-    /// Declares the cached output stale; its value stays.
-    virtual void Invalidate() { valid_ = false; }
-
     /// Caches `y` as the last output, marks it valid and returns it.
     double Store(double y) {
         output_ = y;
@@ -30,6 +21,7 @@ class Component {
 
   protected:
     Component() = default;
+    ~Component() = default;
     Component(const Component&) = default;
     Component& operator=(const Component&) = default;
 

@@ -40,9 +40,6 @@ class Flutter {
         return reach <= kReducedTime;
     }
 
-    /// The flutter time; it is never reset.
-    double Time() const { return t_; }
-
   private:
     static double NextTime(double t, double FLT) { return t + FLT * 1e-5; }
     static double EvenStep(double t, double FLT, std::size_t count);
@@ -51,7 +48,7 @@ class Flutter {
     static constexpr double kReducedTime = 1.25e6;
     static_assert(kMultiples[1] * kPi10 * kReducedTime < 0.999 * kSineReductionLimit);
 
-    double t_ = 0.0;
+    double t_ = 0.0;  // the flutter time; it is never reset
 };
 
 inline double Flutter::Step(double F0, double FL, double FLT) {

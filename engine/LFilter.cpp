@@ -17,11 +17,4 @@ void LFilter::SetCoefficients(const std::vector<double>& feedback, const std::ve
     *this = std::move(changed);
 }
 
-void LFilter::Reset() {
-    LFilterRing inputs(b_.size());
-    LFilterRing outputs(a_.size());
-    inputs_ = std::move(inputs);
-    outputs_ = std::move(outputs);
-}
-
 }  // namespace larynth

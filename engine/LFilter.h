@@ -20,9 +20,6 @@ class LFilter {
     /// is kept and the output stays continuous. Unchanged when memory runs out.
     void SetCoefficients(const std::vector<double>& feedback, const std::vector<double>& feedForward);
 
-    /// Clears the history of both signals.
-    void Reset();
-
     /// One step of the difference equation.
     double Filter(double x);
 

@@ -64,7 +64,7 @@ void Network::Excite(std::span<double> voicing) noexcept {
 void Network::ExciteFromWave(std::span<double> voicing, bool flutters) noexcept {
     WaveTablePlayer& source = *elements_->waveSource;
     for (double& sample : voicing) {
-        sample = source.IsSounding() ? source.Evaluate(true) : 0.0;
+        sample = source.IsSounding() ? source.Evaluate() : 0.0;
         if (flutters) source.SetF0(elements_->filter->NextF0());
     }
 }

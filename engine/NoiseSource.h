@@ -29,11 +29,8 @@ class NoiseSource final : public Component {
     /// The generator, for code that takes many draws at once.
     NoiseGenerator& Generator() { return *generator_; }
 
-    /// The cached sample when it is valid and `recompute` is false, else a new one.
-    double Evaluate(bool recompute) override {
-        if (IsValid() && !recompute) return Output();
-        return Store(NoiseSample<double>(generator_->Draw(), amplitude_));
-    }
+    /// Draws a sample and caches it.
+    double Evaluate() { return Store(NoiseSample<double>(generator_->Draw(), amplitude_)); }
 
   private:
     double amplitude_;

@@ -77,7 +77,7 @@ double NormalScale(const DigitalShelf& shelf, char kind) {
 }  // namespace
 
 void DesignShelfFilter(double G, double F, double P3, double P4, double fs, std::vector<double>& feedback,
-                       std::vector<double>& feedForward, bool normalize, char kind) {
+                       std::vector<double>& feedForward, char kind) {
     // The high shelf is the low shelf mirrored about a quarter of the sample frequency.
     if (kind == 'h') F = 0.5 * fs - F;
     const double K = 2.0 * fs;
@@ -87,8 +87,7 @@ void DesignShelfFilter(double G, double F, double P3, double P4, double fs, std:
         shelf.b1 = -shelf.b1;
         shelf.d1 = -shelf.d1;
     }
-    const bool scaled = normalize && (kind == 'l' || kind == 'h');
-    const double scale = scaled ? NormalScale(shelf, kind) : 1.0;
+    const double scale = NormalScale(shelf, kind);
 
     std::vector<double> a = {-shelf.d1, -shelf.d2};
     std::vector<double> b = {shelf.b0 * scale, shelf.b1 * scale, shelf.b2 * scale};

@@ -13,7 +13,6 @@ void VoicingSourceCore::SetOQ(double OQ) {
 }
 
 void VoicingSourceCore::SetParams(double F0, double AV, double OQ, double FL, double FLT, double DI) {
-    F0_ = F0;
     AV_ = AV;
     OQ_ = OQ;
     FL_ = FL;

@@ -59,7 +59,7 @@ class VoicingSourceCore final : public Component {
     /// Sample time in seconds; to be set before the first sample.
     void SetSampleTime(double T) { T_ = T; }
 
-    /// Sets the period to 1/F0 (Hz), or 0 for F0 = 0, and leaves the stored F0 alone.
+    /// Sets the period to 1/F0 (Hz), or 0 for F0 = 0.
     void SetPeriodFromF0(double F0);
 
     void SetAV(double AV) { AV_ = AV; }      ///< Linear amplitude.
@@ -74,10 +74,8 @@ class VoicingSourceCore final : public Component {
     /// The next sample starts a period afresh.
     void RestartPeriod() { t_ = 0.0; }
 
-    /// Advances by one sample. The phase moves on even where the cached sample is returned.
-    double Evaluate(bool recompute) override;
-
-    double F0() const { return F0_; }
+    /// Advances by one sample and caches it.
+    double Evaluate();
 
     /// True when AV or OQ makes every sample 0.
     bool IsSilent() const { return AV_ == 0.0 || OQ_ == 0.0; }
@@ -93,10 +91,9 @@ class VoicingSourceCore final : public Component {
     double& Phase() { return t_; }
 
   private:
-    double ComputeSample();
+    double SampleNow() const;
 
-    double T_ = 0.0;     // s
-    double F0_ = 100.0;  // Hz
+    double T_ = 0.0;  // s
     double AV_ = 100.0, OQ_ = 0.5, FL_ = 0.0, FLT_ = 5e-05, DI_ = 0.0;
     GlottalPeriod period_;
     double t_ = 0.0;  // s, since the period began
@@ -110,18 +107,16 @@ inline GlottalPeriod GlottalPeriod::OfT0(double T0, double OQ) {
     return {T0, Tp, Tp == 0.0 ? 0.0 : K};
 }
 
-inline double VoicingSourceCore::Evaluate(bool recompute) {
-    if (recompute) Invalidate();
+inline double VoicingSourceCore::Evaluate() {
     t_ = NextPhase(t_, T_, period_.T0);
-    return ComputeSample();
+    return Store(SampleNow());
 }
 
-inline double VoicingSourceCore::ComputeSample() {
-    if (IsValid()) return Output();
-    if (IsSilent() || period_.T0 == 0.0) return Store(0.0);
+inline double VoicingSourceCore::SampleNow() const {
+    if (IsSilent() || period_.T0 == 0.0) return 0.0;
     double y = GlottalPulse(AV_, period_, t_);
     if (DI_ > 0.0) y = y + (1.0 - DI_) * GlottalPulse(AV_, period_, SecondPulseTime(t_, period_, OQ_, DI_));
-    return Store(y);
+    return y;
 }
 
 }  // namespace larynth

@@ -68,9 +68,7 @@ void WaveTablePlayer::Rebuild(std::span<const double> wave, double OQ) {
     } else {
         const double length = static_cast<double>(wave.size()) / OQ;
         const VirtualPeriod period{wave, static_cast<std::size_t>(length)};
-        const double normalisation = NormalisationOf(period);
-        table_ = Resampled(period, count, normalisation);
-        normalisation_ = normalisation;
+        table_ = Resampled(period, count, NormalisationOf(period));
     }
     OQ_ = OQ;
 }
@@ -79,7 +77,6 @@ void WaveTablePlayer::TakeSettingsOf(const WaveTablePlayer& other) {
     Component::operator=(other);
     F0_ = other.F0_;
     AV_ = other.AV_;
-    normalisation_ = other.normalisation_;
     fs_ = other.fs_;
     pitch_ = other.pitch_;
     UpdateStep();

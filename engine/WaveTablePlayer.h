@@ -34,13 +34,11 @@ class WaveTablePlayer final : public Component {
         SetSampleFreq(frame.SampleFreq());
     }
 
-    void SetSampleFreq(double fs);                           ///< Hz.
-    void SetF0(double F0);                                   ///< Hz.
-    void SetAmplitude(double AV) { AV_ = AV; }               ///< Linear.
-    void SetDefaultPitch(double pitch) { pitch_ = pitch; }   ///< Hz; stored only.
-    double OQ() const { return OQ_; }                        ///< Share of the period that is open.
-    double Normalisation() const { return normalisation_; }  ///< Of the waveform in the table.
-    const std::vector<double>& Table() const { return table_; }
+    void SetSampleFreq(double fs);                          ///< Hz.
+    void SetF0(double F0);                                  ///< Hz.
+    void SetAmplitude(double AV) { AV_ = AV; }              ///< Linear.
+    void SetDefaultPitch(double pitch) { pitch_ = pitch; }  ///< Hz; stored only.
+    double OQ() const { return OQ_; }                       ///< Share of the period that is open.
 
     /// Lays out `wave` with open quotient `OQ`, which is kept. Below 0.1 the table is silent.
     ///
@@ -48,16 +46,15 @@ class WaveTablePlayer final : public Component {
     /// table would have less than no entries or more than kMostSamples.
     void Rebuild(std::span<const double> wave, double OQ);
 
-    /// Takes frequencies, amplitude, normalisation, default pitch and the last output from `other`; open
-    /// quotient, table and phase stay.
+    /// Takes frequencies, amplitude, default pitch and the last output from `other`; open quotient, table and
+    /// phase stay.
     void TakeSettingsOf(const WaveTablePlayer& other);
 
     /// False while F0 is 0 or not a number: then there is nothing to evaluate, and time stands still.
     bool IsSounding() const { return !IsZeroOrNan(F0_); }
 
-    /// Advances by one sample, except where a valid cached sample is returned. Outside the table the sample
-    /// is 0, and the phase moves on.
-    double Evaluate(bool recompute) override;
+    /// Advances by one sample and caches it. Outside the table the sample is 0, and the phase moves on.
+    double Evaluate() { return Store(NextSample() * AV_); }
 
   private:
     static constexpr double kReferencePeriod = 0.02040816326530612;  // s, 1/49
@@ -69,7 +66,6 @@ class WaveTablePlayer final : public Component {
     double Interpolated(double position) const;
 
     double F0_ = 0.0, AV_ = 0.0;
-    double normalisation_ = 1.0;
     double fs_ = 11025.0;
     double pitch_ = 110.0;
     double OQ_ = 0.5;
@@ -86,11 +82,6 @@ inline void WaveTablePlayer::SetSampleFreq(double fs) {
 inline void WaveTablePlayer::SetF0(double F0) {
     F0_ = F0;
     UpdateStep();
-}
-
-inline double WaveTablePlayer::Evaluate(bool recompute) {
-    if (!recompute && IsValid()) return Output();
-    return Store(NextSample() * AV_);
 }
 
 inline double WaveTablePlayer::NextSample() {

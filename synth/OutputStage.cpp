@@ -16,8 +16,7 @@ static_assert(std::is_nothrow_move_assignable_v<LFilter>);
 
 LFilter Designed(const ShelfSettings& settings, double fs, char kind) {
     std::vector<double> feedback, feedForward;
-    DesignShelfFilter(settings.G, settings.F, settings.P3, settings.P4, fs, feedback, feedForward, true,
-                      kind);
+    DesignShelfFilter(settings.G, settings.F, settings.P3, settings.P4, fs, feedback, feedForward, kind);
     LFilter filter(0, 0);
     filter.SetCoefficients(feedback, feedForward);
     return filter;

@@ -60,9 +60,7 @@ TEST(LFilter, FollowsTheDifferenceEquation) {
     for (const auto& row : rows) {
         LFilter filter(0, 0);
         filter.SetCoefficients(row.feedback, row.feedForward);
-        for (int run = 0; run < 2; ++run, filter.Reset()) {
-            EXPECT_EQ(Feed([&](double x) { return filter.Filter(x); }, row.inputs), row.expected);
-        }
+        EXPECT_EQ(Feed([&](double x) { return filter.Filter(x); }, row.inputs), row.expected);
     }
 }
 
@@ -122,7 +120,7 @@ TEST(ShelfFilter, CoefficientsFollowTheDesign) {
     };
     Samples a, b;
     for (const auto& row : rows) {
-        DesignShelfFilter(row.G, row.F, row.P3, 0.0, row.fs, a, b, true, row.kind);
+        DesignShelfFilter(row.G, row.F, row.P3, 0.0, row.fs, a, b, row.kind);
         ExpectNear(a, row.feedback, 1e-13);
         ExpectNear(b, row.feedForward, 1e-13);
     }
