@@ -3,6 +3,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <numbers>
 #include <random>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "components/TTSVoicingSourceWave.h"
 #include "packet/ItemTable.h"
 #include "packet/LarynthParams.h"
+#include "packet/ResonatorEntry.h"
 #include "synth/Roles.h"
 #include "tests/support/ForwardingOuter.h"
 #include "tests/support/Partners.h"
@@ -201,6 +203,22 @@ TEST(Network, EverySplitOfAStreamGivesTheBitsOfTheSamplePath) {
             SCOPED_TRACE(testing::Message() << kind.name << ", " << kernels->name);
             ASSERT_NO_FATAL_FAILURE(CompareEverySplit(*kernels, kind));
         }
+    }
+}
+
+TEST(Network, HasACoefficientComputedOnlyWhereAnElementReadsIt) {
+    for (const Kind& kind : {Kind{"sections", {}}, Kind{"tract as one filter", {}, true}}) {
+        Roles roles;
+        FillRoles(roles, kind);
+        const auto own = roles.OwnElements();
+        const auto packet = MakeObject<LarynthParams>();
+        const ResonatorEntry F1(packet->Values(), kCascadePoles, 1);
+        F1.Set(&FrequencyRows::F, 500.0);
+        F1.Set(&FrequencyRows::BW, 80.0);
+        own->Take(packet->Values().Converted(own->Sections()));
+        packet->SetSampleFreq(22050.0);
+        const double C = -std::exp(-2.0 * std::numbers::pi * 80.0 / (kind.filterTract ? 22050.0 : 11025.0));
+        EXPECT_NEAR(F1.Get(&CoefficientRows::C), C, 1e-9) << kind.name;
     }
 }
 
