@@ -41,7 +41,7 @@ void KlattPacketData::CopyFrom(const KlattPacketData& source) noexcept {
     validity = source.validity;
     staleABC_ = source.staleABC_;
     staleFB_ = source.staleFB_;
-    if (source.truWords) truWords = source.truWords;
+    truWords = source.truWords;
 }
 
 double& KlattPacketData::Item(int index) noexcept {

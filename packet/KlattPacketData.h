@@ -28,7 +28,7 @@ class KlattPacketData {
     KlattPacketData& operator=(const KlattPacketData&) = delete;
     virtual ~KlattPacketData() = default;
 
-    /// Takes over all values. Without stored words in the source, this packet keeps those that it has.
+    /// Takes over all values.
     void CopyFrom(const KlattPacketData& source) noexcept;
 
     /// Storage of an item, as it stands; the index must be one.

@@ -31,6 +31,10 @@ TEST(VoicingSourceCore, ClosureAndPeriodEndBelongToTheirPhases) {
                                      Source(100.0, 0.0, 0.5, 0.5), Source(100.0, 1.0, 0.0, 0.0)}) {
         EXPECT_EQ(Take(silent, 12), Samples(12));
     }
+    VoicingSourceCore resumed = Source(kNan, 1.0, 0.5, 0.0), fresh = Source(128.0, 1.0, 0.5, 0.0);
+    Take(resumed, 12);
+    resumed.SetParams(128.0, 1.0, 0.5, 0.0, 0.0, 0.0);
+    EXPECT_EQ(Take(resumed, 3), Take(fresh, 3)) << "time stands still without a pitch";
 }
 
 TEST(Flutter, ManyStepsAtOnceReachTheTimesOfSingleSteps) {
