@@ -57,10 +57,12 @@ Sections ConvertSections(const PlainFrame& frame) {
 
 /// The glottal pulse at one fundamental frequency.
 struct StraightLoop::Pulse {
-    Pulse(double f0, const double* items) : T0(f0 < 0.0 || f0 > 0.0 ? 1.0 / f0 : 0.0), Tp(items[OQ] * T0) {
+    Pulse(double f0, const double* items)
+        : T0(f0 < 0.0 || f0 > 0.0 ? 1.0 / f0 : 0.0),
+          Tp(items[OQ] * T0),
+          silent(items[AV] == 0.0 || T0 == 0.0 || items[OQ] == 0.0) {
         const double K = Tp == 0.0 ? 0.0 : 15.0 * T0 / std::sqrt(0.13333333333333333 * (Tp * Tp * Tp));
         amplitude = items[AV] * K;
-        silent = items[AV] == 0.0 || T0 == 0.0 || items[OQ] == 0.0;
     }
 
     double At(double t) const { return t <= Tp ? amplitude * (2.0 * t - 3.0 * (t * t) / Tp) : 0.0; }

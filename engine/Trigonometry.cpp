@@ -65,10 +65,10 @@ QuadrantAngle ReduceHuge(double x) {
     constexpr std::uint64_t kHalfPi = 0xC90FDAA22168C235;  // times 2^63
     constexpr std::uint64_t kHidden = std::uint64_t{1} << 52;
     const auto bits = std::bit_cast<std::uint64_t>(x);
-    const auto exponent = static_cast<int>((bits >> 52) & 0x7FFU) - 1075;
-    if (exponent == 972) return {x - x, 0.0, 0};
+    const auto exponent = static_cast<std::size_t>((bits >> 52) & 0x7FFU);  // biased by 1075
+    if (exponent == 0x7FF) return {x - x, 0.0, 0};
     const std::uint64_t m = (bits & (kHidden - 1)) | kHidden;
-    const auto first = static_cast<std::size_t>(62 + exponent);
+    const std::size_t first = exponent + 62 - 1075;
 
     const Wide low = Wide{m} * TwoOverPiBits(first + 128);
     const Wide middle = Wide{m} * TwoOverPiBits(first + 64) + (low >> 64);
@@ -130,7 +130,7 @@ double ArcCosine(double x) {
     const double s = std::sqrt(z);
     if (x < 0.0) return 2.0 * kHalfPi - 2.0 * (s + (ratio(z) * s - kHalfPiRest));
     if (z == 0.0) return 0.0;
-    const double head = std::bit_cast<double>(std::bit_cast<std::uint64_t>(s) >> 32 << 32);
+    const auto head = std::bit_cast<double>(std::bit_cast<std::uint64_t>(s) >> 32 << 32);
     const double rest = (z - head * head) / (s + head);  // of the root behind its first 21 bits
     return 2.0 * (head + (ratio(z) * s + rest));
 }

@@ -100,7 +100,7 @@ void OutputFile::OpenBesides() {
 
 void OutputFile::TakeMode(bool replaces, unsigned mode) {
     // A failure is no reason to refuse: some file systems know no modes.
-    static_cast<void>(fchmod(descriptor_, replaces ? (mode & 0777u) : (0666u & ~CurrentUmask())) == 0);
+    static_cast<void>(fchmod(descriptor_, replaces ? (mode & 0777U) : (0666U & ~CurrentUmask())) == 0);
 }
 
 void OutputFile::Write(std::span<const char> bytes) {

@@ -157,10 +157,10 @@ template <class Four>
 class BranchAlone {
   public:
     LARYNTH_KERNEL BranchAlone(const Tracts& tracts, const TractSamples& samples, std::size_t count)
-        : tracts_(tracts),
+        : branch_(tracts.parallel, nullptr),
+          tracts_(tracts),
           samples_(samples),
-          last_(static_cast<Index>(count) - 1),
-          branch_(tracts.parallel, nullptr) {}
+          last_(static_cast<Index>(count) - 1) {}
 
     /// The last output.
     LARYNTH_KERNEL double Run(WaveStates* ends) {
@@ -190,10 +190,10 @@ class BranchAlone {
         samples_.sum[s - kDelay] = output_ + samples_.sum[s - kDelay];
     }
 
+    BranchWave<Four> branch_;
     const Tracts& tracts_;
     const TractSamples samples_;
     const Index last_;  // sample
-    BranchWave<Four> branch_;
     double output_ = 0.0;
 };
 

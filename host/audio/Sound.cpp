@@ -19,7 +19,7 @@ namespace larynth {
 namespace {
 
 // RIFF counts bytes in 32 bits; this is what remains behind the longest header that could be written.
-constexpr std::size_t kMostWavSamples = (0xFFFFFFFFu - 1024u) / sizeof(short);
+constexpr std::size_t kMostWavSamples = (0xFFFFFFFFU - 1024U) / sizeof(short);
 
 // A file in memory, as libsndfile's callbacks see it.
 struct MemoryFile {

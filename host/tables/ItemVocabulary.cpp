@@ -74,6 +74,7 @@ ItemVocabulary ItemVocabulary::OfNewPacket() {
     int count = 0;
     Require(packet->GetItemsCount(&count), "count a packet's items");
     std::vector<Item> items;
+    items.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) items.push_back(ReadItem(*packet.Get(), i));
     return ItemVocabulary(std::move(items));
 }

@@ -83,7 +83,7 @@ class Place {
     void ExpectObject(std::initializer_list<std::string_view> keys) const {
         if (!value_.is_object()) Fail("an object");
         std::string list;
-        for (const std::string_view key : keys) list += (list.empty() ? "" : ", ") + std::string(key);
+        for (const std::string_view key : keys) list.append(list.empty() ? "" : ", ").append(key);
         for (const auto& [key, value] : value_.items()) {
             if (std::find(keys.begin(), keys.end(), key) != keys.end()) continue;
             throw BadInput(file_ + ": " + place_ + '/' + key + ": expected one of the keys " + list);

@@ -22,7 +22,7 @@ LoadedModule LoadFile(LPCSTR path) {
     std::filesystem::path file(path);
     if (file.is_relative()) file = std::filesystem::canonical(file, error);
     if (error) throw Failure(CO_E_DLLNOTFOUND, std::string(path) + ": " + error.message());
-    const LoadedModule module = LoadedModule::Load(file.c_str());
+    LoadedModule module = LoadedModule::Load(file.c_str());
     if (!module.InMemory()) throw Failure(CO_E_DLLNOTFOUND, dlerror());
     return module;
 }

@@ -58,6 +58,6 @@ struct TypeLibraryContents {
 
 /// What the bytes of a ".tlb" file describe; BadTypeLibrary for bytes that are no such file. The fields of
 /// records and the constants of enumerations are not read.
-TypeLibraryContents ReadTypeLibrary(std::span<const std::byte> file);
+TypeLibraryContents ReadTypeLibrary(std::span<const std::byte> bytes);
 
 }  // namespace larynth

@@ -90,7 +90,7 @@ DescribedFunction Walk::Function(FileBytes record, std::int32_t name) const {
 
 std::vector<ImplementedInterface> Walk::Interfaces(FileBytes type) {
     std::vector<ImplementedInterface> interfaces;
-    std::int32_t next = type.At<std::int32_t>(0x54);
+    auto next = type.At<std::int32_t>(0x54);
     for (int left = type.At<std::uint16_t>(0x4C); left > 0; --left) {
         const FileBytes record = tables_.ImplementedRecord(next);
         Account(record.Size());

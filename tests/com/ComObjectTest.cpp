@@ -101,7 +101,7 @@ TEST(ComObject, IsRecognisedOnlyStandingAloneByTheInterfaceOfItsRole) {
 }
 
 TEST(Boundary, TurnsExceptionsIntoStatusCodes) {
-    constexpr HRESULT kOdd = static_cast<HRESULT>(0x80045678);
+    constexpr auto kOdd = static_cast<HRESULT>(0x80045678);
     const auto query = [](Script script) {
         return [script]() mutable {
             Fake<IUnknown> object(script);

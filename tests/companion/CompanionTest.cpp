@@ -52,7 +52,7 @@ class ObjectList : public testing::TestWithParam<CLSID> {
         for (int i = 0; i < count; ++i) {
             ComPtr<IUnknown> item;
             EXPECT_EQ(Code(list->GetItem(i, IID_IUnknown, item.PutUnknown())), "S_OK");
-            order.push_back(static_cast<Item*>(item.Get()) - items);
+            order.push_back(dynamic_cast<Item*>(item.Get()) - items);
         }
         return order;
     }
@@ -193,7 +193,7 @@ TEST(Voice, GivesEachValueInItsOwnSlot) {
     using Values = std::array<double, 10>;
     const auto values = [&] {
         Values v{};
-        for (const HRESULT hr : {source->GetPreEmphasis(&v[0]), source->GetOpenQuotient(&v[1]),
+        for (const HRESULT hr : {source->GetPreEmphasis(v.data()), source->GetOpenQuotient(&v[1]),
                                  filter->GetLowF(&v[2]), filter->GetLowG(&v[3]), filter->GetLowP3(&v[4]),
                                  filter->GetLowP4(&v[5]), filter->GetHighF(&v[6]), filter->GetHighG(&v[7]),
                                  filter->GetHighP3(&v[8]), filter->GetHighP4(&v[9])})

@@ -96,9 +96,9 @@ TEST_P(Golden, GivesTheExpectedSamplesAndMarkers) {
     const std::string bytes = Content(row.expected);
     ASSERT_EQ(bytes.size(), 2 * row.samples);
     ASSERT_EQ(sound.samples.size(), row.samples);
+    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(bytes[k]); };
     for (std::size_t i = 0; i < row.samples; ++i) {
-        const int high = static_cast<signed char>(bytes[2 * i + 1]);
-        ASSERT_EQ(sound.samples[i], high * 256 + static_cast<unsigned char>(bytes[2 * i])) << "sample " << i;
+        ASSERT_EQ(sound.samples[i], static_cast<short>(byte(2 * i + 1) << 8 | byte(2 * i))) << "sample " << i;
     }
     std::vector<Position> markers;
     for (const Label& label : sound.labels) markers.emplace_back(label.sample, label.text);
@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, Golden,
                                           testing::Values(Path::Vectors, Path::Samples)),
                          NameOf);
 
-TEST(GoldenIndex, HasThirtyThreeCases) { EXPECT_EQ(AllCases().size(), 33u); }
+TEST(GoldenIndex, HasThirtyThreeCases) { EXPECT_EQ(AllCases().size(), 33U); }
 
 }  // namespace
 }  // namespace larynth

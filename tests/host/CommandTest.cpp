@@ -145,9 +145,9 @@ TEST_F(Command, ASourceThatIsNamedSoundsThroughTheVoicesFilters) {
 TEST_F(Command, PacketsHaveTheFrameLengthOfTheirConversion) {
     // A frame is 110 samples; an unvoiced packet of nothing but zeros is silent.
     const std::string line = "head -c 164 /dev/zero | larynth render - --input packets -o - ";
-    EXPECT_EQ(Run(line).out, std::string(2 * 110 * 2, '\0'));
+    EXPECT_EQ(Run(line).out, std::string(440, '\0'));
     const CommandResult result = Run(line + "--frame-len 50 --sample-freq 8000 --tract filter");
-    EXPECT_EQ(result.out.size(), 2u * 110 * 2);
+    EXPECT_EQ(result.out.size(), 2U * 110 * 2);
     EXPECT_EQ(result.err, "larynth: --frame-len does not apply to packets: their conversion sets it\n");
 
     const CommandResult none =
@@ -156,7 +156,7 @@ TEST_F(Command, PacketsHaveTheFrameLengthOfTheirConversion) {
     EXPECT_EQ(none.err, "");
     EXPECT_THAT(folder_.Names(), ElementsAre("l", "o.raw", "o.wav", "t.csv"));
     EXPECT_EQ(folder_.Read("o.raw") + folder_.Read("l"), "");
-    EXPECT_EQ(folder_.Read("o.wav").size(), 44u);
+    EXPECT_EQ(folder_.Read("o.wav").size(), 44U);
 }
 
 TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
@@ -171,7 +171,7 @@ TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
     for (const char* said : {" 32 %", " 64 %", " 96 %", "faster than real time"}) {
         EXPECT_THAT(onTerminal.out, HasSubstr(said));
     }
-    EXPECT_EQ(folder_.Read("o.wav").size(), 44u + 2 * 200 * 10);
+    EXPECT_EQ(folder_.Read("o.wav").size(), 44U + 2 * 200 * 10);
     for (const char* line : {"larynth --help", "larynth render --help", "larynth --version"}) {
         EXPECT_NE(Run(line).out, "") << line;
     }

@@ -138,14 +138,13 @@ TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"{} {}", "t:1:4: expected JSON"},
             {"[1]", "t: expected an object, found \"[1]\""},
             {"{\"p\": 1}", "t: /p: expected one of the keys pre_emphasis, open_quotient, low_shelf, high_sh"},
-            {"{\"low_shelf\": {\"F\": 1, \"Q\": 1}}",
-             "t: /low_shelf/Q: expected one of the keys F, G, P3, P4"},
-            {"{\"low_shelf\": {\"G\": \"loud\"}}", "t: /low_shelf/G: expected a number, found \"loud\""},
+            {R"({"low_shelf": {"F": 1, "Q": 1}})", "t: /low_shelf/Q: expected one of the keys F, G, P3, P4"},
+            {R"({"low_shelf": {"G": "loud"}})", "t: /low_shelf/G: expected a number, found \"loud\""},
             {"{\"pre_emphasis\": 1e999}", "t: expected numbers that fit a double"},
             {"{\"wave\": 1}", "t: /wave: expected an array of numbers, found \"1\""},
             {"{\"wave\": [1, [2]]}", "t: /wave/1: expected a number, found \"[2]\""},
             {"{\"wave\": []}", "t: /wave: expected numbers, found none"},
-            {"{\"wave\": [1], \"wave\": [2]}", "t: expected every key once, found a second \"wave\""},
+            {R"({"wave": [1], "wave": [2]})", "t: expected every key once, found a second \"wave\""},
         },
         [](const std::string& text) { ParseVoice(text, "t"); });
     EXPECT_NO_THROW(ParseVoice(R"({"low_shelf": {"F": 1}, "high_shelf": {"F": 1}})", "t"));
@@ -165,7 +164,7 @@ TEST(Waveforms, HaveOneNumberALine) {
 }
 
 TEST(PacketFiles, HoldWordsOfTwoBytesLowByteFirst) {
-    std::string bytes(2 * 82, '\0');
+    std::string bytes(164, '\0');  // two packets
     bytes[0] = '\x34';
     bytes[1] = '\x12';
     bytes[81] = '\x80';

@@ -25,7 +25,7 @@ class HostFactory final : public larynth::StackObject<IClassFactory> {
         return StackObject::Release();
     }
     HRESULT LARYNTH_CALL CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) override {
-        if (fault) fault();
+        if (fault != nullptr) fault();
         return pUnkOuter != nullptr ? CLASS_E_NOAGGREGATION : QueryInterface(riid, ppv);
     }
     HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }

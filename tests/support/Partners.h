@@ -18,12 +18,14 @@ class FakeStage : public Fake<Interfaces...> {
         : Fake<Interfaces...>(told), name(std::move(called)), offset(constant), gain(factor) {}
 
     // A role has one of these two.
+    // NOLINTBEGIN(*override*): an interface has the one or the other
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) { return CalculateNext(0.0, pdValue); }
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) {
         this->script.Next(name);
         *pdValue = offset + gain * dInputValue;
         return E_FAIL;  // results of the calls for a sample are not examined
     }
+    // NOLINTEND(*override*)
     HRESULT LARYNTH_CALL GetOutputValue(double*) override { return E_FAIL; }
     HRESULT LARYNTH_CALL SetParams(IUnknown*, REFIID) override {
         return this->script.Next(name + ".SetParams");

@@ -87,7 +87,7 @@ inline std::vector<short> SamplesOf(IUnknown* output) {
     const short* samples = nullptr;
     int count = 0;
     block->GetSamples(&samples, &count);
-    return std::vector<short>(samples, samples + count);
+    return {samples, samples + count};
 }
 
 /// A synthesizer whose own components are scripted: voicing source 0, aspiration 10, frication 100, filter

@@ -30,7 +30,7 @@ class LibraryFiles : public testing::Test {
     /// The default value of a key below the library's, or the code.
     static std::string Stored(const std::string& below) {
         const std::string key =
-            "HKEY_CLASSES_ROOT\\TypeLib\\{E1D6EBCE-52C7-4E5A-81D6-68214BD2805B}\\" + below;
+            R"(HKEY_CLASSES_ROOT\TypeLib\{E1D6EBCE-52C7-4E5A-81D6-68214BD2805B}\)" + below;
         LPCSTR value = nullptr;
         const auto registry = TestStore::Open();
         const HRESULT hr = registry->GetValue(key.c_str(), "", &value);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/Exponential.h"
@@ -20,12 +20,12 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(Kernels, EverySetOfTheProcessorIsThere) {
-    std::vector<std::string> names;
-    for (const Kernels* const kernels : AvailableKernels()) names.push_back(kernels->name);
-    std::vector<std::string> expected = {"baseline"};
+    std::vector<std::string_view> names;
+    for (const Kernels* const kernels : AvailableKernels()) names.emplace_back(kernels->name);
+    std::vector<std::string_view> expected = {"baseline"};
 #ifdef __x86_64__
-    if (__builtin_cpu_supports("avx2")) expected.push_back("AVX2");
-    if (__builtin_cpu_supports("avx512vl")) expected.push_back("AVX-512VL");
+    if (__builtin_cpu_supports("avx2")) expected.emplace_back("AVX2");
+    if (__builtin_cpu_supports("avx512vl")) expected.emplace_back("AVX-512VL");
 #endif
     EXPECT_EQ(names, expected);
 #ifdef __x86_64__
