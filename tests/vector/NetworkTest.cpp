@@ -3,7 +3,6 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <numbers>
 #include <random>
 #include <string>
 #include <vector>
@@ -20,7 +19,6 @@
 #include "components/TTSVoicingSourceWave.h"
 #include "packet/ItemTable.h"
 #include "packet/LarynthParams.h"
-#include "packet/ResonatorEntry.h"
 #include "synth/Roles.h"
 #include "tests/support/ForwardingOuter.h"
 #include "tests/support/Partners.h"
@@ -206,20 +204,10 @@ TEST(Network, EverySplitOfAStreamGivesTheBitsOfTheSamplePath) {
     }
 }
 
-TEST(Network, HasACoefficientComputedOnlyWhereAnElementReadsIt) {
-    for (const Kind& kind : {Kind{"sections", {}}, Kind{"tract as one filter", {}, true}}) {
-        Roles roles;
-        FillRoles(roles, kind);
-        const auto own = roles.OwnElements();
-        const auto packet = MakeObject<LarynthParams>();
-        const ResonatorEntry F1(packet->Values(), kCascadePoles, 1);
-        F1.Set(&FrequencyRows::F, 500.0);
-        F1.Set(&FrequencyRows::BW, 80.0);
-        own->Take(packet->Values().Converted(own->Sections()));
-        packet->SetSampleFreq(22050.0);
-        const double C = -std::exp(-2.0 * std::numbers::pi * 80.0 / (kind.filterTract ? 22050.0 : 11025.0));
-        EXPECT_NEAR(F1.Get(&CoefficientRows::C), C, 1e-9) << kind.name;
-    }
+TEST(Network, ReadsNoCascadeSectionsWithATractAsOneFilter) {
+    Roles roles;
+    FillRoles(roles, {.name = "", .items = {}, .filterTract = true});
+    EXPECT_EQ(roles.OwnElements()->Sections(), Frame::Sections::Parallel);
 }
 
 TEST(Network, IsNoneWithAComponentThatCouldBehaveOtherwise) {
