@@ -51,7 +51,9 @@ class ResonatorEntry {
     int Position() const noexcept { return position_; }  ///< 0-based place in its group.
 
   private:
-    std::size_t Place() const noexcept { return static_cast<std::size_t>(group_->firstEntry + position_); }
+    std::size_t Place() const noexcept {
+        return static_cast<std::size_t>(group_->firstEntry) + static_cast<std::size_t>(position_);
+    }
     unsigned Bit() const noexcept { return 1U << Place(); }
     void UpdateFB() const noexcept;
 

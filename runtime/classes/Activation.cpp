@@ -19,7 +19,7 @@ namespace {
 /// so that it can be used while any library is loaded or unloaded.
 union Process {
     constexpr Process() : offers() {}
-    ~Process() {}
+    ~Process() {}  // NOLINT(modernize-use-equals-default): it would end what the union holds
 
     struct {
         ClassObjects classObjects;
@@ -27,6 +27,7 @@ union Process {
     } offers;
 };
 constinit Process process;
+constexpr auto& offers = process.offers;  // NOLINT(cppcoreguidelines-pro-type-union-access): its only member
 
 /// The class object of a class that the user's registration store knows, from the module that the store
 /// names: it is loaded, and from then on among the modules of the process. CLASS_E_CLASSNOTAVAILABLE when the
@@ -42,18 +43,18 @@ HRESULT GetRegisteredClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     if (!path) return CLASS_E_CLASSNOTAVAILABLE;
     // Held here too, so that nobody frees the module before it was asked.
     const LoadedModule module = LoadedModule::Load(path->c_str());
-    if (const HRESULT hr = process.offers.modules.Load(path->c_str()); FAILED(hr)) {
+    if (const HRESULT hr = offers.modules.Load(path->c_str()); FAILED(hr)) {
         throw Failure(hr, "the registered module of class " + classText + ": " + LarynthLastError());
     }
-    return process.offers.modules.GetClassObject(rclsid, riid, ppv);
+    return offers.modules.GetClassObject(rclsid, riid, ppv);
 }
 
 HRESULT GetClassObject(REFCLSID rclsid, DWORD context, REFIID riid, void** ppv) {
     if ((context & CLSCTX_INPROC_SERVER) == 0) {
         return Fail(E_INVALIDARG, "a class serves in its own process only: CLSCTX_INPROC_SERVER");
     }
-    HRESULT hr = process.offers.classObjects.Get(rclsid, riid, ppv);
-    if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = process.offers.modules.GetClassObject(rclsid, riid, ppv);
+    HRESULT hr = offers.classObjects.Get(rclsid, riid, ppv);
+    if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = offers.modules.GetClassObject(rclsid, riid, ppv);
     if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = GetRegisteredClassObject(rclsid, riid, ppv);
     if (SUCCEEDED(hr)) return hr;
     if (hr == CLASS_E_CLASSNOTAVAILABLE) {
@@ -100,26 +101,26 @@ HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, IUnknown* pUnk, DWOR
         return larynth::Fail(E_INVALIDARG, "only CLSCTX_INPROC_SERVER with REGCLS_MULTIPLEUSE is possible");
     }
     return larynth::Contained([&] {
-        *lpdwRegister = larynth::process.offers.classObjects.Add(rclsid, pUnk);
+        *lpdwRegister = larynth::offers.classObjects.Add(rclsid, pUnk);
         return S_OK;
     });
 }
 
 HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
     return larynth::Contained([&] {
-        if (larynth::process.offers.classObjects.Remove(dwRegister)) return S_OK;
+        if (larynth::offers.classObjects.Remove(dwRegister)) return S_OK;
         return larynth::Fail(CO_E_OBJNOTREG, "no class object is registered under the number %u", dwRegister);
     });
 }
 
 HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath) {
     if (sPath == nullptr) return larynth::Fail(E_POINTER, "no path");
-    return larynth::Contained([&] { return larynth::process.offers.modules.Load(sPath); });
+    return larynth::Contained([&] { return larynth::offers.modules.Load(sPath); });
 }
 
 void LARYNTH_CALL CoFreeUnusedLibraries() {
     larynth::Contained([] {
-        larynth::process.offers.modules.FreeUnused();
+        larynth::offers.modules.FreeUnused();
         return S_OK;
     });
 }
