@@ -17,19 +17,16 @@ class FakeStage : public Fake<Interfaces...> {
     FakeStage(Script& told, std::string called, double constant = 0.0, double factor = 0.0)
         : Fake<Interfaces...>(told), name(std::move(called)), offset(constant), gain(factor) {}
 
-    // A role has one of these two.
-    // NOLINTBEGIN(*override*): an interface has the one or the other
+    // NOLINTBEGIN(*override*): an interface has the one or the other, and a class marks all or none
     HRESULT LARYNTH_CALL CalculateNext(double* pdValue) { return CalculateNext(0.0, pdValue); }
     HRESULT LARYNTH_CALL CalculateNext(double dInputValue, double* pdValue) {
         this->script.Next(name);
         *pdValue = offset + gain * dInputValue;
         return E_FAIL;  // results of the calls for a sample are not examined
     }
+    HRESULT LARYNTH_CALL GetOutputValue(double*) { return E_FAIL; }
+    HRESULT LARYNTH_CALL SetParams(IUnknown*, REFIID) { return this->script.Next(name + ".SetParams"); }
     // NOLINTEND(*override*)
-    HRESULT LARYNTH_CALL GetOutputValue(double*) override { return E_FAIL; }
-    HRESULT LARYNTH_CALL SetParams(IUnknown*, REFIID) override {
-        return this->script.Next(name + ".SetParams");
-    }
 
     std::string name;
     double offset, gain;
