@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-/// What this project's own modules need of the component runtime beyond what a host does. Not installed.
+/// What this project's own modules need of the component runtime, and of each other, beyond what a host does.
+/// Not installed.
 #pragma once
 
+#include <larynth/Interface.h>
 #include <larynth/Runtime.h>
 
 namespace larynth {
@@ -33,4 +35,11 @@ inline constexpr LarynthRegistryRoot kLarynthRegistryRoots[] = {
     {"HKCR", "HKEY_CLASSES_ROOT"},   {"HKCU", "HKEY_CURRENT_USER"},     {"HKLM", "HKEY_LOCAL_MACHINE"},
     {"HKU", "HKEY_USERS"},           {"HKPD", "HKEY_PERFORMANCE_DATA"}, {"HKDD", "HKEY_DYN_DATA"},
     {"HKCC", "HKEY_CURRENT_CONFIG"},
+};
+
+/// A sample block of ours, which can be asked before the samples are computed.
+struct LARYNTH_INTERFACE(ILarynthSampleRoom, "6fa82637-4aea-4a58-9716-b83a9e23fd58") : IUnknown {
+    /// Takes the memory for `nCount` samples more, so that appending them cannot fail. E_FAIL when there is
+    /// none; nothing changes then.
+    virtual HRESULT LARYNTH_CALL Reserve(int nCount /*in*/) = 0;
 };

@@ -34,8 +34,8 @@ struct LARYNTH_INTERFACE(IACLIOProcess, "48018f5e-1863-41da-abca-5daa475d779c") 
     /// Renders a packet into a block (`IdOut` null or ITTSSoundData), or a list or a holder into a list (as
     /// `IdOut`). The caller owns the output. On failure the output is null: E_FAIL when not initialized, for
     /// a packet while a mandatory role is empty, for a bad sample frequency, a negative frame length or
-    /// another `IdOut`; E_POINTER for null input; E_NOINTERFACE for an input of no known kind; else the code
-    /// of the call that failed.
+    /// another `IdOut`, and for holders nested more than 256 deep; E_POINTER for null input; E_NOINTERFACE
+    /// for an input of no known kind; else the code of the call that failed.
     virtual HRESULT LARYNTH_CALL Calculate(IUnknown* pInput /*in*/, REFIID IdIn /*in*/, REFIID IdOut /*in*/,
                                            IUnknown** ppOutput /*out*/) = 0;
 };

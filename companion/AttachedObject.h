@@ -2,11 +2,14 @@
 /// How the companion's classes keep objects that clients give them, and hand them out again.
 #pragma once
 
+#include <utility>
+
 #include <larynth/ComPtr.h>
 #include <larynth/Streams.h>
 
 #include "com/Boundary.h"
 #include "com/OutPointer.h"
+#include "companion/ReleaseInTurn.h"
 
 namespace larynth {
 
@@ -39,7 +42,7 @@ class AttachedObject : public ITTSSyncHolder {
 
   protected:
     AttachedObject() = default;
-    ~AttachedObject() = default;
+    ~AttachedObject() { ReleaseInTurn(std::move(object_)); }
 
   private:
     ComPtr<IUnknown> object_;

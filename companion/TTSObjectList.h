@@ -31,7 +31,9 @@ class ObjectListFace : public ITTSObjectList {
 
   protected:
     ObjectListFace() = default;
-    ~ObjectListFace() = default;
+    ~ObjectListFace() {
+        for (auto& object : objects_) ReleaseInTurn(std::move(object));
+    }
 
   private:
     int Count() const noexcept { return static_cast<int>(objects_.size()); }

@@ -28,14 +28,25 @@ HRESULT TTSSoundData::GetSamples(const short** ppSamples, int* pnCount) noexcept
 }
 
 HRESULT TTSSoundData::AppendSamples(int nFormat, short* pSamples, int nCount) noexcept {
-    const int room = std::numeric_limits<int>::max() - static_cast<int>(samples_.size());
-    if (nFormat != kSigned16Mono || nCount < 0 || nCount > room) return E_FAIL;
+    if (nFormat != kSigned16Mono || nCount < 0 || nCount > Room()) return E_FAIL;
     const auto count = static_cast<std::size_t>(nCount);
     if (IsBadReadPtr(pSamples, count * sizeof(short)) != FALSE) return E_POINTER;
     return Guarded([&] {
         samples_.insert(samples_.end(), pSamples, pSamples + count);
         return S_OK;
     });
+}
+
+HRESULT TTSSoundData::Reserve(int nCount) noexcept {
+    if (nCount < 0 || nCount > Room()) return E_FAIL;
+    return Guarded([&] {
+        samples_.reserve(samples_.size() + static_cast<std::size_t>(nCount));
+        return S_OK;
+    });
+}
+
+int TTSSoundData::Room() const noexcept {
+    return std::numeric_limits<int>::max() - static_cast<int>(samples_.size());
 }
 
 }  // namespace larynth

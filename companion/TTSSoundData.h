@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include <larynth/ModuleRuntime.h>
+
 #include "com/ComObject.h"
 #include "companion/AttachedObject.h"
 
@@ -10,7 +12,7 @@ namespace larynth {
 
 /// A block of 16-bit samples with an attached object. Without samples it serves as a marker in an output
 /// list.
-class TTSSoundData final : public ComObject<ITTSSoundData, AttachedObject> {
+class TTSSoundData final : public ComObject<ITTSSoundData, AttachedObject, ILarynthSampleRoom> {
   public:
     using ComObject::ComObject;
 
@@ -19,7 +21,11 @@ class TTSSoundData final : public ComObject<ITTSSoundData, AttachedObject> {
     HRESULT LARYNTH_CALL GetSamples(const short** ppSamples, int* pnCount) noexcept override;
     HRESULT LARYNTH_CALL AppendSamples(int nFormat, short* pSamples, int nCount) noexcept override;
 
+    HRESULT LARYNTH_CALL Reserve(int nCount) noexcept override;
+
   private:
+    int Room() const noexcept;  // for so many samples an int can count
+
     int format_ = 0;
     std::vector<short> samples_;
 };

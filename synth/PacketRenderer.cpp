@@ -37,6 +37,13 @@ void SetUp(const ComPtr<ITTSSoundData>& block, IUnknown* attached) {
     CheckResult(holder->SetObject(attached));
 }
 
+/// The result of filling a block is not examined. So a block of ours takes its memory while no sample is
+/// lost.
+void MakeRoom(const ComPtr<ITTSSoundData>& block, int count) {
+    ComPtr<ILarynthSampleRoom> room;
+    if (room.TryQuery(block.Get())) CheckResult(room->Reserve(count));
+}
+
 struct Timing {
     int frameLength = 0;      // samples
     double sampleFreq = 0.0;  // Hz
@@ -66,6 +73,7 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     if (!own) roles_.SetParams(packet);
 
     const Timing timing = ReadTiming(packet);
+    MakeRoom(block, timing.frameLength);
     output_.SetSampleFreq(timing.sampleFreq);
     if (!roles_.Complete()) CheckResult(E_FAIL);  // the packet, or a component, may have called the host
     if (ownPacket == nullptr) own = roles_.OwnElements();
@@ -104,9 +112,14 @@ void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_
 }
 
 void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {
+    unsigned changes = roles_.Changes();
+    Roles::Called called = roles_.ToCall();
     for (std::int16_t& sample : samples) {
-        sample = output_.Process(roles_.NextSample());
-        if (roles_.Changed() && !roles_.Complete()) CheckResult(E_FAIL);
+        sample = output_.Process(called.NextSample());
+        if (roles_.Changes() != changes) {
+            called = roles_.ToCall();
+            changes = roles_.Changes();
+        }
     }
 }
 

@@ -182,6 +182,12 @@ void Roles::SetParams(IUnknown* packet) {
     if (voicingFilter) round.HandTo<TTSVoicingSourceFilter>(voicingFilter);
 }
 
+Roles::Called Roles::ToCall() const {
+    if (!Complete()) Zelvani::CheckResult(E_FAIL);
+    return {voicingSource.Get(), aspirationSource.Get(), fricationSource.Get(),
+            vocalTract.Get(),    parallelTract.Get(),    voicingFilter.Get()};
+}
+
 std::optional<Network::Elements> Roles::OwnElements() const noexcept {
     Network::Elements own;
     own.source = ElementOf<TTSVoicingSourceStd>(voicingSource.Get());

@@ -29,8 +29,7 @@ class Roles {
       public:
         explicit Rendering(Roles& roles) noexcept : roles_(roles) { ++roles_.renderings_; }
         ~Rendering() {
-            if (--roles_.renderings_ == 0 && roles_.Changed())
-                std::vector(std::move(roles_.retired_)).clear();
+            if (--roles_.renderings_ == 0) std::vector(std::move(roles_.retired_)).clear();
         }
         Rendering(const Rendering&) = delete;
         Rendering& operator=(const Rendering&) = delete;
@@ -72,9 +71,6 @@ class Roles {
 
     void RemoveVoicingFilter() { Assign(voicingFilter, {}); }
 
-    /// Whether a component left its role since the packet began.
-    bool Changed() const noexcept { return !retired_.empty(); }
-
     /// True when every role but the voicing filter's is filled.
     bool Complete() const noexcept;
 
@@ -87,11 +83,26 @@ class Roles {
     /// changes. Nothing for any other network, and for one whose voicing filter moves another source.
     std::optional<Network::Elements> OwnElements() const noexcept;
 
-    /// Advances every component by one sample: the sum of both tracts. The sources come first, in the order
-    /// voicing, aspiration, frication, which decides who draws which random number. Failures of components
-    /// are not examined: a component that writes nothing contributes 0, as does a role that one of them
-    /// emptied.
-    double NextSample();
+    /// The components of a sample, which live until the packet is done. All but the filter are there.
+    struct Called {
+        ITTSVoicingSource* voicingSource;
+        ITTSAspirationSource* aspirationSource;
+        ITTSFricationSource* fricationSource;
+        ITTSVocalTract* vocalTract;
+        ITTSParallelTract* parallelTract;
+        ITTSVoicingSourceFilter* voicingFilter;
+
+        /// Advances every component by one sample: the sum of both tracts. The sources come first, in the
+        /// order voicing, aspiration, frication, which decides who draws which random number. Failures of
+        /// components are not examined: a component that writes nothing contributes 0.
+        double NextSample() const;
+    };
+
+    /// What is in the roles; E_FAIL is raised when one but the filter's is empty.
+    Called ToCall() const;
+
+    /// Counts the changes of roles.
+    unsigned Changes() const noexcept { return changes_; }
 
     ComPtr<ITTSVoicingSource> voicingSource;
     ComPtr<ITTSAspirationSource> aspirationSource;
@@ -105,22 +116,24 @@ class Roles {
     template <class Role>
     void Assign(ComPtr<Role>& role, ComPtr<Role> component) {
         if (role && renderings_ > 0) retired_.push_back(ComPtr<IUnknown>::Share(role.Get()));
+        ++changes_;
         role = std::move(component);
     }
 
     SourceKind sourceKind_ = SourceKind::Other;
     int renderings_ = 0;
+    unsigned changes_ = 0;
     std::vector<ComPtr<IUnknown>> retired_;  // left their roles while a packet is rendered
 };
 
-inline double Roles::NextSample() {
+inline double Roles::Called::NextSample() const {
     double voicing = 0.0, aspiration = 0.0, frication = 0.0, cascade = 0.0, parallel = 0.0;
-    if (voicingSource) voicingSource->CalculateNext(&voicing);
-    if (aspirationSource) aspirationSource->CalculateNext(&aspiration);
-    if (fricationSource) fricationSource->CalculateNext(&frication);
-    if (voicingFilter) voicingFilter->CalculateNext(voicing, &voicing);
-    if (vocalTract) vocalTract->CalculateNext(voicing + aspiration, &cascade);
-    if (parallelTract) parallelTract->CalculateNext(frication, &parallel);
+    voicingSource->CalculateNext(&voicing);
+    aspirationSource->CalculateNext(&aspiration);
+    fricationSource->CalculateNext(&frication);
+    if (voicingFilter != nullptr) voicingFilter->CalculateNext(voicing, &voicing);
+    vocalTract->CalculateNext(voicing + aspiration, &cascade);
+    parallelTract->CalculateNext(frication, &parallel);
     return parallel + cascade;
 }
 

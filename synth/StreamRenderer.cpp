@@ -59,6 +59,8 @@ void StreamRenderer::RenderItem(IUnknown* item) {
 }
 
 void StreamRenderer::RenderHolder(ITTSSyncHolder* holder) {
+    if (nested_ == kMostNested) CheckResult(E_FAIL);
+    ++nested_;
     ComPtr<ITTSObjectList> content;
     content.Query(holder);
     if (!content) CheckResult(E_FAIL);
@@ -68,6 +70,7 @@ void StreamRenderer::RenderHolder(ITTSSyncHolder* holder) {
     voice_.Announce(output_);
     CheckResult(AddSyncElement(output_, attached.Get()));
     RenderList(content.Get());
+    --nested_;
 }
 
 }  // namespace larynth

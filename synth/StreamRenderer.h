@@ -12,7 +12,8 @@ class PacketRenderer;
 /// element that carries the holder's object, in input order, nested ones in place. A voice that was set
 /// directly is announced in front of the next holder's sync element. Items of other kinds produce nothing.
 ///
-/// Every method raises ComException with the first failing code.
+/// Every method raises ComException with the first failing code, E_FAIL for holders nested deeper than
+/// kMostNested: a holder may contain itself.
 class StreamRenderer {
   public:
     /// With `packetSyncPoints` every block carries its packet as attached object.
@@ -24,12 +25,15 @@ class StreamRenderer {
     void RenderHolder(ITTSSyncHolder* holder);
 
   private:
+    static constexpr int kMostNested = 256;
+
     void RenderItem(IUnknown* item);
 
     PacketRenderer& packets_;
     CurrentVoice& voice_;
     const bool& packetSyncPoints_;  // the host may switch them while its list is read
     ITTSObjectList& output_;
+    int nested_ = 0;  // holders around the current item
 };
 
 }  // namespace larynth

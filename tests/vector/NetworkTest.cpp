@@ -106,7 +106,7 @@ class Comparison {
         const FlushDenormals flush;
         const std::uint32_t state = LarynthNoise()->State();
         std::vector<double> expected(count), sums(count + kRoom);
-        for (double& sum : expected) sum = single_.NextSample();
+        for (double& sum : expected) sum = single_.ToCall().NextSample();
         const std::uint32_t stateBehind = LarynthNoise()->State();
 
         LarynthSeedNoise(state);
