@@ -32,6 +32,9 @@ constexpr char kRootKey[] = "a root key such as HKCR";
 constexpr char kTypeLetter[] = "the type letter s";
 constexpr char kKeyName[] = "a key name";
 
+// Levels of lists, each of which is a level of calls for whoever walks the script.
+constexpr int kMostLevels = 100;
+
 ScriptKey::Flag FlagOf(std::string_view word) {
     const auto found =
         std::ranges::find_if(kFlags, [&](const FlagName& row) { return IsSameWord(word, row.name); });
@@ -68,17 +71,17 @@ Token ReadKeyName(ScriptReader& reader, const char* expected) {
     return reader.Precedes('{') ? reader.BracedIdentifier() : reader.Word(expected);
 }
 
-void ReadList(ScriptReader& reader, ScriptKey& key);
+void ReadList(ScriptReader& reader, ScriptKey& key, int level);
 
 /// The rest of a key whose flag and name were read.
-ScriptKey ReadKey(ScriptReader& reader, ScriptKey::Flag flag, const Token& name) {
+ScriptKey ReadKey(ScriptReader& reader, ScriptKey::Flag flag, const Token& name, int level) {
     ScriptKey key{.flag = flag, .name = NameOf(reader, name)};
     if (reader.Accept('=')) key.defaultValue = ReadText(reader);
-    if (reader.Accept('{')) ReadList(reader, key);
+    if (reader.Accept('{')) ReadList(reader, key, level + 1);
     return key;
 }
 
-void ReadEntry(ScriptReader& reader, ScriptKey& parent) {
+void ReadEntry(ScriptReader& reader, ScriptKey& parent, int level) {
     Token name = ReadKeyName(reader, "a key, a value or \"}\"");
     if (IsSameWord(name.text, kValue)) {
         parent.values.push_back(ReadValue(reader));
@@ -90,12 +93,13 @@ void ReadEntry(ScriptReader& reader, ScriptKey& parent) {
         // A flag before a value would otherwise pass for a key of that name.
         if (IsSameWord(name.text, kValue)) reader.Fail(name, kKeyName);
     }
-    parent.subkeys.push_back(ReadKey(reader, flag, name));
+    parent.subkeys.push_back(ReadKey(reader, flag, name, level));
 }
 
 /// The entries up to the closing brace.
-void ReadList(ScriptReader& reader, ScriptKey& key) {
-    while (!reader.Accept('}')) ReadEntry(reader, key);
+void ReadList(ScriptReader& reader, ScriptKey& key, int level) {
+    if (level > kMostLevels) reader.Fail("at most 100 levels of keys");
+    while (!reader.Accept('}')) ReadEntry(reader, key, level);
 }
 
 }  // namespace
@@ -106,7 +110,7 @@ RegistryScript ParseRegistryScript(std::string_view text, std::string_view modul
     while (!reader.AtEnd()) {
         ScriptKey root{.flag = ScriptKey::Flag::kNoRemove, .name = std::string(ReadRoot(reader))};
         reader.Require('{', "\"{\" after the root key");
-        ReadList(reader, root);
+        ReadList(reader, root, 1);
         script.push_back(std::move(root));
     }
     return script;

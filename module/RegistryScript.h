@@ -6,7 +6,7 @@
 /// A script is a sequence of blocks, each a root key and a list in braces. An entry of a list is a key, with
 /// an optional flag, default value and list of its own, or a named value. A key is named by a word or by a
 /// class identifier in braces. "s" marks a text, the only type. Keywords, root names and %MODULE% are
-/// recognised in any case; "val" and the flags cannot name a key.
+/// recognised in any case; "val" and the flags cannot name a key. Lists stand at most 100 deep.
 #pragma once
 
 #include <optional>

@@ -23,7 +23,7 @@ namespace larynth {
 namespace {
 
 /// Larger files are not read: a library of a thousand interfaces has less than 1 MiB.
-constexpr std::uintmax_t kMaxFileSize = 64U << 20;
+constexpr std::uintmax_t kMaxFileSize = 8U << 20;
 
 TypeLibraryContents Read(const std::string& path, std::span<const std::byte> bytes) {
     try {

@@ -12,10 +12,12 @@ namespace larynth {
 namespace {
 
 /// Walks the records of types. Every member is counted with its block and with its record, so that a file
-/// whose counts are wrong cannot make it read more than twice the file's size.
+/// whose counts are wrong cannot make it read more than twice the file's size; and texts are counted, so that
+/// one text cannot be that of every type.
 class Walk {
   public:
-    explicit Walk(const TypeLibraryTables& tables) : tables_(tables), unread_(2 * tables.File().Size()) {}
+    explicit Walk(const TypeLibraryTables& tables)
+        : tables_(tables), unread_(2 * tables.File().Size()), texts_(tables.File().Size()) {}
 
     DescribedType Type(FileBytes record);
 
@@ -30,6 +32,7 @@ class Walk {
 
     const TypeLibraryTables& tables_;
     std::size_t unread_;
+    std::size_t texts_;  // bytes that the texts of the types to come may have
 };
 
 DescribedType Walk::Type(FileBytes record) {
@@ -37,6 +40,8 @@ DescribedType Walk::Type(FileBytes record) {
     type.Kind = record.At<std::uint8_t>(0) & 0xF;
     type.Name = tables_.Name(record.At<std::int32_t>(0x34));
     type.HelpString = tables_.Text(record.At<std::int32_t>(0x3C));
+    if (type.HelpString.size() > texts_) throw BadTypeLibrary("the texts of types overlap");
+    texts_ -= type.HelpString.size();
     type.Id = tables_.Identifier(record.At<std::int32_t>(0x2C));
     type.Functions = Functions(record);
     if (type.Kind == TKIND_COCLASS) type.Interfaces = Interfaces(record);

@@ -55,6 +55,8 @@ TEST(RegistryScript, BecomesATreeOfKeys) {
 }
 
 TEST(RegistryScript, AMalformedOneIsRefusedWithThePlaceAndWhatWasExpected) {
+    std::string deep = "HKCR {";
+    for (int level = 0; level < 100'000; ++level) deep += "A{";
     const struct {
         const char* script;
         int line, column;
@@ -69,6 +71,7 @@ TEST(RegistryScript, AMalformedOneIsRefusedWithThePlaceAndWhatWasExpected) {
         {"HKCR { ForceRemove {7856881E-0461-4F9D-8693-3030B63798FG} }", 1, 20,
          "a class identifier in braces"},
         {"HKCR { A = s 'see %WINDIR%' }", 1, 19, "the variable MODULE"},
+        {deep.c_str(), 1, 207, "at most 100 levels of keys"},
     };
     for (const auto& row : rows) {
         try {

@@ -80,6 +80,12 @@ TEST(CorruptLibrary, ContradictionsAreNamed) {
                  b.Set(b.Type(type) + 0x18, 21);
              }
          }},
+        {"the texts of types overlap",
+         [](Library& b) {
+             // The texts begin where the file does: with "MS", the size of one of 21 kB.
+             b.Set(b.Segment(8), 0), b.Set(b.Segment(8) + 4, 23000);
+             for (std::size_t type = 0; type < 2; ++type) b.Set(b.Type(type) + 0x3C, 0);
+         }},
         {"too short a record", [](Library& b) { b.Set(b.At(b.Type(kParams) + 4) + 4 + 20, 200); }},
         {"too many levels of pointers", [](Library& b) { b.Set(b.At(b.Segment(9)) + 4, 0); }},
         {"fewer interfaces than it counts", [](Library& b) { b.Set(b.Type(kClass) + 0x4C, 12); }},
