@@ -10,6 +10,7 @@
 #include "runtime/classes/ClassObjects.h"
 #include "runtime/classes/LoadedModules.h"
 #include "runtime/store/RegistrationStore.h"
+#include "runtime/store/StoreFile.h"
 
 namespace larynth {
 
@@ -41,6 +42,10 @@ HRESULT GetRegisteredClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
         RegistrationStore(UsersStoreFile())
             .Value("HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32", "");
     if (!path) return CLASS_E_CLASSNOTAVAILABLE;
+    if (!path->starts_with('/')) {
+        throw Failure(CO_E_DLLNOTFOUND, "the registered module of class " + classText + ": " + *path +
+                                            ": expected an absolute path");
+    }
     // Held here too, so that nobody frees the module before it was asked.
     const LoadedModule module = LoadedModule::Load(path->c_str());
     if (const HRESULT hr = offers.modules.Load(path->c_str()); FAILED(hr)) {
@@ -115,7 +120,9 @@ HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
 
 HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath) {
     if (sPath == nullptr) return larynth::Fail(E_POINTER, "no path");
-    return larynth::Contained([&] { return larynth::offers.modules.Load(sPath); });
+    return larynth::Contained([&] {
+        return larynth::offers.modules.Load(larynth::ModuleFile(sPath, CO_E_DLLNOTFOUND).c_str());
+    });
 }
 
 void LARYNTH_CALL CoFreeUnusedLibraries() {

@@ -2,7 +2,11 @@
 #include "runtime/classes/LoadedModule.h"
 
 #include <dlfcn.h>
+#include <filesystem>
 #include <link.h>
+#include <sys/auxv.h>
+
+#include "runtime/Failure.h"
 
 namespace larynth {
 
@@ -25,6 +29,16 @@ void Close(void* handle) {
 }
 
 }  // namespace
+
+std::string ModuleFile(const std::string& path, HRESULT code) {
+    if (path.starts_with('/')) return path;
+    if (getauxval(AT_SECURE) != 0)
+        throw Failure(code, path + ": a privileged process needs an absolute path");
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(path, error);
+    if (error) throw Failure(code, path + ": " + error.message());
+    return file;
+}
 
 LoadedModule::LoadedModule(void* handle) : handle_(handle, Close) {
     if (handle == nullptr) return;

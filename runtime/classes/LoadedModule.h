@@ -2,12 +2,18 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include <larynth/Base.h>
 
 #include "runtime/classes/OwnModule.h"
 
 namespace larynth {
+
+/// The absolute path of a module's file that a host names, by which the module then knows itself. A relative
+/// one is taken from the working folder, and never looked for along the loader's path. It is refused in a
+/// process that runs with more rights than its caller, who chose that folder. Raises Failure with `code`.
+std::string ModuleFile(const std::string& path, HRESULT code);
 
 /// A shared object in this process and its component entry points, if it has any. Stays in memory at least as
 /// long as a copy of this lives.
@@ -17,7 +23,8 @@ class LoadedModule {
 
     /// The image that the loader knows as `path`; not loaded by it, so possibly gone meanwhile.
     static LoadedModule Find(const char* path);
-    /// Loads the file; what it names stays invisible to others. When that fails, dlerror() says why.
+    /// Loads the file by its absolute path; what it names stays invisible to others. When that fails,
+    /// dlerror() says why.
     static LoadedModule Load(const char* path);
 
     bool InMemory() const { return handle_ != nullptr; }

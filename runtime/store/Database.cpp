@@ -9,31 +9,42 @@ namespace larynth {
 
 namespace {
 
-// Longer than any writer needs, also when dozens of processes register at once.
-constexpr int kPatienceMilliseconds = 60'000;
-
-sqlite3* Open(const std::string& file, Database::Opening opening) {
+sqlite3* Open(const std::string& file) {
     sqlite3* connection = nullptr;
-    const int create = opening == Database::Opening::kCreating ? SQLITE_OPEN_CREATE : 0;
     // Also a reader may have to undo what a killed writer left half done, so it opens for writing; where the
     // file may not be written, SQLite opens it for reading. The result shows again in the error code.
-    sqlite3_open_v2(file.c_str(), &connection, SQLITE_OPEN_READWRITE | create, nullptr);
+    sqlite3_open_v2(file.c_str(), &connection, SQLITE_OPEN_READWRITE, nullptr);
     if (connection == nullptr) throw std::bad_alloc();
     return connection;
 }
 
 }  // namespace
 
-Database::Database(const std::string& file, Opening opening)
-    : file_(file), connection_(Open(file, opening), sqlite3_close) {
-    if (sqlite3_errcode(connection_.get()) != SQLITE_OK) Raise(opening == Opening::kExisting);
-    sqlite3_busy_timeout(connection_.get(), kPatienceMilliseconds);
+Database::Database(const std::string& file) : file_(file), connection_(Open(file), sqlite3_close) {
+    if (sqlite3_errcode(connection_.get()) != SQLITE_OK) Raise(true);
 }
 
 void Database::Raise(bool reading) const {
-    if (sqlite3_errcode(connection_.get()) == SQLITE_NOMEM) throw std::bad_alloc();
-    throw Failure(reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB,
-                  file_ + ": " + sqlite3_errmsg(connection_.get()));
+    const std::string reason = sqlite3_errmsg(connection_.get());
+    switch (sqlite3_errcode(connection_.get())) {
+        case SQLITE_NOMEM:
+            throw std::bad_alloc();
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            RaiseDamaged(reason);
+        case SQLITE_BUSY:
+            throw Failure(
+                reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB,
+                file_ + ": another process is writing and does not end (" + reason + "); try again later");
+        default:
+            throw Failure(reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB, file_ + ": " + reason);
+    }
+}
+
+void Database::RaiseDamaged(const std::string& reason) const {
+    throw Failure(REGDB_E_READREGDB, file_ + ": " + reason +
+                                         "; the registration store is damaged: move it away, then "
+                                         "register the modules again");
 }
 
 void Database::Execute(const char* statements) {

@@ -13,16 +13,21 @@ namespace larynth {
 /// REGDB_E_READREGDB or REGDB_E_WRITEREGDB and a text that names the file, or std::bad_alloc.
 class Database {
   public:
-    enum class Opening { kExisting, kCreating };
+    /// The file exists, and is looked at only when it is first used. ":memory:" is a database of its own in
+    /// memory.
+    explicit Database(const std::string& file);
 
-    /// The file is looked at only when it is first used. ":memory:" is a database of its own in memory.
-    Database(const std::string& file, Opening opening);
+    /// How long the statements that follow wait for other processes; at first not at all.
+    void SetPatience(int milliseconds) noexcept { sqlite3_busy_timeout(connection_.get(), milliseconds); }
 
     /// Runs statements that give no rows.
     void Execute(const char* statements);
 
     /// The number that a statement such as a pragma gives.
     int Number(const char* statement);
+
+    /// Raises Failure: what is wrong, and what to do.
+    [[noreturn]] void RaiseDamaged(const std::string& reason) const;
 
     bool InTransaction() const noexcept { return sqlite3_get_autocommit(connection_.get()) == 0; }
 

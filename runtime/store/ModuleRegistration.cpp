@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <cstdio>
 #include <dlfcn.h>
-#include <filesystem>
 #include <string>
 
 #include <larynth/ComPtr.h>
@@ -15,14 +14,8 @@ namespace larynth {
 
 namespace {
 
-/// The loader is given an absolute path: it would look for a name without a folder elsewhere, and what a
-/// module registers is the path that it was loaded by.
 LoadedModule LoadFile(LPCSTR path) {
-    std::error_code error;
-    std::filesystem::path file(path);
-    if (file.is_relative()) file = std::filesystem::canonical(file, error);
-    if (error) throw Failure(CO_E_DLLNOTFOUND, std::string(path) + ": " + error.message());
-    LoadedModule module = LoadedModule::Load(file.c_str());
+    const LoadedModule module = LoadedModule::Load(ModuleFile(path, CO_E_DLLNOTFOUND).c_str());
     if (!module.InMemory()) throw Failure(CO_E_DLLNOTFOUND, dlerror());
     return module;
 }
@@ -58,7 +51,7 @@ HRESULT Unregister(LPCSTR path) {
 }
 
 HRESULT Describe(LPCSTR path, ILarynthRegistry** registry) {
-    auto view = ComPtr<ILarynthRegistry>::Adopt(new RegistryView(":memory:"));
+    auto view = ComPtr<ILarynthRegistry>::Adopt(new RegistryView);
     const RegistrySubstitution substitution(view.Get());
     const HRESULT hr = Register(path);
     if (SUCCEEDED(hr)) *registry = view.Detach();

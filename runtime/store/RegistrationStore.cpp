@@ -3,26 +3,29 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <strings.h>
 
 #include <larynth/ModuleRuntime.h>
 
 #include "runtime/Failure.h"
+#include "runtime/store/StoreFile.h"
 
 namespace larynth {
 
 namespace {
 
+// Longer than any writer needs, also when dozens of processes register at once.
+constexpr int kWritersPatience = 60'000;  // ms
+constexpr int kReadersPatience = 1000;    // ms; a program that looks a class up is not to hang
+
 // A key's row holds its whole path. The keys below a key are those between its path with a backslash and its
 // path with a bracket, the next character.
-constexpr char kPrepare[] = R"(
-    CREATE TABLE keys (path TEXT NOT NULL COLLATE NOCASE PRIMARY KEY) WITHOUT ROWID;
-    CREATE TABLE entries (path TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE,
-                          value TEXT NOT NULL, PRIMARY KEY (path, name)) WITHOUT ROWID;
-    PRAGMA application_id = 1282570616;
-    PRAGMA user_version = 1;)";
+constexpr char kTableOfKeys[] =
+    "CREATE TABLE keys (path TEXT NOT NULL COLLATE NOCASE PRIMARY KEY) WITHOUT ROWID";
+constexpr char kTableOfEntries[] =
+    R"(CREATE TABLE entries (path TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE,
+                          value TEXT NOT NULL, PRIMARY KEY (path, name)) WITHOUT ROWID)";
+constexpr char kNumbers[] = "PRAGMA application_id = 1282570616; PRAGMA user_version = 1";
 constexpr int kApplicationId = 1282570616;  // tells the store from other databases
 constexpr int kLayout = 1;                  // of the tables
 
@@ -45,21 +48,7 @@ void CheckPath(std::string_view key) {
 std::string LowestBelow(std::string_view key) { return std::string(key) + '\\'; }
 std::string EndOfBelow(std::string_view key) { return std::string(key) + ']'; }
 
-/// Empty for a variable that is not set.
-std::filesystem::path PathIn(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value != nullptr ? value : "";
-}
-
 }  // namespace
-
-std::string UsersStoreFile() {
-    if (const auto file = PathIn("LARYNTH_REGISTRY"); !file.empty()) return absolute(file).string();
-    // A relative data folder does not count: it would be another one in each working folder.
-    if (const auto data = PathIn("XDG_DATA_HOME"); data.is_absolute()) return data / "larynth/registry.db";
-    if (const auto home = PathIn("HOME"); !home.empty()) return home / ".local/share/larynth/registry.db";
-    return {};
-}
 
 std::string ClassText(REFCLSID id) {
     char text[39];
@@ -71,14 +60,20 @@ std::string ClassText(REFCLSID id) {
 
 void RegistrationStore::Begin() {
     if (inTransaction_) throw Failure(E_FAIL, "a transaction within a transaction");
-    if (!database_) {
-        CreateFolder();
-        database_.emplace(file_, Database::Opening::kCreating);
+    if (!Open(REGDB_E_WRITEREGDB)) {
+        CreateStoreFile(file_);
+        Open(REGDB_E_WRITEREGDB);
     }
+    database_->SetPatience(kWritersPatience);
     database_->Execute("BEGIN IMMEDIATE");
     inTransaction_ = true;
     try {
-        if (!IsPrepared()) database_->Execute(kPrepare);
+        if (IsPrepared()) {
+            CheckWhole();
+        } else {
+            for (const char* statement : {kTableOfKeys, kTableOfEntries, kNumbers})
+                database_->Execute(statement);
+        }
     } catch (...) {
         Rollback();
         throw;
@@ -88,12 +83,14 @@ void RegistrationStore::Begin() {
 void RegistrationStore::Commit() {
     Transaction().Execute("COMMIT");
     inTransaction_ = false;
+    database_->SetPatience(kReadersPatience);
 }
 
 void RegistrationStore::Rollback() {
     if (!inTransaction_) throw Failure(E_FAIL, "no transaction to end");
     inTransaction_ = false;
     if (database_->InTransaction()) database_->Execute("ROLLBACK");
+    database_->SetPatience(kReadersPatience);
 }
 
 void RegistrationStore::CreateKey(std::string_view key) {
@@ -162,39 +159,41 @@ std::optional<std::string> RegistrationStore::Subkey(std::string_view key, int i
     return std::string(found.Text(0));
 }
 
-/// False as long as nothing was ever written.
-bool RegistrationStore::HoldsAnything() {
-    if (!database_) {
-        std::error_code unclear;
-        if (!std::filesystem::exists(file_, unclear) && !unclear) return false;
-        database_.emplace(file_, Database::Opening::kExisting);
-    }
-    return IsPrepared();
+/// False when there is no file yet; `code` is that of the failure for one that must not be used.
+bool RegistrationStore::Open(HRESULT code) {
+    if (database_) return true;
+    const std::string file = ExistingStoreFile(file_, code);
+    if (!file.empty()) database_.emplace(file).SetPatience(kReadersPatience);
+    return database_.has_value();
 }
 
-/// False for an empty database, Failure for one that is something else.
+/// False as long as nothing was ever written.
+bool RegistrationStore::HoldsAnything() { return Open(REGDB_E_READREGDB) && IsPrepared(); }
+
+/// False for an empty database, Failure for one that is something else. Costs a look-up little: the schema is
+/// read for any statement.
 bool RegistrationStore::IsPrepared() {
     // In this order: another process may be preparing the store, in one transaction.
-    if (database_->Number("SELECT count(*) FROM sqlite_schema") == 0) return false;
+    Statement tables(*database_, "SELECT count(*), total(sql IN (?1, ?2)) FROM sqlite_schema",
+                     {kTableOfKeys, kTableOfEntries});
+    tables.Step();
+    if (tables.Number(0) == 0) return false;
     if (database_->Number("PRAGMA application_id") != kApplicationId) {
         throw Failure(REGDB_E_READREGDB, file_ + ": is a database, but no registration store");
     }
     if (database_->Number("PRAGMA user_version") != kLayout) {
         throw Failure(REGDB_E_READREGDB, file_ + ": is the registration store of another version");
     }
+    // Nothing else is touched: a foreign table, view or trigger could do more than hold what is looked up.
+    if (tables.Number(0) != 2 || tables.Number(1) != 2) database_->RaiseDamaged("it has other tables");
     return true;
 }
 
-void RegistrationStore::CreateFolder() const {
-    if (file_.empty()) {
-        throw Failure(
-            REGDB_E_WRITEREGDB,
-            "no place for the registration store: LARYNTH_REGISTRY, XDG_DATA_HOME and HOME are not set");
-    }
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::path(file_).parent_path();
-    if (!folder.empty()) std::filesystem::create_directories(folder, error);
-    if (error) throw Failure(REGDB_E_WRITEREGDB, folder.string() + ": " + error.message());
+/// Walks the whole file, which takes about as long as one commit.
+void RegistrationStore::CheckWhole() {
+    Statement check(*database_, "PRAGMA integrity_check(1)", {});
+    check.Step();
+    if (check.Text(0) != "ok") database_->RaiseDamaged(std::string(check.Text(0)));
 }
 
 /// For writing. A failure such as a full disk may have ended the transaction with all that was written in it.

@@ -12,22 +12,20 @@
 
 namespace larynth {
 
-/// Absolute path of the user's registration store, whether it exists or not: $LARYNTH_REGISTRY where set,
-/// else larynth/registry.db below $XDG_DATA_HOME, else below ~/.local/share. Empty when none of the three
-/// variables is set.
-std::string UsersStoreFile();
-
 /// A class identifier as the store and messages spell it: upper-case hexadecimal digits in braces.
 std::string ClassText(REFCLSID id);
 
 /// The registration store as a tree of keys with values, named as ILarynthRegistry says. SQLite keeps it
 /// whole whatever happens and lets one writer at a time in; nothing else knows of SQLite.
 ///
-/// Used by one thread at a time. What fails raises Failure or std::bad_alloc.
+/// Used by one thread at a time. What fails raises Failure or std::bad_alloc; a damaged store is refused
+/// before anything is written to it.
 class RegistrationStore {
   public:
+    /// A store in memory.
+    RegistrationStore() : database_(std::in_place, ":memory:") {}
     /// The file and the folders above it come into being with the first transaction. An empty path is a store
-    /// that is empty and cannot be written, ":memory:" one in memory.
+    /// that is empty and cannot be written.
     explicit RegistrationStore(std::string file) : file_(std::move(file)) {}
 
     void Begin();
@@ -52,9 +50,10 @@ class RegistrationStore {
     std::optional<std::string> Subkey(std::string_view key, int index);
 
   private:
+    bool Open(HRESULT code);
+    void CheckWhole();
     bool HoldsAnything();
     bool IsPrepared();
-    void CreateFolder() const;
     Database& Transaction();
 
     std::string file_;

@@ -6,6 +6,7 @@
 
 #include "com/OutPointer.h"
 #include "runtime/Failure.h"
+#include "runtime/store/StoreFile.h"
 
 namespace larynth {
 

@@ -14,6 +14,7 @@ namespace larynth {
 /// A registration store as clients see it.
 class RegistryView final : public SharedObject<ILarynthRegistry> {
   public:
+    RegistryView() = default;  ///< Of a store in memory.
     explicit RegistryView(std::string file) : store_(std::move(file)) {}
 
     HRESULT LARYNTH_CALL Begin() noexcept override;

@@ -34,8 +34,7 @@ TypeLibraryContents Read(const std::string& path, std::span<const std::byte> byt
 }
 
 TypeLibraryContents ReadFromModule(const std::string& path) {
-    // The loader would look for a name without a folder elsewhere.
-    const LoadedModule module = LoadedModule::Load(std::filesystem::absolute(path).c_str());
+    const LoadedModule module = LoadedModule::Load(ModuleFile(path, TYPE_E_CANTLOADLIBRARY).c_str());
     if (!module.InMemory()) {
         throw Failure(TYPE_E_CANTLOADLIBRARY, path + ": neither a type library nor a module: " + dlerror());
     }

@@ -34,7 +34,7 @@ class CommandFolder {
     /// Runs a line of shell.
     CommandResult Run(const std::string& line) const {
         const std::string script = "cd '" + Path("") +
-                                   "' && export LARYNTH_REGISTRY=store.db PATH='" LARYNTH_COMMAND_DIR
+                                   "' && export LARYNTH_REGISTRY=\"$PWD/store.db\" PATH='" LARYNTH_COMMAND_DIR
                                    "':\"$PATH\" && ( " +
                                    line + "\n) >../out 2>../err";
         const int status = std::system(script.c_str());
