@@ -60,6 +60,12 @@ std::string ClassText(REFCLSID id) {
 
 void RegistrationStore::Begin() {
     if (inTransaction_) throw Failure(E_FAIL, "a transaction within a transaction");
+    if (!joint_) return BeginAlone();
+    inTransaction_ = true;
+    Transaction().Execute("SAVEPOINT part");
+}
+
+void RegistrationStore::BeginAlone() {
     if (!Open(REGDB_E_WRITEREGDB)) {
         CreateStoreFile(file_);
         Open(REGDB_E_WRITEREGDB);
@@ -68,12 +74,7 @@ void RegistrationStore::Begin() {
     database_->Execute("BEGIN IMMEDIATE");
     inTransaction_ = true;
     try {
-        if (IsPrepared()) {
-            CheckWhole();
-        } else {
-            for (const char* statement : {kTableOfKeys, kTableOfEntries, kNumbers})
-                database_->Execute(statement);
-        }
+        Prepare();
     } catch (...) {
         Rollback();
         throw;
@@ -81,7 +82,7 @@ void RegistrationStore::Begin() {
 }
 
 void RegistrationStore::Commit() {
-    Transaction().Execute("COMMIT");
+    Transaction().Execute(joint_ ? "RELEASE part" : "COMMIT");
     inTransaction_ = false;
     database_->SetPatience(kReadersPatience);
 }
@@ -89,8 +90,29 @@ void RegistrationStore::Commit() {
 void RegistrationStore::Rollback() {
     if (!inTransaction_) throw Failure(E_FAIL, "no transaction to end");
     inTransaction_ = false;
-    if (database_->InTransaction()) database_->Execute("ROLLBACK");
     database_->SetPatience(kReadersPatience);
+    if (database_->InTransaction())
+        database_->Execute(joint_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK");
+}
+
+void RegistrationStore::BeginJoint(Creation creation) {
+    if (!Open(REGDB_E_WRITEREGDB) && creation == Creation::kNever) database_.emplace(":memory:");
+    Begin();
+    inTransaction_ = false;
+    joint_ = true;
+}
+
+void RegistrationStore::EndJoint(bool keep) {
+    if (inTransaction_) Rollback();  // a part that nobody has ended
+    joint_ = false;
+    inTransaction_ = true;
+    if (!keep) return Rollback();
+    try {
+        Commit();
+    } catch (...) {
+        Rollback();
+        throw;
+    }
 }
 
 void RegistrationStore::CreateKey(std::string_view key) {
@@ -189,11 +211,14 @@ bool RegistrationStore::IsPrepared() {
     return true;
 }
 
-/// Walks the whole file, which takes about as long as one commit.
-void RegistrationStore::CheckWhole() {
+/// At the start of a transaction. To look at the whole file takes about as long as one commit.
+void RegistrationStore::Prepare() {
+    const bool prepared = IsPrepared();
     Statement check(*database_, "PRAGMA integrity_check(1)", {});
     check.Step();
     if (check.Text(0) != "ok") database_->RaiseDamaged(std::string(check.Text(0)));
+    if (prepared) return;
+    for (const char* statement : {kTableOfKeys, kTableOfEntries, kNumbers}) database_->Execute(statement);
 }
 
 /// For writing. A failure such as a full disk may have ended the transaction with all that was written in it.

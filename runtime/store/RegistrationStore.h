@@ -32,6 +32,13 @@ class RegistrationStore {
     void Commit();
     void Rollback();
 
+    enum class Creation { kIfMissing, kNever };
+
+    /// Makes the transactions up to EndJoint parts of one, which keeps what they commit or, where `keep` is
+    /// false, nothing of it. A store that is missing and is not to be created is an empty one in memory.
+    void BeginJoint(Creation creation);
+    void EndJoint(bool keep);
+
     void CreateKey(std::string_view key);
     /// With everything below; false when there is no such key.
     bool DeleteKey(std::string_view key);
@@ -51,7 +58,8 @@ class RegistrationStore {
 
   private:
     bool Open(HRESULT code);
-    void CheckWhole();
+    void BeginAlone();
+    void Prepare();
     bool HoldsAnything();
     bool IsPrepared();
     Database& Transaction();
@@ -59,6 +67,7 @@ class RegistrationStore {
     std::string file_;
     std::optional<Database> database_;  // since it was first needed and there was a file
     bool inTransaction_ = false;        // between Begin and Commit or Rollback
+    bool joint_ = false;                // between BeginJoint and EndJoint
 };
 
 }  // namespace larynth

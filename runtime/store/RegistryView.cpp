@@ -102,6 +102,8 @@ RegistrySubstitution::RegistrySubstitution(ILarynthRegistry* registry) noexcept
 
 RegistrySubstitution::~RegistrySubstitution() { substitute = previous_; }
 
+bool RegistrySubstitution::InForce() noexcept { return substitute != nullptr; }
+
 }  // namespace larynth
 
 HRESULT LARYNTH_CALL LarynthOpenRegistry(ILarynthRegistry** ppRegistry) {

@@ -27,6 +27,8 @@ class RegistryView final : public SharedObject<ILarynthRegistry> {
     HRESULT LARYNTH_CALL GetCounts(LPCSTR sKey, int* pnSubkeys, int* pnValues) noexcept override;
     HRESULT LARYNTH_CALL GetSubkey(LPCSTR sKey, int nIndex, LPCSTR* psName) noexcept override;
 
+    RegistrationStore& Store() noexcept { return store_; }
+
   private:
     HRESULT Give(std::optional<std::string> text, LPCSTR* out);
 
@@ -35,10 +37,12 @@ class RegistryView final : public SharedObject<ILarynthRegistry> {
 };
 
 /// While it lives, LarynthOpenRegistry() gives the calling thread this registry instead of the user's store.
+/// Its release ends no transaction: others have it too.
 class RegistrySubstitution {
   public:
     explicit RegistrySubstitution(ILarynthRegistry* registry) noexcept;
     ~RegistrySubstitution();
+    static bool InForce() noexcept;
     RegistrySubstitution(const RegistrySubstitution&) = delete;
     RegistrySubstitution& operator=(const RegistrySubstitution&) = delete;
 

@@ -121,8 +121,9 @@ HRESULT Register(const std::string& module) {
     if (const HRESULT hr = LarynthOpenRegistry(registry.Put()); FAILED(hr)) return hr;
     if (const HRESULT hr = registry->Begin(); FAILED(hr)) return hr;
     const HRESULT written = Write(*registry.Get(), library, module);
-    return SUCCEEDED(written) ? registry->Commit()
-                              : written;  // the release of the registry takes a half back
+    if (SUCCEEDED(written)) return registry->Commit();
+    registry->Rollback();
+    return written;
 }
 
 }  // namespace
