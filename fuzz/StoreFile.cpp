@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Any file is a store that is read and written, or refused and left as it is.
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "runtime/Failure.h"
+#include "runtime/store/RegistrationStore.h"
+
+namespace {
+
+/// In memory where there is such a place: a disk would be waited for.
+struct Folder {
+    std::string path =
+        std::filesystem::is_directory("/dev/shm") ? "/dev/shm/larynth-XXXXXX" : "/tmp/larynth-XXXXXX";
+
+    Folder() {
+        if (mkdtemp(path.data()) == nullptr) std::abort();
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+};
+
+std::string Content(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// False when the store refuses.
+template <class Deed>
+bool Done(const std::string& file, Deed deed) {
+    try {
+        larynth::RegistrationStore store(file);
+        deed(store);
+        return true;
+    } catch (const larynth::Failure&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr char kKey[] = "HKEY_CLASSES_ROOT\\CLSID";
+    static const Folder folder;
+    const std::string file = folder.path + "/registry.db";
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    std::ofstream(file, std::ios::binary) << bytes;
+    Done(file, [&](larynth::RegistrationStore& store) {
+        static_cast<void>(store.Value(kKey, ""));
+        for (int i = 0; i < 3 && store.Subkey(kKey, i); ++i) store.Count(kKey);
+    });
+    if (Content(file) != bytes) std::abort();
+    const bool written = Done(file, [&](larynth::RegistrationStore& store) {
+        store.Begin();
+        store.DeleteKey(kKey);
+        store.CreateKey(kKey);
+        store.SetValue(kKey, "", "new");
+        store.Commit();
+    });
+    if (!written && Content(file) != bytes) std::abort();
+    std::string found;
+    Done(file, [&](larynth::RegistrationStore& store) { found = store.Value(kKey, "").value_or(""); });
+    if (written && found != "new") std::abort();
+    std::filesystem::remove(file);
+    return 0;
+}
