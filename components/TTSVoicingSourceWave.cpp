@@ -2,7 +2,11 @@
 #include "components/TTSVoicingSourceWave.h"
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 #include <larynth/Classes.h>
 #include <larynth/ComPtr.h>
@@ -19,6 +23,28 @@ constexpr double kDefaultPitch = 110.0;  // Hz
 constexpr double kMostOQ = 0.95;
 
 bool IsWave(LPCSTR name) { return std::strcmp(name, kWaveProperty) == 0; }
+
+/// A name up to its zero, or as far as no file's name reaches; nothing when it ends in memory that cannot be
+/// read. That is asked block by block: no page is smaller.
+std::optional<std::string_view> Readable(LPCSTR name) {
+    constexpr std::size_t kBlock = 4096;  // bytes; more than the longest name
+    std::size_t length = 0;
+    for (std::size_t left = kBlock - reinterpret_cast<std::uintptr_t>(name) % kBlock; length <= kBlock;) {
+        if (IsBadReadPtr(name + length, 1) != FALSE) return std::nullopt;
+        const void* const end = std::memchr(name + length, '\0', left);
+        if (end != nullptr) return std::string_view(name, static_cast<const char*>(end));
+        length += std::exchange(left, kBlock);
+    }
+    return std::string_view(name, length);
+}
+
+/// Opens the file to read and closes it again; not what would wait for somebody at its other end, as a pipe
+/// does.
+void Open(std::string_view name) {
+    std::error_code unclear;
+    const std::filesystem::path path(name);
+    if (std::filesystem::is_regular_file(path, unclear)) std::ifstream file(path);
+}
 
 ComPtr<IACLPropertyIndex> IndexOf(IUnknown* object) {
     ComPtr<IACLPropertyIndex> index;
@@ -71,9 +97,10 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::SetParams(IUnknown* pIParams, REFIID 
 }
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadFromTxt(LPSTR sFileName) noexcept {
+    const auto name = sFileName != nullptr ? Readable(sFileName) : std::string_view();
+    if (!name) return E_POINTER;
     return Guarded([&] {
-        // The file is opened and closed again; what it could tell has no format.
-        if (sFileName != nullptr) std::ifstream file(sFileName);
+        Open(*name);  // what the file could tell has no format
         RebuildAtDefaultPitch();
         return S_OK;
     });

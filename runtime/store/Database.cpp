@@ -28,7 +28,8 @@ void Database::Raise(bool reading) const {
     const std::string reason = sqlite3_errmsg(connection_.get());
     switch (sqlite3_errcode(connection_.get())) {
         case SQLITE_NOMEM:
-            throw std::bad_alloc();
+            // SQLite says so of some damaged files, too.
+            throw Failure(E_OUTOFMEMORY, file_ + ": " + reason + ", or the registration store is damaged");
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
             RaiseDamaged(reason);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <climits>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sys/mman.h>
+#include <sys/stat.h>
 
 #include <larynth/Classes.h>
 
@@ -172,8 +175,19 @@ TEST_F(Wave, TheOpenQuotientIsAtMostNinetyFivePercentAndRebuildsAsLoadingDoes) {
     }
     SetUp();
     source->SetSampleFreq(2 * kSampleFreq);
-    char none[] = "/none/such";
-    EXPECT_EQ(Code(source->LoadFromTxt(none)), "S_OK");
+    constexpr std::size_t kPage = 1 << 16;
+    void* const pages = mmap(nullptr, 2 * kPage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_EQ(munmap(static_cast<char*>(pages) + kPage, kPage), 0);
+    auto* const page = static_cast<char*>(std::memset(pages, 'a', kPage));
+    char none[] = "/none/such", pipe[] = LARYNTH_TEST_DIR "/pipe";
+    static_cast<void>(mkfifo(pipe, 0600));  // nobody writes to it
+    const std::pair<char*, const char*> names[] = {{reinterpret_cast<char*>(1), "E_POINTER"},
+                                                   {page + kPage - 9, "E_POINTER"},
+                                                   {page, "S_OK"},  // too long for a name
+                                                   {none, "S_OK"},
+                                                   {pipe, "S_OK"}};
+    for (const auto& [name, code] : names) EXPECT_EQ(Code(source->LoadFromTxt(name)), code);
+    munmap(pages, kPage);
     ExpectSamples({3.0, 1.0, -1.0, 0.5});  // nothing is read, but the table is rebuilt
     source->SetSampleFreq(kNan);
     EXPECT_EQ(Code(source->LoadFromTxt(nullptr)), "E_FAIL");
