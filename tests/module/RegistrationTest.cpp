@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -14,6 +16,7 @@
 
 #include <larynth/Larynth.h>
 
+#include "tests/support/Allocations.h"
 #include "tests/support/Code.h"
 #include "tests/support/TestStore.h"
 
@@ -96,6 +99,7 @@ TEST_F(Registration, WritesTheClassesOfTheTableForAnyProcessAndTakesThemOutAgain
     ExpectRegistered(*described.Get(), kLarynth, LARYNTH_MODULE);
     EXPECT_TRUE(std::filesystem::is_empty(store_.Folder())) << "describing stores nothing";
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK") << "nothing was registered";
+    EXPECT_TRUE(std::filesystem::is_empty(store_.Folder()));
     EXPECT_NE(std::system(LARYNTH_CREATE_FROM_STORE), 0);
     Register(LARYNTH_MODULE);
     Register(LARYNTH_COMPANION_MODULE);
@@ -131,6 +135,52 @@ int StatusOf(pid_t child) {
 using StoreCrash = Registration;
 
 }  // namespace
+
+TEST_F(Registration, AFullDiskLeavesAllOfAModuleOrNothing) {
+    Register(LARYNTH_COMPANION_MODULE);
+    const auto before = CountKeys();
+    int failed = 0;
+    for (rlim_t size = 4096; CountKeys() == before; size += 4096, ++failed) {
+        StatusOf(InOwnProcess([size] {
+            const rlimit most{size, size};
+            std::signal(SIGXFSZ, SIG_IGN);
+            setrlimit(RLIMIT_FSIZE, &most);
+            return LarynthRegisterModule(LARYNTH_MODULE) == S_OK ? 0 : 1;
+        }));
+    }
+    EXPECT_GT(failed, 3) << "too little was tested";
+    ExpectRegistered(*TestStore::Open().Get(), kLarynth, LARYNTH_MODULE);
+}
+
+TEST_F(Registration, IsWhollyThereOrNotWhateverAllocationFails) {
+    Register(LARYNTH_COMPANION_MODULE);
+    const auto before = CountKeys();
+    bool failed = true;
+    for (int ordinal = 1; failed; ++ordinal) {
+        const AllocationFailure failure(ordinal);
+        const HRESULT hr = LarynthRegisterModule(LARYNTH_MODULE);
+        failed = failure.Happened();
+        EXPECT_TRUE(failed ? hr == E_OUTOFMEMORY || hr == E_FAIL || hr == DISP_E_EXCEPTION : hr == S_OK)
+            << ordinal << ": " << Code(hr);
+        EXPECT_TRUE(!failed || CountKeys() == before) << ordinal;
+    }
+    ExpectRegistered(*TestStore::Open().Get(), kLarynth, LARYNTH_MODULE);
+}
+
+TEST_F(Registration, TheCallerOfAPrivilegedProgramDoesNotChooseItsStore) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can make a program that runs as another user";
+    Register(LARYNTH_MODULE);
+    Register(LARYNTH_COMPANION_MODULE);
+    const std::filesystem::path program = store_.Folder() / "program";
+    copy_file(LARYNTH_CREATE_FROM_STORE, program);
+    chmod(store_.Folder().c_str(), 0755), chmod(store_.File().c_str(), 0644);
+    ASSERT_EQ(chown(program.c_str(), 65534, 65534), 0);
+    for (const mode_t mode : {0755U, 04755U}) {
+        ASSERT_EQ(chmod(program.c_str(), mode), 0);
+        EXPECT_EQ(StatusOf(InOwnProcess([&] { return execl(program.c_str(), "program", nullptr); })),
+                  mode == 0755U ? 0 : 1);
+    }
+}
 
 TEST_F(StoreCrash, ProcessesThatRegisterAtOnceAllSucceed) {
     std::vector<pid_t> children;

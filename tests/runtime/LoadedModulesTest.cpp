@@ -156,6 +156,7 @@ TEST_F(LoadedModules, WhatIsNoModuleIsRefusedAndLeavesMemory) {
     const struct {
         const char *file, *code, *reason;
     } rows[] = {{"/nowhere/at-all.so", "CO_E_DLLNOTFOUND", "/nowhere/at-all.so"},
+                {"libresolv.so.2", "CO_E_DLLNOTFOUND", "libresolv.so.2: "},            // the loader would find it
                 {SAMPLE_DEPENDENT, "CO_E_ERRORINDLL", "DllGetClassObject"},  // its dependency has one
                 {SAMPLE_MODULE_3, "CO_E_ERRORINDLL", "DllCanUnloadNow"}};
     for (const auto& row : rows) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <chrono>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <larynth/Registry.h>
 
@@ -142,21 +145,25 @@ TEST_F(Registry, TheEnvironmentSaysWhereTheStoreIsAndReadingCreatesNone) {
         {"", data.c_str(), folder.c_str(), "/data/larynth/registry.db"},
         {nullptr, "relative", folder.c_str(), "/.local/share/larynth/registry.db"},
         {nullptr, nullptr, nullptr, nullptr},
+        {"file.db", data.c_str(), folder.c_str(), nullptr},
     };
     for (const auto& row : rows) {
         const Setting registry("LARYNTH_REGISTRY", row.registry);
         const Setting dataHome("XDG_DATA_HOME", row.data), home("HOME", row.home);
         const auto view = TestStore::Open();
-        EXPECT_EQ(Value(HKCR), "REGDB_E_KEYMISSING");
+        const bool relative = row.registry != nullptr && row.registry[0] == 'f';
+        EXPECT_EQ(Value(HKCR), relative ? "REGDB_E_READREGDB" : "REGDB_E_KEYMISSING");
         EXPECT_TRUE(std::filesystem::is_empty(folder));
         if (row.expected == nullptr) {
             EXPECT_EQ(Code(view->Begin()), "REGDB_E_WRITEREGDB");
-            EXPECT_THAT(LarynthLastError(), HasSubstr("LARYNTH_REGISTRY"));
+            EXPECT_THAT(LarynthLastError(), HasSubstr(relative ? "absolute path" : "LARYNTH_REGISTRY"));
             continue;
         }
         EXPECT_EQ(Code(view->Begin()), "S_OK") << row.expected;
         EXPECT_EQ(Code(view->Commit()), "S_OK");
-        EXPECT_TRUE(std::filesystem::exists(folder + row.expected)) << row.expected;
+        const std::filesystem::path made = folder + row.expected;
+        EXPECT_EQ(status(made).permissions(), std::filesystem::perms{0600}) << made;
+        EXPECT_EQ(status(made.parent_path()).permissions(), std::filesystem::perms{0700}) << made;
         for (const auto& entry : std::filesystem::directory_iterator(folder)) remove_all(entry);
     }
 }
@@ -166,22 +173,71 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
     EXPECT_EQ(Value(HKCR), "REGDB_E_KEYMISSING") << "an empty file is an empty store";
     Write({HKCR "\\A"});
     const auto text = store_.Folder() / "text.db", foreign = store_.Folder() / "foreign.db",
-               later = store_.Folder() / "later.db";
+               later = store_.Folder() / "later.db", damaged = store_.Folder() / "damaged.db",
+               trigger = store_.Folder() / "trigger.db";
     std::ofstream(text) << "a letter, longer than the head of a database would be" << std::string(200, '.');
     MakeDatabase(foreign, "CREATE TABLE songs (name)");
     MakeDatabase(later, "CREATE TABLE keys (x); PRAGMA application_id = 1282570616; PRAGMA user_version = 2");
-    const std::pair<std::filesystem::path, const char*> rows[] = {
-        {text, "not a database"}, {foreign, "no registration store"}, {later, "another version"}};
-    for (const auto& [file, reason] : rows) {
+    for (const auto& stored : {damaged, trigger}) copy_file(LARYNTH_CORPUS / stored.filename(), stored);
+    const struct {
+        std::filesystem::path file;
+        const char *value, *reason;
+    } rows[] = {
+        {text, "REGDB_E_READREGDB", "not a database"},
+        {foreign, "REGDB_E_READREGDB", "no registration store"},
+        {later, "REGDB_E_READREGDB", "another version"},
+        {trigger, "REGDB_E_READREGDB", "other tables; the registration store is damaged: move it away"},
+        {damaged, "v", "the registration store is damaged: move it away"}};  // not where it is read
+    for (const auto& [file, value, reason] : rows) {
         const Setting setting("LARYNTH_REGISTRY", file.c_str());
         const std::string before = ContentOf(file);
         const auto view = TestStore::Open();
-        EXPECT_EQ(Value(HKCR "\\A"), "REGDB_E_READREGDB") << file;
-        EXPECT_THAT(LarynthLastError(), HasSubstr(reason));
+        EXPECT_EQ(Value(HKCR), value) << file;
         EXPECT_TRUE(FAILED(view->Begin())) << file;
-        EXPECT_THAT(LarynthLastError(), HasSubstr(file.string()));
+        EXPECT_THAT(LarynthLastError(), testing::AllOf(HasSubstr(file.string()), HasSubstr(reason)));
         EXPECT_EQ(Code(view->CreateKey(HKCR "\\A")), "E_FAIL");
-        EXPECT_EQ(Code(ComPtr<IUnknown>().Create({1, 2, 3, {}})), "REGDB_E_READREGDB");
         EXPECT_EQ(ContentOf(file), before);
     }
+}
+
+TEST_F(Registry, OneThatOthersCanChangeIsNotUsed) {
+    constexpr char kOthers[] = "others than its owner may write", kForeign[] = "belongs to another user";
+    constexpr uid_t kMine = static_cast<uid_t>(-1), kNobody = 65534;
+    const struct {
+        unsigned folder, file;
+        uid_t foldersOwner, filesOwner;
+        const char* reason;  // null where it is used
+    } rows[] = {
+        {0700, 0600, kMine, kMine, nullptr},    {0755, 0644, kMine, kMine, nullptr},
+        {0770, 0600, kMine, kMine, kOthers},    {0702, 0600, kMine, kMine, kOthers},
+        {01777, 0600, kMine, kMine, kOthers},   {0700, 0620, kMine, kMine, kOthers},
+        {0700, 0602, kMine, kMine, kOthers},    {0700, 0600, kNobody, kMine, kForeign},
+        {0700, 0600, kMine, kNobody, kForeign},
+    };
+    Write({HKCR "\\A"});
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        if (row.reason == kForeign && geteuid() != 0) continue;  // only root gives files away
+        chmod(store_.Folder().c_str(), row.folder), chmod(store_.File().c_str(), row.file);
+        ASSERT_EQ(chown(store_.Folder().c_str(), row.foldersOwner, kMine), 0);
+        ASSERT_EQ(chown(store_.File().c_str(), row.filesOwner, kMine), 0);
+        EXPECT_EQ(Value(HKCR "\\A"), row.reason != nullptr ? "REGDB_E_READREGDB" : HKCR "\\A");
+        const auto view = TestStore::Open();
+        EXPECT_EQ(Code(view->Begin()), row.reason != nullptr ? "REGDB_E_WRITEREGDB" : "S_OK");
+        EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason != nullptr ? row.reason : ""));
+        ASSERT_EQ(chown(store_.Folder().c_str(), geteuid(), kMine), 0);
+        ASSERT_EQ(chown(store_.File().c_str(), geteuid(), kMine), 0);
+    }
+}
+
+TEST_F(Registry, AReaderGivesUpAfterASecondWhenAnotherProcessKeepsTheLock) {
+    Write({HKCR "\\A"});
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(store_.File().c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Value(HKCR "\\A"), "REGDB_E_READREGDB");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_THAT(LarynthLastError(), HasSubstr("another process is writing"));
+    sqlite3_close(other);
 }

@@ -36,30 +36,6 @@ struct Library {
     std::size_t Type(std::size_t number) const { return At(Segment(0)) + number * 0x64; }
 };
 
-TEST(CorruptLibrary, AnyTruncationIsRefusedAndAnyWrongByteIsRefusedOrRead) {
-    constexpr int kMasks[] = {0xFF, 0x01, 0x80};
-    std::vector<char> bytes = Library().bytes;
-    int refused = 0;
-    for (std::size_t offset = 0; offset < bytes.size(); ++offset) {
-        // In a block of their own size.
-        const std::vector<char> first(bytes.data(), bytes.data() + offset);
-        EXPECT_THROW(Read(first), BadTypeLibrary) << offset;
-        const char right = bytes[offset];
-        bytes[offset] = static_cast<char>(right ^ kMasks[offset % 3]);
-        try {
-            // Reading stops at twice the file's 24 KB, and a method takes 36 of them.
-            std::size_t functions = 0;
-            for (const auto& type : Read(bytes).Types) functions += type.Functions.size();
-            EXPECT_LT(functions, 1400U) << offset;
-        } catch (const BadTypeLibrary&) {
-            ++refused;
-        }
-        bytes[offset] = right;
-    }
-    EXPECT_GT(refused, 1000);
-    EXPECT_EQ(Read(bytes).Types.size(), 45U);
-}
-
 TEST(CorruptLibrary, ContradictionsAreNamed) {
     constexpr std::size_t kParams = 0;  // ILarynthParams
     constexpr std::size_t kClass = 32;  // LarynthParams
