@@ -62,8 +62,8 @@ struct LARYNTH_INTERFACE(IACLValueHolder, "a71cb470-5920-4c65-b7ef-2db5b2ecaa17"
 /// An object whose properties a container can store and restore.
 ///
 /// Names end with a zero and are compared byte for byte. Names and values are not probed: what is not null
-/// has to be readable, the value as the double that it is. An index object is anything that answers IACLPropertyIndex; a null one
-/// gives E_FAIL, a failing one its code.
+/// has to be readable, the value as the double that it is. An index object is anything that answers
+/// IACLPropertyIndex; a null one gives E_FAIL, a failing one its code.
 struct LARYNTH_INTERFACE(IACLPersistProperties, "13d38b63-47e3-4c09-b70c-349f6dcb6633") : IUnknown {
     /// Announces every property; the sink's results are not examined. E_POINTER.
     virtual HRESULT LARYNTH_CALL DescribeProperties(IACLPropertySink* pSink /*in*/) = 0;

@@ -13,9 +13,11 @@
 /// all of a transaction or nothing, also after a crash. A text that comes out is valid until the next call.
 ///
 /// Codes: REGDB_E_KEYMISSING where a key or value is not there, REGDB_E_READREGDB and REGDB_E_WRITEREGDB when
-/// the store fails (LarynthLastError() says why), E_INVALIDARG for a malformed path, E_POINTER.
+/// the store fails, is damaged or is one that others can change (LarynthLastError() says why), E_INVALIDARG
+/// for a malformed path, E_POINTER, E_OUTOFMEMORY. Who reads waits a second at most for another process.
 struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614") : IUnknown {
-    /// Waits for other writers. E_FAIL within a transaction.
+    /// Waits up to a minute for other writers and checks that the store is whole: nothing is ever written to
+    /// a damaged one. E_FAIL within a transaction.
     virtual HRESULT LARYNTH_CALL Begin() = 0;
     /// E_FAIL outside a transaction. When it fails for another reason, Rollback ends the transaction.
     virtual HRESULT LARYNTH_CALL Commit() = 0;
@@ -38,13 +40,20 @@ struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614
 };
 
 /// A view of the user's store: the file $LARYNTH_REGISTRY, else larynth/registry.db below $XDG_DATA_HOME,
-/// else below ~/.local/share. The file and the folders above it come into being with the first transaction;
-/// until then the store is empty. The caller owns the reference. E_POINTER.
+/// else below ~/.local/share. The path has to be absolute. In a process that runs with more rights than its
+/// caller (set-user-ID and the like) the variables do not count: there the store is empty and cannot be
+/// written. It is used only where file and folder belong to the user or root and nobody else may write to
+/// either. The file (mode 0600) and the folders above it (0700) come into being with the first transaction;
+/// until then the store is empty. While a module is registered or unregistered, its thread gets a view whose
+/// transactions are parts of one, and which is shared: its release ends none. The caller owns the reference.
+/// E_POINTER.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenRegistry(ILarynthRegistry** ppRegistry);
 
-/// Loads a module and has it write its classes into the user's store (takes them out again). CO_E_DLLNOTFOUND
-/// when it cannot be loaded, CO_E_ERRORINDLL when it does not register itself, E_POINTER, or the module's own
-/// code, and S_FALSE when something could not be taken out; LarynthLastError() then says more.
+/// Loads a module (the path as for LarynthLoadModule) and has it write its classes into the user's store
+/// (takes them out again): all that it writes, in one transaction, or where it fails nothing. Unregistering
+/// creates no store. CO_E_DLLNOTFOUND when it cannot be loaded, CO_E_ERRORINDLL when it does not register
+/// itself, E_POINTER, the store's code or the module's own, and S_FALSE when something could not be taken
+/// out; LarynthLastError() then says more.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthRegisterModule(LPCSTR sPath);
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthUnregisterModule(LPCSTR sPath);
 

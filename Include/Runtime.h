@@ -15,8 +15,9 @@ inline constexpr DWORD REGCLS_MULTIPLEUSE = 1;    ///< One class object serves a
 
 /// Creates an object of class `rclsid` and writes its `riid` interface; the caller owns the reference. With
 /// an outer object only IUnknown may be asked for. REGDB_E_CLASSNOTREG for a class that nobody offers,
-/// CO_E_DLLNOTFOUND for a registered module that cannot be loaded, REGDB_E_READREGDB for a registration store
-/// that cannot be read, E_POINTER, E_INVALIDARG for another context, or the class factory's code.
+/// CO_E_DLLNOTFOUND for a registered module that cannot be loaded or whose path is not absolute,
+/// REGDB_E_READREGDB for a registration store that cannot be read or is not to be trusted, E_POINTER,
+/// E_INVALIDARG for another context, or the class factory's code.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoCreateInstance(REFCLSID rclsid, IUnknown* pUnkOuter,
                                                           DWORD dwClsContext, REFIID riid, void** ppv);
 
@@ -42,8 +43,10 @@ LARYNTH_RUNTIME_API void LARYNTH_CALL CoFreeUnusedLibraries();
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadReadPtr(const void* pMemory, std::size_t nBytes);
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadWritePtr(void* pMemory, std::size_t nBytes);
 
-/// Loads a module so that its classes are found in this process. CO_E_DLLNOTFOUND when it cannot be loaded,
-/// CO_E_ERRORINDLL when it is no component module; LarynthLastError() then says why.
+/// Loads a module so that its classes are found in this process. A relative path is taken from the working
+/// folder, and refused in a process that runs with more rights than its caller; nothing is looked for along
+/// the loader's path. CO_E_DLLNOTFOUND when it cannot be loaded, CO_E_ERRORINDLL when it is no component
+/// module; LarynthLastError() then says why.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath);
 
 /// What the calling thread's last failed runtime call had to say, for a person; never null, valid until its

@@ -44,9 +44,9 @@ struct LARYNTH_INTERFACE(ITTSVoicingSourceRBF, "2f314fdb-43c4-4bc7-a4cc-dcf9ea5e
 
 /// A stored excitation period. The waveform arrives through IACLPersistProperties as the property "Wave".
 struct LARYNTH_INTERFACE(ITTSVoicingSourceWave, "bafe9bd1-20c5-4152-9127-c47089bf36a2") : IUnknown {
-    /// Tries to open the file, if it is a regular one, reads nothing from it, sets the default pitch to 110 Hz
-    /// and rebuilds the table. S_OK whatever the file, null too; E_FAIL when no table can be made for the sample
-    /// frequency, E_POINTER for a name that cannot be read up to its terminating zero.
+    /// Tries to open the file, if it is a regular one, reads nothing from it, sets the default pitch to 110
+    /// Hz and rebuilds the table. S_OK whatever the file, null too; E_FAIL when no table can be made for the
+    /// sample frequency, E_POINTER for a name that cannot be read up to its terminating zero.
     virtual HRESULT LARYNTH_CALL LoadFromTxt(LPSTR sFileName /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL SetDefaultPitch(double dValue /*in*/) = 0;  ///< Hz; not used in synthesis.
     /// S_OK; writes nothing.
