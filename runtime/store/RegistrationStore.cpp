@@ -216,7 +216,8 @@ void RegistrationStore::Prepare() {
     const bool prepared = IsPrepared();
     Statement check(*database_, "PRAGMA integrity_check(1)", {});
     check.Step();
-    if (check.Text(0) != "ok") database_->RaiseDamaged(std::string(check.Text(0)));
+    const std::string_view result = check.Text(0);  // of several lines, the last of which says most
+    if (result != "ok") database_->RaiseDamaged(std::string(result.substr(result.rfind('\n') + 1)));
     if (prepared) return;
     for (const char* statement : {kTableOfKeys, kTableOfEntries, kNumbers}) database_->Execute(statement);
 }

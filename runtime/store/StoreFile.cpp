@@ -45,11 +45,12 @@ void CheckOwner(const path& file, HRESULT code) {
 
 void CreateFolders(const path& folder) {
     std::error_code unclear;
-    if (std::filesystem::exists(folder, unclear)) return;
+    if (std::filesystem::is_directory(folder, unclear)) return;
     CreateFolders(folder.parent_path());
-    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-        Refuse(folder, std::strerror(errno), REGDB_E_WRITEREGDB);
-    }
+    if (mkdir(folder.c_str(), S_IRWXU) == 0) return;
+    const char* const reason = std::strerror(errno);
+    // Another process may have been faster.
+    if (!std::filesystem::is_directory(folder, unclear)) Refuse(folder, reason, REGDB_E_WRITEREGDB);
 }
 
 }  // namespace
