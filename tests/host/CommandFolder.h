@@ -8,6 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct CommandResult {
 class CommandFolder {
   public:
     CommandFolder() {
+        umask(022);  // a store that others could write is refused
         if (mkdtemp(root_.data()) == nullptr) throw std::runtime_error("no temporary folder");
         std::filesystem::create_directory(Path(""));
     }

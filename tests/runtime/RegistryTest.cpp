@@ -44,13 +44,6 @@ std::string ContentOf(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-void MakeDatabase(const std::filesystem::path& file, const char* sql) {
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(database);
-}
-
 }  // namespace
 
 TEST_F(Registry, NamesCompareWithoutCaseAndKeepTheirFirstSpelling) {
@@ -172,29 +165,25 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
     std::ofstream(store_.File()).close();
     EXPECT_EQ(Value(HKCR), "REGDB_E_KEYMISSING") << "an empty file is an empty store";
     Write({HKCR "\\A"});
-    const auto text = store_.Folder() / "text.db", foreign = store_.Folder() / "foreign.db",
-               later = store_.Folder() / "later.db", damaged = store_.Folder() / "damaged.db",
-               trigger = store_.Folder() / "trigger.db";
-    std::ofstream(text) << "a letter, longer than the head of a database would be" << std::string(200, '.');
-    MakeDatabase(foreign, "CREATE TABLE songs (name)");
-    MakeDatabase(later, "CREATE TABLE keys (x); PRAGMA application_id = 1282570616; PRAGMA user_version = 2");
-    for (const auto& stored : {damaged, trigger}) copy_file(LARYNTH_CORPUS / stored.filename(), stored);
     const struct {
-        std::filesystem::path file;
-        const char *value, *reason;
+        const char *file, *value, *reason;
     } rows[] = {
-        {text, "REGDB_E_READREGDB", "not a database"},
-        {foreign, "REGDB_E_READREGDB", "no registration store"},
-        {later, "REGDB_E_READREGDB", "another version"},
-        {trigger, "REGDB_E_READREGDB", "other tables; the registration store is damaged: move it away"},
-        {damaged, "v", "the registration store is damaged: move it away"}};  // not where it is read
-    for (const auto& [file, value, reason] : rows) {
+        {"letter.db", "REGDB_E_READREGDB", "not a database"},
+        {"foreign.db", "REGDB_E_READREGDB", "no registration store"},
+        {"later.db", "REGDB_E_READREGDB", "another version"},
+        {"trigger.db", "REGDB_E_READREGDB", "other tables; the registration store is damaged: move it away"},
+        {"damaged.db", "v", "the registration store is damaged: move it away"},  // not where it is read
+    };
+    for (const auto& row : rows) {
+        const auto file = store_.Folder() / row.file;
+        copy_file(LARYNTH_CORPUS / file.filename(), file);
+        chmod(file.c_str(), 0600);
         const Setting setting("LARYNTH_REGISTRY", file.c_str());
         const std::string before = ContentOf(file);
         const auto view = TestStore::Open();
-        EXPECT_EQ(Value(HKCR), value) << file;
+        EXPECT_EQ(Value(HKCR), row.value) << file;
         EXPECT_TRUE(FAILED(view->Begin())) << file;
-        EXPECT_THAT(LarynthLastError(), testing::AllOf(HasSubstr(file.string()), HasSubstr(reason)));
+        EXPECT_THAT(LarynthLastError(), testing::AllOf(HasSubstr(file.string()), HasSubstr(row.reason)));
         EXPECT_EQ(Code(view->CreateKey(HKCR "\\A")), "E_FAIL");
         EXPECT_EQ(ContentOf(file), before);
     }
@@ -202,31 +191,33 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
 
 TEST_F(Registry, OneThatOthersCanChangeIsNotUsed) {
     constexpr char kOthers[] = "others than its owner may write", kForeign[] = "belongs to another user";
-    constexpr uid_t kMine = static_cast<uid_t>(-1), kNobody = 65534;
+    const uid_t mine = geteuid(), nobodys = 65534;
     const struct {
         unsigned folder, file;
         uid_t foldersOwner, filesOwner;
-        const char* reason;  // null where it is used
+        const char* reason;  // empty where it is used
     } rows[] = {
-        {0700, 0600, kMine, kMine, nullptr},    {0755, 0644, kMine, kMine, nullptr},
-        {0770, 0600, kMine, kMine, kOthers},    {0702, 0600, kMine, kMine, kOthers},
-        {01777, 0600, kMine, kMine, kOthers},   {0700, 0620, kMine, kMine, kOthers},
-        {0700, 0602, kMine, kMine, kOthers},    {0700, 0600, kNobody, kMine, kForeign},
-        {0700, 0600, kMine, kNobody, kForeign},
+        {0700, 0600, mine, mine, ""},          {0755, 0644, mine, mine, ""},
+        {0770, 0600, mine, mine, kOthers},     {0702, 0600, mine, mine, kOthers},
+        {01777, 0600, mine, mine, kOthers},    {0700, 0620, mine, mine, kOthers},
+        {0700, 0602, mine, mine, kOthers},     {0700, 0600, nobodys, mine, kForeign},
+        {0700, 0600, mine, nobodys, kForeign},
     };
     Write({HKCR "\\A"});
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
-        if (row.reason == kForeign && geteuid() != 0) continue;  // only root gives files away
-        chmod(store_.Folder().c_str(), row.folder), chmod(store_.File().c_str(), row.file);
-        ASSERT_EQ(chown(store_.Folder().c_str(), row.foldersOwner, kMine), 0);
-        ASSERT_EQ(chown(store_.File().c_str(), row.filesOwner, kMine), 0);
-        EXPECT_EQ(Value(HKCR "\\A"), row.reason != nullptr ? "REGDB_E_READREGDB" : HKCR "\\A");
+        if (row.reason == kForeign && mine != 0) continue;  // only root gives files away
+        const std::pair<std::filesystem::path, std::pair<unsigned, uid_t>> changes[] = {
+            {store_.Folder(), {row.folder, row.foldersOwner}}, {store_.File(), {row.file, row.filesOwner}}};
+        for (const auto& [path, change] : changes) {
+            ASSERT_EQ(chown(path.c_str(), change.second, static_cast<gid_t>(-1)), 0);
+            ASSERT_EQ(chmod(path.c_str(), change.first), 0);
+        }
+        const bool used = *row.reason == '\0';
+        EXPECT_EQ(Value(HKCR "\\A"), used ? HKCR "\\A" : "REGDB_E_READREGDB");
         const auto view = TestStore::Open();
-        EXPECT_EQ(Code(view->Begin()), row.reason != nullptr ? "REGDB_E_WRITEREGDB" : "S_OK");
-        EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason != nullptr ? row.reason : ""));
-        ASSERT_EQ(chown(store_.Folder().c_str(), geteuid(), kMine), 0);
-        ASSERT_EQ(chown(store_.File().c_str(), geteuid(), kMine), 0);
+        EXPECT_EQ(Code(view->Begin()), used ? "S_OK" : "REGDB_E_WRITEREGDB");
+        EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason));
     }
 }
 
