@@ -17,6 +17,12 @@ target_compile_options(larynth_warnings INTERFACE
   "$<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict;-Wno-stringop-overflow>"
   $<$<BOOL:${LARYNTH_WERROR}>:-Werror>)
 
+# A shared object names nothing that is nowhere; but where clang's sanitizers watch, they stand in the program.
+set(LARYNTH_NO_UNDEFINED -Wl,--no-undefined)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang AND CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+  set(LARYNTH_NO_UNDEFINED)
+endif()
+
 function(larynth_configure target)
   target_link_libraries(${target} PRIVATE larynth_options larynth_warnings)
   set_target_properties(${target} PROPERTIES
@@ -39,7 +45,7 @@ function(larynth_module target)
   add_library(${target} MODULE ${ARGN})
   larynth_configure(${target})
   set(version_script ${PROJECT_SOURCE_DIR}/module/module.version)
-  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic -Wl,-u,DllGetClassObject
+  target_link_options(${target} PRIVATE ${LARYNTH_NO_UNDEFINED} -Wl,-Bsymbolic -Wl,-u,DllGetClassObject
     -Wl,--version-script=${version_script})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
