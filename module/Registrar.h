@@ -9,8 +9,9 @@
 
 namespace larynth {
 
-/// Carries out registry scripts. Each block is a transaction of its own. What fails raises
-/// Zelvani::ComException with DISP_E_EXCEPTION.
+/// Carries out registry scripts. Each block is a transaction of its own, which becomes part of the one around
+/// a whole module where the runtime has begun that. What fails raises Zelvani::ComException with
+/// DISP_E_EXCEPTION.
 class Registrar {
   public:
     /// The registry has to outlive the registrar.

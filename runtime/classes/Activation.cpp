@@ -120,9 +120,8 @@ HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
 
 HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath) {
     if (sPath == nullptr) return larynth::Fail(E_POINTER, "no path");
-    return larynth::Contained([&] {
-        return larynth::offers.modules.Load(larynth::ModuleFile(sPath, CO_E_DLLNOTFOUND).c_str());
-    });
+    return larynth::Contained(
+        [&] { return larynth::offers.modules.Load(larynth::ModuleFile(sPath, CO_E_DLLNOTFOUND).c_str()); });
 }
 
 void LARYNTH_CALL CoFreeUnusedLibraries() {
