@@ -57,13 +57,13 @@ std::vector<PlainFrame> VowelFrames(const FrameKind& kind, int length, int count
 std::vector<PlainFrame> TableFrames(const char* path) {
     const auto vocabulary = ItemVocabulary::OfNewPacket();
     std::ifstream file(path);
-    const FrameTable table = FrameTableParser(file, path, vocabulary, {}).Parse();
+    FrameTableParser table(file, path, vocabulary, {});
     std::vector<PlainFrame> frames;
-    for (const TableFrame& row : table.frames) {
-        PlainFrame frame = NewFrame(vocabulary, table.sampleFreq);
-        frame.length = row.length;
-        for (std::size_t i = 0; i < table.itemIndices.size(); ++i) {
-            frame.items[static_cast<std::size_t>(table.itemIndices[i])] = row.values[i];
+    while (table.Next()) {
+        PlainFrame frame = NewFrame(vocabulary, table.SampleFreq());
+        frame.length = table.Frame().length;
+        for (std::size_t i = 0; i < table.ItemIndices().size(); ++i) {
+            frame.items[static_cast<std::size_t>(table.ItemIndices()[i])] = table.Frame().values[i];
         }
         frames.push_back(frame);
     }

@@ -19,7 +19,7 @@ constexpr std::array kStatusNames{
     StatusName{E_NOINTERFACE, "E_NOINTERFACE"},
     StatusName{E_POINTER, "E_POINTER"},
     StatusName{E_FAIL, "E_FAIL"},
-    StatusName{E_OUTOFMEMORY, "E_OUTOFMEMORY"},
+    StatusName{E_OUTOFMEMORY, "out of memory"},
     StatusName{E_INVALIDARG, "E_INVALIDARG"},
     StatusName{REGDB_E_CLASSNOTREG, "no module offers the class"},
     StatusName{CO_E_DLLNOTFOUND, "the class's module cannot be loaded"},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 
@@ -11,8 +12,8 @@ namespace larynth {
 /// A place in a text file.
 struct TextPosition {
     std::string file;
-    int line;    ///< From 1.
-    int column;  ///< From 1, counting characters, not bytes.
+    std::int64_t line;    ///< From 1.
+    std::int64_t column;  ///< From 1, counting characters, not bytes.
 };
 
 /// The user's arguments or input cannot be used; everything else that goes wrong is a failure while working.

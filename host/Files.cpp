@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -10,11 +11,16 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "host/Errors.h"
 
 namespace larynth {
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kBufferSize = 1 << 16;
 
 sigset_t EndingSignals() {
     sigset_t signals;
@@ -29,72 +35,178 @@ mode_t CurrentUmask() {
     return mask;
 }
 
+/// Where a name leads through symbolic links, of which the last may lead to nothing.
+fs::path Resolved(const std::string& name) {
+    constexpr int kMostLinks = 40;  // as the kernel follows
+    std::error_code ignored;
+    fs::path path = fs::absolute(name, ignored);
+    for (int i = 0; i < kMostLinks && fs::is_symlink(path, ignored); ++i) {
+        path = path.parent_path() / fs::read_symlink(path, ignored);
+    }
+    const fs::path canonical = fs::weakly_canonical(path, ignored);
+    return canonical.empty() ? path : canonical;
+}
+
+std::string DescriptorPath(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+/// A file without a name that can get one in the folder, or -1 where the system has no such files.
+int OpenUnnamed(const fs::path& folder) {
+    constexpr int kOwnerAlone = 0600;
+    const int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwnerAlone);
+    if (descriptor >= 0 && access(DescriptorPath(descriptor).c_str(), F_OK) != 0) {
+        close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+/// A file for the time of its use alone; -1 and errno where none can be had.
+int OpenScratch() {
+    std::error_code error;
+    fs::path folder = fs::temp_directory_path(error);
+    if (error) folder = "/tmp";
+    const int unnamed = OpenUnnamed(folder);
+    if (unnamed >= 0) return unnamed;
+    std::string pattern = folder / "larynth-XXXXXX";
+    const int descriptor = mkostemp(pattern.data(), O_CLOEXEC);
+    if (descriptor >= 0) unlink(pattern.c_str());
+    return descriptor;
+}
+
+bool WriteAll(int descriptor, std::span<const char> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
 }  // namespace
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    struct stat first {
+    }, second{};
+    if (stat(one.c_str(), &first) != 0 || stat(other.c_str(), &second) != 0) {
+        return Resolved(one) == Resolved(other);
+    }
+    return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
 
 InputFile::InputFile(const std::string& path) : name_(path), file_(path, std::ios::binary) {
     if (!file_) throw BadInput(path + ": cannot be opened: " + std::generic_category().message(errno));
+    MakeRepeatable();
 }
+
+InputFile::InputFile(StandardInput) : name_("<stdin>"), isStandardInput_(true) { MakeRepeatable(); }
 
 InputFile InputFile::FromArgument(const std::string& path) {
     if (path == "-") return InputFile(StandardInput{});
     return InputFile(path);
 }
 
+void InputFile::MakeRepeatable() {
+    std::istream& stream = Stream();
+    start_ = stream.tellg();
+    if (start_ >= 0) return;
+    const int scratch = OpenScratch();
+    std::array<char, 1 << 14> chunk;
+    bool copied = scratch >= 0;
+    while (copied && stream) {
+        stream.read(chunk.data(), chunk.size());
+        copied = WriteAll(scratch, std::span(chunk).first(static_cast<std::size_t>(stream.gcount())));
+    }
+    const int reason = errno;
+    const bool bad = stream.bad();
+    if (copied) file_ = std::ifstream(DescriptorPath(scratch), std::ios::binary);
+    if (scratch >= 0) close(scratch);
+    if (bad) throw BadInput(name_ + ": cannot be read");
+    if (!copied || !file_) {
+        throw std::system_error(reason, std::generic_category(), name_ + ": cannot be copied");
+    }
+    isStandardInput_ = false;
+    start_ = 0;
+}
+
 std::istream& InputFile::Stream() { return isStandardInput_ ? std::cin : file_; }
 
-std::string InputFile::ReadAll() {
+void InputFile::Rewind() {
+    Stream().clear();
+    if (!Stream().seekg(start_)) throw BadInput(name_ + ": cannot be read");
+}
+
+std::string InputFile::ReadAll(std::size_t most) {
     std::string bytes;
     std::array<char, 1 << 14> chunk;
     std::istream& stream = Stream();
     while (stream) {
         stream.read(chunk.data(), chunk.size());
         bytes.append(chunk.data(), static_cast<std::size_t>(stream.gcount()));
+        if (bytes.size() > most) {
+            throw BadInput(name_ + ": expected at most " + std::to_string(most) + " bytes, found more");
+        }
     }
     if (stream.bad()) throw BadInput(name_ + ": cannot be read");
     return bytes;
 }
 
-OutputFile::OutputFile(const std::string& path) : name_(path) {
-    if (path == "-") {
-        descriptor_ = STDOUT_FILENO;
-        return;
+HeldSignals::HeldSignals() {
+    const sigset_t held = EndingSignals();
+    pthread_sigmask(SIG_BLOCK, &held, &before_);
+}
+
+HeldSignals::~HeldSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+bool HeldSignals::IsOneWaiting() {
+    sigset_t waiting;
+    if (sigpending(&waiting) != 0) return false;
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+        if (sigismember(&waiting, signal) == 1) return true;
     }
+    return false;
+}
+
+OutputFile::OutputFile(const std::string& path, Access access) : name_(path) {
+    buffer_.reserve(kBufferSize);
     struct stat status {};
-    const bool exists = stat(path.c_str(), &status) == 0;
+    const bool exists = path != "-" && stat(path.c_str(), &status) == 0;
+    if (path != "-" && !exists && errno != ENOENT) Fail("cannot be created");
     if (exists && S_ISDIR(status.st_mode)) {
         errno = EISDIR;
         Fail("cannot be written");
     }
-    if (exists && !S_ISREG(status.st_mode)) {
-        descriptor_ = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-        if (descriptor_ < 0) Fail("cannot be opened");
+    if (path != "-" && (!exists || S_ISREG(status.st_mode))) {
+        if (exists && ::access(path.c_str(), W_OK) != 0) Fail("cannot be written");
+        OpenBesides();
+        TakeMode(exists, status.st_mode);
         return;
     }
-    if (exists && access(path.c_str(), W_OK) != 0) Fail("cannot be written");
-    OpenBesides();
-    TakeMode(exists, status.st_mode);
+    descriptor_ = path == "-" ? STDOUT_FILENO : open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (descriptor_ >= 0 && access == Access::Seeking) {
+        device_ = descriptor_;
+        descriptor_ = OpenScratch();
+        if (descriptor_ < 0) close(std::exchange(device_, -1));
+    }
+    if (descriptor_ < 0) Fail("cannot be opened");
 }
 
 OutputFile::~OutputFile() {
-    if (descriptor_ > STDERR_FILENO) close(descriptor_);
-    if (!temporary_.empty()) unlink(temporary_.c_str());
-    if (holdsSignals_) pthread_sigmask(SIG_SETMASK, &signalsBefore_, nullptr);
+    for (const int descriptor : {descriptor_, device_}) {
+        if (descriptor > STDERR_FILENO) close(descriptor);
+    }
+    RemoveTemporary();
 }
 
 void OutputFile::OpenBesides() {
-    std::error_code error;
-    target_ = std::filesystem::weakly_canonical(name_, error).string();
-    if (error) target_ = name_;
-    std::string pattern = (std::filesystem::path(target_).parent_path() / ".larynth-XXXXXX").string();
-    const sigset_t held = EndingSignals();
-    holdsSignals_ = pthread_sigmask(SIG_BLOCK, &held, &signalsBefore_) == 0;
+    const fs::path target = Resolved(name_);
+    target_ = target.string();
+    descriptor_ = OpenUnnamed(target.parent_path());
+    if (descriptor_ >= 0) return;
+    std::string pattern = (target.parent_path() / ".larynth-XXXXXX").string();
+    heldSignals_.emplace();
     descriptor_ = mkostemp(pattern.data(), O_CLOEXEC);
-    if (descriptor_ < 0) {
-        const int reason = errno;
-        if (holdsSignals_) pthread_sigmask(SIG_SETMASK, &signalsBefore_, nullptr);
-        errno = reason;
-        Fail("cannot be created");
-    }
+    if (descriptor_ < 0) Fail("cannot be created");
     temporary_ = std::move(pattern);
 }
 
@@ -104,31 +216,115 @@ void OutputFile::TakeMode(bool replaces, unsigned mode) {
 }
 
 void OutputFile::Write(std::span<const char> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) Fail("cannot be written");
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    if (buffer_.size() + bytes.size() > kBufferSize) Flush();
+    if (bytes.size() <= kBufferSize) {
+        buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+    } else if (!WriteAll(descriptor_, bytes)) {
+        Fail("cannot be written");
     }
 }
 
-void OutputFile::Finish() {
-    if (descriptor_ >= 0 && !temporary_.empty() && fsync(descriptor_) != 0) Fail("cannot be written");
-    Close();
+void OutputFile::Seek(std::uint64_t position) {
+    Flush();
+    if (lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) < 0) Fail("cannot be written");
 }
 
-void OutputFile::Commit() {
-    Finish();
-    if (temporary_.empty()) return;
+void OutputFile::Flush() {
+    if (heldSignals_ && HeldSignals::IsOneWaiting()) {
+        errno = EINTR;  // the signal ends the program as soon as the file is removed
+        Fail("cannot be written");
+    }
+    if (!WriteAll(descriptor_, buffer_)) Fail("cannot be written");
+    buffer_.clear();
+}
+
+void OutputFile::Finish() {
+    Flush();
+    if (device_ >= 0) CopyToDevice();
+    if (!target_.empty()) {
+        if (fsync(descriptor_) != 0) Fail("cannot be written");
+    } else if (descriptor_ > STDERR_FILENO) {
+        const int closing = std::exchange(descriptor_, -1);
+        if (close(closing) != 0) Fail("cannot be written");
+    }
+}
+
+void OutputFile::CopyToDevice() {
+    off_t position = 0;
+    ssize_t count = 0;
+    buffer_.resize(kBufferSize);
+    while ((count = pread(descriptor_, buffer_.data(), buffer_.size(), position)) > 0) {
+        if (!WriteAll(device_, std::span(buffer_).first(static_cast<std::size_t>(count)))) {
+            Fail("cannot be written");
+        }
+        position += count;
+    }
+    if (count < 0) Fail("cannot be written");
+}
+
+void OutputFile::Commit(std::initializer_list<OutputFile*> files) {
+    for (OutputFile* file : files) file->Finish();
+    const HeldSignals whileNamesChange;
+    try {
+        for (OutputFile* file : files) file->TakePlace();
+    } catch (...) {
+        for (OutputFile* file : files) file->LeavePlace();
+        throw;
+    }
+    for (OutputFile* file : files) file->RemoveTemporary();
+}
+
+void OutputFile::TakePlace() {
+    if (target_.empty()) return;
+    if (temporary_.empty()) {
+        const std::string unnamed = DescriptorPath(descriptor_);
+        tookPlace_ = linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, target_.c_str(), AT_SYMLINK_FOLLOW) == 0;
+        if (tookPlace_) return;
+        if (errno != EEXIST) Fail("cannot be created");
+        LinkBesides(unnamed);
+    }
+    struct stat status {};
+    if (lstat(target_.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = EISDIR;  // a folder would be exchanged, too
+        Fail("cannot be written");
+    }
+    if (renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE) == 0) {
+        tookPlace_ = true;  // and the old file has the hidden name
+        return;
+    }
+    const bool isNew = errno == ENOENT;  // else the file system cannot exchange
     if (rename(temporary_.c_str(), target_.c_str()) != 0) Fail("cannot be created");
     temporary_.clear();
+    tookPlace_ = isNew;
 }
 
-void OutputFile::Close() {
-    const int closing = descriptor_;
-    if (closing <= STDERR_FILENO) return;
-    descriptor_ = -1;
-    if (close(closing) != 0) Fail("cannot be written");
+void OutputFile::LinkBesides(const std::string& unnamed) {
+    const std::string beginning =
+        (fs::path(target_).parent_path() / ".larynth-").string() + std::to_string(getpid()) + '-';
+    constexpr int kMostTries = 1000;  // of names that others may have left
+    for (int i = 0; i < kMostTries; ++i) {
+        const std::string name = beginning + std::to_string(i);
+        if (linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            temporary_ = name;
+            return;
+        }
+        if (errno != EEXIST) break;
+    }
+    Fail("cannot be created");
+}
+
+void OutputFile::LeavePlace() noexcept {
+    if (!tookPlace_) return;
+    if (temporary_.empty()) {
+        unlink(target_.c_str());
+    } else {
+        renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE);
+    }
+}
+
+void OutputFile::RemoveTemporary() noexcept {
+    if (!temporary_.empty()) unlink(temporary_.c_str());
+    temporary_.clear();
 }
 
 void OutputFile::Fail(const char* what) const {

@@ -2,70 +2,113 @@
 #pragma once
 
 #include <csignal>
+#include <cstdint>
 #include <fstream>
+#include <initializer_list>
 #include <istream>
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace larynth {
 
-/// A file to read. Raises BadInput when it cannot be opened.
+/// Whether two names lead to one regular file, which need not exist yet: through links, or as a standard
+/// stream under its name in /dev. Devices, pipes and sockets are never the same: each use of one is a file of
+/// its own.
+bool IsSameFile(const std::string& one, const std::string& other);
+
+/// A file to read, as often as wanted. What can be read only once, a pipe or a terminal, is copied to an
+/// unnamed file in the folder for temporary files first. Raises BadInput when it cannot be opened or read.
 class InputFile {
   public:
     explicit InputFile(const std::string& path);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    /// The same, but "-" is standard input.
+    /// The same, but "-" is standard input, from where it stands.
     static InputFile FromArgument(const std::string& path);
 
     const std::string& Name() const noexcept { return name_; }  ///< For messages.
     std::istream& Stream();
+    void Rewind();  ///< Back to the first byte.
 
-    /// The bytes that are left. Raises BadInput when they cannot be read.
-    std::string ReadAll();
+    /// The bytes that are left, which serve as a whole and so are limited: BadInput for more than `most`.
+    std::string ReadAll(std::size_t most);
 
   private:
     struct StandardInput {};
-    explicit InputFile(StandardInput) : name_("<stdin>"), isStandardInput_(true) {}
+    explicit InputFile(StandardInput);
+    void MakeRepeatable();
 
     std::string name_;
     bool isStandardInput_ = false;
     std::ifstream file_;
+    std::streamoff start_ = 0;
+};
+
+/// Holds back, as long as it exists, the signals that would end the program.
+class HeldSignals {
+  public:
+    HeldSignals();
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals();
+
+    static bool IsOneWaiting();
+
+  private:
+    sigset_t before_;
 };
 
 /// A file that comes into being as a whole or not at all.
 ///
-/// The bytes go to a file with another name in the same folder, which takes the target's place when it is
-/// complete; a target that exists is untouched until then. Signals that would end the program are held back
-/// meanwhile, so that no half-written file stays behind. "-" is standard output; a device or a pipe is
-/// written directly. All failures are std::system_error.
+/// The bytes go to a file without a name in the target's folder, which gets the target's name when it is
+/// complete; a target that exists is untouched until then, and a program that is killed leaves nothing. A
+/// file system that has no unnamed files gets a hidden one, which is removed on failure; signals that would
+/// end the program are held back meanwhile and end the writing. A link is followed, also to where there is
+/// nothing yet. "-" is standard output; a device or a pipe is written directly. All failures are
+/// std::system_error.
 class OutputFile {
   public:
-    explicit OutputFile(const std::string& path);
+    /// How the bytes come: one after the other, or also over what was written before. A device or a pipe then
+    /// gets its bytes all at once when the file is finished.
+    enum class Access { Sequential, Seeking };
+
+    explicit OutputFile(const std::string& path, Access access = Access::Sequential);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     ~OutputFile();  ///< Removes what was written, unless it was committed.
 
     void Write(std::span<const char> bytes);
-    /// Brings what was written to the disk. Where several files belong together, all are finished before the
-    /// first is committed, so that a full disk stops them all.
-    void Finish();
-    /// Finishes, and lets the file take the target's place.
-    void Commit();
+    /// Where the next bytes go; only with Access::Seeking.
+    void Seek(std::uint64_t position);
+    /// Lets the files take their targets' places, all of them or none: each is complete and on the disk
+    /// before the first one gets its name, and when a name cannot be given, the names given before are taken
+    /// back.
+    static void Commit(std::initializer_list<OutputFile*> files);
+    void Commit() { Commit({this}); }
 
   private:
     void OpenBesides();
     void TakeMode(bool replaces, unsigned mode);
-    void Close();
+    void Flush();
+    void Finish();
+    void CopyToDevice();
+    void TakePlace();
+    void LinkBesides(const std::string& unnamed);
+    void LeavePlace() noexcept;
+    void RemoveTemporary() noexcept;
     [[noreturn]] void Fail(const char* what) const;
 
     std::string name_;       // as the user gave it, for messages
-    std::string target_;     // symbolic links resolved
-    std::string temporary_;  // empty: written directly
-    int descriptor_ = -1;    // -1: closed
-    bool holdsSignals_ = false;
-    sigset_t signalsBefore_;
+    std::string target_;     // symbolic links resolved; empty: written directly
+    std::string temporary_;  // hidden name in the target's folder; empty: none
+    std::vector<char> buffer_;
+    std::optional<HeldSignals> heldSignals_;  // while the file that is written has a name
+    int descriptor_ = -1;
+    int device_ = -1;         // gets the bytes of a file in which positions change; -1: none
+    bool tookPlace_ = false;  // and can leave it again
 };
 
 /// The whole text to standard output, or std::system_error.

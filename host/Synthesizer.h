@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include <larynth/Larynth.h>
 
@@ -27,19 +28,24 @@ class Synthesizer {
     /// For sounds of `sampleFreq` (Hz).
     Synthesizer(const SynthesizerSettings& settings, double sampleFreq);
 
-    /// The form of the cascade tract, which packets have to be given in.
-    TractForm Tract() const noexcept { return tract_; }
-
     /// Puts a component into the role that its interface names.
     void PlugIn(IUnknown* component, REFIID role);
 
-    /// Renders a list of packets and holders: sample blocks and sync elements in the same order. State runs
-    /// on from one list to the next, so that a list can be rendered in pieces.
-    ComPtr<ITTSObjectList> Render(ITTSObjectList& list);
+    /// The samples of a packet in resonator form, valid until the next call; the filter form is computed
+    /// where the tract takes that. State runs on from packet to packet.
+    std::span<const short> Render(IUnknown* packet);
+
+    /// Whether the last sample was a finite number before it became one of 16 bits, which does not tell: what
+    /// both tracts gave, times output gain and volume. What a voice's output filters make of it is not asked.
+    bool IsFinite() const;
 
   private:
     TractForm tract_;
+    double outputGain_, volume_;  // linear
     ComPtr<IACLIOProcess> process_;
+    ComPtr<ITTSVocalTract> cascade_;
+    ComPtr<ITTSParallelTract> parallel_;
+    ComPtr<ITTSSoundData> block_;  // of the last packet
 };
 
 }  // namespace larynth

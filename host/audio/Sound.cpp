@@ -7,11 +7,14 @@
 #include <cctype>
 #include <cmath>
 #include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <limits>
 #include <memory>
 #include <sndfile.h>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "host/tables/Text.h"
 
@@ -21,45 +24,16 @@ namespace {
 // RIFF counts bytes in 32 bits; this is what remains behind the longest header that could be written.
 constexpr std::size_t kMostWavSamples = (0xFFFFFFFFU - 1024U) / sizeof(short);
 
-// A file in memory, as libsndfile's callbacks see it.
-struct MemoryFile {
-    std::vector<char> bytes;
-    std::size_t position = 0;
-};
+// What a FLAC file's header has 36 bits for.
+constexpr std::uint64_t kMostFlacSamples = (1ull << 36) - 1;
 
-MemoryFile& FileOf(void* user) { return *static_cast<MemoryFile*>(user); }
-
-sf_count_t Length(void* user) { return static_cast<sf_count_t>(FileOf(user).bytes.size()); }
-
-sf_count_t Tell(void* user) { return static_cast<sf_count_t>(FileOf(user).position); }
-
-sf_count_t Seek(sf_count_t offset, int whence, void* user) {
-    const sf_count_t from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? Tell(user) : Length(user);
-    FileOf(user).position = static_cast<std::size_t>(std::max<sf_count_t>(0, from + offset));
-    return Tell(user);
+std::string LowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
 }
 
-sf_count_t Read(void* data, sf_count_t count, void* user) {
-    MemoryFile& file = FileOf(user);
-    const std::size_t left = file.bytes.size() - std::min(file.position, file.bytes.size());
-    const std::size_t size = std::min(static_cast<std::size_t>(count), left);
-    std::copy_n(file.bytes.data() + file.position, size, static_cast<char*>(data));
-    file.position += size;
-    return static_cast<sf_count_t>(size);
-}
-
-sf_count_t Write(const void* data, sf_count_t count, void* user) try {
-    MemoryFile& file = FileOf(user);
-    const std::size_t end = file.position + static_cast<std::size_t>(count);
-    if (end > file.bytes.size()) file.bytes.resize(end);
-    std::copy_n(static_cast<const char*>(data), count, file.bytes.data() + file.position);
-    file.position = end;
-    return count;
-} catch (const std::bad_alloc&) {
-    return 0;  // libsndfile is C: a short write tells it
-}
-
-std::vector<char> EncodeRaw(std::span<const short> samples) {
+std::vector<char> LittleEndian(std::span<const short> samples) {
     std::vector<char> bytes;
     bytes.reserve(samples.size_bytes());
     for (const short sample : samples) {
@@ -70,46 +44,109 @@ std::vector<char> EncodeRaw(std::span<const short> samples) {
     return bytes;
 }
 
-std::vector<char> EncodeWithHeader(int containerFormat, int rate, std::span<const short> samples) {
-    SF_VIRTUAL_IO callbacks{Length, Seek, Read, Write, Tell};
-    SF_INFO info{};
-    info.samplerate = rate;
-    info.channels = 1;
-    info.format = containerFormat | SF_FORMAT_PCM_16;
-    MemoryFile file;
-    std::unique_ptr<SNDFILE, decltype(&sf_close)> encoder(
-        sf_open_virtual(&callbacks, SFM_WRITE, &info, &file), &sf_close);
-    if (!encoder) throw std::runtime_error(sf_strerror(nullptr));
-    const auto count = static_cast<sf_count_t>(samples.size());
-    if (sf_write_short(encoder.get(), samples.data(), count) != count) {
-        throw std::runtime_error(sf_strerror(encoder.get()));
+void RequireRoom(AudioFormat format, std::uint64_t samples) {
+    if (format == AudioFormat::Wav && samples > kMostWavSamples) {
+        throw std::runtime_error("a WAV file holds at most 4 GiB; use .raw or .flac");
     }
-    if (const int error = sf_close(encoder.release()); error != SF_ERR_NO_ERROR) {
-        throw std::runtime_error(sf_error_number(error));
+    if (format == AudioFormat::Flac && samples > kMostFlacSamples) {
+        throw std::runtime_error("a FLAC file holds at most 2^36 - 1 samples; use .raw");
     }
-    return std::move(file.bytes);
-}
-
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
+    if (format == AudioFormat::Flac && samples == 0) {
+        throw std::runtime_error("a FLAC file cannot be empty, and this utterance has no samples");
+    }
 }
 
 }  // namespace
 
-std::string LabelText(const Sound& sound, double sampleFreq) {
-    constexpr int kDecimals = 6;
-    const auto seconds = [&](std::size_t sample) {
-        return FixedText(static_cast<double>(sample) / sampleFreq, kDecimals);
-    };
-    std::string text;
-    for (std::size_t i = 0; i < sound.labels.size(); ++i) {
-        const bool last = i + 1 == sound.labels.size();
-        const std::size_t end = last ? sound.samples.size() : sound.labels[i + 1].sample;
-        text += seconds(sound.labels[i].sample) + '\t' + seconds(end) + '\t' + sound.labels[i].text + '\n';
+/// Samples on their way through libsndfile into an output.
+class Encoder {
+  public:
+    /// Without output the bytes go nowhere.
+    Encoder(OutputFile* output, AudioFormat format, int headerRate) : output_(output) {
+        SF_VIRTUAL_IO callbacks{Length, Seek, Read, Write, Tell};
+        SF_INFO info{};
+        info.samplerate = headerRate;
+        info.channels = 1;
+        info.format = (format == AudioFormat::Wav ? SF_FORMAT_WAV : SF_FORMAT_FLAC) | SF_FORMAT_PCM_16;
+        file_.reset(sf_open_virtual(&callbacks, SFM_WRITE, &info, this));
+        if (!file_) Fail(sf_strerror(nullptr));
     }
-    return text;
+
+    void Append(std::span<const short> samples) {
+        const auto count = static_cast<sf_count_t>(samples.size());
+        if (sf_write_short(file_.get(), samples.data(), count) != count || failure_) {
+            Fail(sf_strerror(file_.get()));
+        }
+    }
+
+    void Finish() {
+        const int error = sf_close(file_.release());
+        if (error != SF_ERR_NO_ERROR || failure_) Fail(sf_error_number(error));
+    }
+
+  private:
+    static Encoder& Of(void* user) { return *static_cast<Encoder*>(user); }
+    static sf_count_t Length(void* user) { return Of(user).length_; }
+    static sf_count_t Tell(void* user) { return Of(user).position_; }
+    static sf_count_t Read(void*, sf_count_t, void*) { return 0; }  // nobody reads a file that is written
+
+    static sf_count_t Seek(sf_count_t offset, int whence, void* user) {
+        Encoder& encoder = Of(user);
+        const sf_count_t from = whence == SEEK_SET   ? 0
+                                : whence == SEEK_CUR ? encoder.position_
+                                                     : encoder.length_;
+        const sf_count_t target = std::max<sf_count_t>(0, from + offset);
+        const bool moves = target != encoder.position_;
+        encoder.Do([&](OutputFile& output) {
+            if (moves) output.Seek(static_cast<std::uint64_t>(target));
+        });
+        encoder.position_ = target;
+        return target;
+    }
+
+    static sf_count_t Write(const void* data, sf_count_t count, void* user) {
+        Encoder& encoder = Of(user);
+        encoder.Do([&](OutputFile& output) {
+            output.Write({static_cast<const char*>(data), static_cast<std::size_t>(count)});
+        });
+        encoder.position_ += count;
+        encoder.length_ = std::max(encoder.length_, encoder.position_);
+        return encoder.failure_ ? 0 : count;
+    }
+
+    // libsndfile is C: exceptions go around it.
+    template <class Deed>
+    void Do(Deed deed) noexcept try {
+        if (output_ != nullptr && !failure_) deed(*output_);
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
+
+    [[noreturn]] void Fail(const char* message) const {
+        if (failure_) std::rethrow_exception(failure_);
+        throw std::runtime_error(message);
+    }
+
+    OutputFile* output_;
+    sf_count_t position_ = 0, length_ = 0;
+    std::exception_ptr failure_;
+    std::unique_ptr<SNDFILE, decltype(&sf_close)> file_{nullptr, &sf_close};
+};
+
+void LabelFile::Add(std::uint64_t sample, std::string text) {
+    Finish(sample);
+    start_ = sample;
+    text_ = std::move(text);
+}
+
+void LabelFile::Finish(std::uint64_t samples) {
+    if (!text_.empty()) output_.Write(Seconds(start_) + '\t' + Seconds(samples) + '\t' + text_ + '\n');
+    text_.clear();
+}
+
+std::string LabelFile::Seconds(std::uint64_t sample) const {
+    constexpr int kDecimals = 6;
+    return FixedText(static_cast<double>(sample) / sampleFreq_, kDecimals);
 }
 
 std::optional<AudioFormat> AudioFormatOf(std::string_view path) {
@@ -129,22 +166,40 @@ int HeaderRate(AudioFormat format, double sampleFreq) {
     if (rate < 1 || rate > std::numeric_limits<int>::max()) throw BadInput(refusal);
     try {
         // Some rates are refused with the first sample only.
-        EncodeAudio(format, static_cast<int>(rate), std::array<short, 1>{});
+        Encoder trial(nullptr, format, static_cast<int>(rate));
+        trial.Append(std::array<short, 1>{});
+        trial.Finish();
     } catch (const std::runtime_error& error) {
         throw BadInput(refusal + ": " + error.what());
     }
     return static_cast<int>(rate);
 }
 
-std::vector<char> EncodeAudio(AudioFormat format, int headerRate, std::span<const short> samples) {
-    if (format == AudioFormat::Raw) return EncodeRaw(samples);
-    if (format == AudioFormat::Wav && samples.size() > kMostWavSamples) {
-        throw std::runtime_error("a WAV file holds at most 4 GiB; use .raw or .flac");
+AudioFile::AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::uint64_t samples)
+    : output_(output), left_(samples) {
+    RequireRoom(format, samples);
+    if (format != AudioFormat::Raw) encoder_ = std::make_unique<Encoder>(&output, format, headerRate);
+}
+
+AudioFile::~AudioFile() = default;
+
+OutputFile::Access AudioFile::AccessFor(AudioFormat format) {
+    return format == AudioFormat::Raw ? OutputFile::Access::Sequential : OutputFile::Access::Seeking;
+}
+
+void AudioFile::Append(std::span<const short> samples) {
+    if (samples.size() > left_) throw std::runtime_error("the input changed while it was read");
+    left_ -= samples.size();
+    if (encoder_) {
+        encoder_->Append(samples);
+    } else {
+        output_.Write(LittleEndian(samples));
     }
-    if (format == AudioFormat::Flac && samples.empty()) {
-        throw std::runtime_error("a FLAC file cannot be empty, and this utterance has no samples");
-    }
-    return EncodeWithHeader(format == AudioFormat::Wav ? SF_FORMAT_WAV : SF_FORMAT_FLAC, headerRate, samples);
+}
+
+void AudioFile::Finish() {
+    if (left_ > 0) throw std::runtime_error("the input changed while it was read");
+    if (encoder_) encoder_->Finish();
 }
 
 }  // namespace larynth

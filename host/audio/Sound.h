@@ -1,30 +1,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "host/Files.h"
 
 namespace larynth {
 
-/// A marker's text at the place where it came out.
-struct Label {
-    std::size_t sample;  ///< Number of samples in front of it.
-    std::string text;    ///< UTF-8.
-};
+/// The markers of a sound, one a line: start, end, text, separated by tabs; times in seconds with six
+/// decimals. A label ends where the next one starts, or with the sound. Its functions raise what OutputFile
+/// raises.
+class LabelFile {
+  public:
+    /// The output must live as long as this object.
+    LabelFile(OutputFile& output, double sampleFreq) : output_(output), sampleFreq_(sampleFreq) {}
 
-/// A rendered utterance: 16-bit samples, one channel, and its markers in order.
-struct Sound {
-    std::vector<short> samples;
-    std::vector<Label> labels;
-};
+    /// A marker's text (UTF-8) behind `sample` samples.
+    void Add(std::uint64_t sample, std::string text);
+    /// The sound has `samples` samples and no more markers.
+    void Finish(std::uint64_t samples);
 
-/// The sound's markers, one a line: start, end, text, separated by tabs; times in seconds with six decimals.
-/// A label ends where the next one starts, or with the sound.
-std::string LabelText(const Sound& sound, double sampleFreq);
+  private:
+    std::string Seconds(std::uint64_t sample) const;
+
+    OutputFile& output_;
+    double sampleFreq_;  // Hz
+    std::uint64_t start_ = 0;
+    std::string text_;  // of the label that has no end yet; empty: none
+};
 
 /// How 16-bit samples of one channel become a file.
 enum class AudioFormat { Raw, Wav, Flac };  // Raw: little-endian samples and nothing else
@@ -36,7 +44,25 @@ std::optional<AudioFormat> AudioFormatOf(std::string_view path);
 /// header. Raises BadInput for a frequency that the format cannot have.
 int HeaderRate(AudioFormat format, double sampleFreq);
 
-/// The file's bytes. Raises std::runtime_error for a sound that the format cannot hold.
-std::vector<char> EncodeAudio(AudioFormat format, int headerRate, std::span<const short> samples);
+/// A sound of one channel as a file, written as it comes. All functions raise std::runtime_error.
+class AudioFile {
+  public:
+    /// For a sound of `samples` samples, which the format must be able to hold. The output, which must take
+    /// bytes as the format needs it, must live as long as this object.
+    AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::uint64_t samples);
+    ~AudioFile();
+
+    /// What the output of a format must be opened for.
+    static OutputFile::Access AccessFor(AudioFormat format);
+
+    void Append(std::span<const short> samples);
+    /// Completes the file; it must have as many samples as was said.
+    void Finish();
+
+  private:
+    OutputFile& output_;
+    std::unique_ptr<class Encoder> encoder_;  // null: no header, the samples alone
+    std::uint64_t left_;                      // samples that have not come yet
+};
 
 }  // namespace larynth

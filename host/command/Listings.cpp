@@ -70,6 +70,7 @@ void AddRows(ILarynthRegistry& registry, const char* source, Rows& rows) {
         if (module.empty()) continue;  // of no use to anybody who looks for the class
         rows.push_back({source, id, Value(registry, key + "\\ProgID", ""), Value(registry, key, ""),
                         Value(registry, server, "ThreadingModel"), module});
+        for (std::string& field : rows.back()) field = Printable(field);  // the store is a file
     }
 }
 

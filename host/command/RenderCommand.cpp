@@ -3,21 +3,22 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cstdio>
-#include <filesystem>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include <larynth/Runtime.h>
 
 #include "host/Errors.h"
 #include "host/Files.h"
 #include "host/OwnModules.h"
-#include "host/command/ProgressBar.h"
+#include "host/command/Terminal.h"
 #include "host/tables/Text.h"
 
 namespace larynth {
 namespace {
 
+constexpr std::size_t kMostVoiceBytes = 64 << 20;
 constexpr std::int64_t kMostSeed = std::numeric_limits<std::uint32_t>::max();
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& expected, const std::string& found) {
@@ -52,14 +53,23 @@ TractForm ParseTract(const std::string& text) {
     Refuse("--tract", "resonator or filter", text);
 }
 
-/// Also by different names of one file.
-bool IsSameFile(const std::string& one, const std::string& other) {
-    const auto resolved = [](const std::string& name) {
-        std::error_code ignored;
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, ignored), ignored);
-    };
-    return resolved(one) == resolved(other);
+/// What "-" stands for has a name of its own.
+std::string PathOf(const std::string& argument, const char* standardStream) {
+    return argument == "-" ? standardStream : argument;
 }
+
+/// Tells once where the sound is not finite any more, which the samples do not show: they are 0 then.
+class FiniteWatch {
+  public:
+    void Look(const Synthesizer& synthesizer, const FrameReader& frames) {
+        if (isOver_ || synthesizer.IsFinite()) return;
+        isOver_ = true;
+        Say(frames.Place() + ": the sound is not finite after this frame");
+    }
+
+  private:
+    bool isOver_ = false;
+};
 
 }  // namespace
 
@@ -88,10 +98,6 @@ void RenderCommand::AddInputOptions() {
     const auto frameLen = [](const std::string& text) {
         return ParseInteger(text, 0, FrameTableParser::kMaxFrameLen);
     };
-    const auto sampleFreq = [](const std::string& text) {
-        const auto number = ParseNumber(text);
-        return number && *number > 0 ? number : std::nullopt;
-    };
     command_
         ->add_option_function<std::string>(
             "--input",
@@ -104,7 +110,7 @@ void RenderCommand::AddInputOptions() {
     AddNumber(*command_, "--frame-len", defaults_.frameLen, frameLen, "a whole number from 0 to 1000000",
               "Samples of a frame, where the input has no FrameLen")
         ->type_name("N");
-    AddNumber(*command_, "--sample-freq", defaults_.sampleFreq, sampleFreq, "a number above 0",
+    AddNumber(*command_, "--sample-freq", defaults_.sampleFreq, ParseSampleFreq, kSampleFreqRange,
               "Sample frequency, where the input has no SampleFreq (default 11025)")
         ->type_name("HZ");
 }
@@ -136,81 +142,99 @@ void RenderCommand::AddSoundOptions() {
 void RenderCommand::Run() const {
     const auto start = std::chrono::steady_clock::now();
     const AudioFormat format = ChosenFormat();
+    RequireOwnFiles();
     LoadOwnModules();
-    const Utterance utterance = ReadUtterance();
-    const SynthesizerSettings settings = ReadSettings();
-    const double sampleFreq = SampleFreqOf(utterance);
-    const int headerRate = HeaderRate(format, sampleFreq);
-    const Sound sound = Render(utterance, settings);
-    Write(sound, sampleFreq, format, headerRate);
+    if (inputForm_ == InputForm::Packets && defaults_.frameLen) {
+        Say("--frame-len does not apply to packets: their conversion sets it");
+    }
+    // Read twice: the first time finds what is wrong, and how long the sound will be.
+    InputFile input = InputFile::FromArgument(input_);
+    const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
+    const Extent extent = ExtentOf(*NewReader(input, vocabulary));
+    input.Rewind();
+    Render(*NewReader(input, vocabulary), extent, format);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    if (verbose_ || ProgressBar::IsWanted()) Summarize(sound, sampleFreq, taken.count());
+    if (verbose_ || ProgressBar::IsWanted()) Summarize(extent, taken.count());
 }
 
 AudioFormat RenderCommand::ChosenFormat() const {
-    if (!labels_.empty() && IsSameFile(labels_, output_))
-        throw BadInput("--labels: expected another file than the output, found " + labels_);
     const std::optional<AudioFormat> format = AudioFormatOf(output_);
     if (!format) throw BadInput("--output: expected - or a name in .wav, .flac or .raw, found " + output_);
     return *format;
 }
 
-Utterance RenderCommand::ReadUtterance() const {
-    InputFile file = InputFile::FromArgument(input_);
+// Nothing that is written may be something that is read, or the other thing that is written.
+void RenderCommand::RequireOwnFiles() const {
+    std::vector<std::pair<const char*, std::string>> taken{{"the input", PathOf(input_, "/dev/stdin")}};
+    if (voiceFile_) taken.emplace_back("the voice", *voiceFile_);
+    if (waveFile_) taken.emplace_back("the waveform", *waveFile_);
+    const auto take = [&](const char* option, const char* meaning, const std::string& path) {
+        for (const auto& [what, other] : taken) {
+            if (!IsSameFile(path, other)) continue;
+            throw BadInput(std::string(option) + ": expected another file than " + what + ", found " + path);
+        }
+        taken.emplace_back(meaning, path);
+    };
+    take("--output", "the output", PathOf(output_, "/dev/stdout"));
+    if (!labels_.empty()) take("--labels", "the labels", labels_);
+}
+
+std::unique_ptr<FrameReader> RenderCommand::NewReader(InputFile& file,
+                                                      const ItemVocabulary& vocabulary) const {
     if (inputForm_ == InputForm::Table) {
-        const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
-        return FrameTableParser(file.Stream(), file.Name(), vocabulary, defaults_).Parse();
+        return std::make_unique<TableReader>(file.Stream(), file.Name(), vocabulary, defaults_);
     }
-    if (defaults_.frameLen) {
-        std::fputs("larynth: --frame-len does not apply to packets: their conversion sets it\n", stderr);
-    }
-    PacketFile packets;
-    packets.sampleFreq = defaults_.sampleFreq.value_or(packets.sampleFreq);
-    packets.packets = ParsePackets(file.ReadAll(), file.Name());
-    return packets;
+    return std::make_unique<PacketReader>(file.Stream(), file.Name(), defaults_.sampleFreq);
 }
 
 SynthesizerSettings RenderCommand::ReadSettings() const {
     SynthesizerSettings settings = settings_;
-    if (voiceFile_) settings.voice = ParseVoice(InputFile(*voiceFile_).ReadAll(), *voiceFile_);
+    if (voiceFile_) {
+        settings.voice = ParseVoice(InputFile(*voiceFile_).ReadAll(kMostVoiceBytes), *voiceFile_);
+    }
     if (waveFile_) settings.wave = ParseWaveform(InputFile(*waveFile_).Stream(), *waveFile_);
     return settings;
 }
 
-Sound RenderCommand::Render(const Utterance& utterance, const SynthesizerSettings& settings) const {
+void RenderCommand::Render(FrameReader& frames, const Extent& extent, AudioFormat format) const {
+    const int headerRate = HeaderRate(format, extent.sampleFreq);
+    if (format != AudioFormat::Raw && headerRate != extent.sampleFreq) {
+        Say("the file says " + std::to_string(headerRate) + " Hz for a sample frequency of " +
+            ShortestText(extent.sampleFreq) + " Hz");
+    }
+    Synthesizer synthesizer(ReadSettings(), extent.sampleFreq);
     if (seed_) LarynthSeedNoise(*seed_);
-    Synthesizer synthesizer(settings, SampleFreqOf(utterance));
-    ProgressBar bar(FrameCountOf(utterance));
-    Progress progress;
-    if (ProgressBar::IsWanted()) progress = [&bar](std::size_t done) { bar.Show(done); };
-    return larynth::Render(utterance, synthesizer, progress);
-}
-
-void RenderCommand::Write(const Sound& sound, double sampleFreq, AudioFormat format, int headerRate) const {
-    if (format != AudioFormat::Raw && headerRate != sampleFreq) {
-        std::fprintf(stderr, "larynth: the file says %d Hz for a sample frequency of %s Hz\n", headerRate,
-                     ShortestText(sampleFreq).c_str());
+    OutputFile audioOutput(output_, AudioFile::AccessFor(format));
+    AudioFile audio(audioOutput, format, headerRate, extent.samples);
+    std::optional<OutputFile> labelOutput;
+    std::optional<LabelFile> labels;
+    if (!labels_.empty()) labels.emplace(labelOutput.emplace(labels_), extent.sampleFreq);
+    ProgressBar bar(ProgressBar::IsWanted() ? extent.frames : 0);
+    FiniteWatch watch;
+    std::uint64_t samples = 0, count = 0;
+    while (frames.Next()) {
+        if (labels && !frames.Marker().empty()) labels->Add(samples, frames.Marker());
+        const std::span<const short> rendered = synthesizer.Render(frames.MakePacket().Get());
+        audio.Append(rendered);
+        samples += rendered.size();
+        watch.Look(synthesizer, frames);
+        bar.Show(++count);
     }
-    // Both are complete before either takes its place.
-    std::optional<OutputFile> labels;
-    if (!labels_.empty()) {
-        labels.emplace(labels_);
-        labels->Write(LabelText(sound, sampleFreq));
-    }
-    OutputFile audio(output_);
-    audio.Write(EncodeAudio(format, headerRate, sound.samples));
     audio.Finish();
-    if (labels) labels->Finish();
-    audio.Commit();
-    if (labels) labels->Commit();
+    if (labels) labels->Finish(samples);
+    if (labels) {
+        OutputFile::Commit({&audioOutput, &*labelOutput});
+    } else {
+        audioOutput.Commit();
+    }
 }
 
-void RenderCommand::Summarize(const Sound& sound, double sampleFreq, double seconds) const {
-    const double length = static_cast<double>(sound.samples.size()) / sampleFreq;
+void RenderCommand::Summarize(const Extent& extent, double seconds) const {
+    const double length = static_cast<double>(extent.samples) / extent.sampleFreq;
     const std::string name = output_ == "-" ? "standard output" : output_;
-    std::fprintf(stderr, "%s: %s s of sound at %s Hz, made in %s s, %s times faster than real time\n",
-                 name.c_str(), FixedText(length, 2).c_str(), ShortestText(sampleFreq).c_str(),
-                 FixedText(seconds, 3).c_str(), FixedText(length / seconds, 0).c_str());
+    Print(name + ": " + FixedText(length, 2) + " s of sound at " + ShortestText(extent.sampleFreq) +
+          " Hz, made in " + FixedText(seconds, 3) + " s, " + FixedText(length / seconds, 0) +
+          " times faster than real time");
 }
 
 }  // namespace larynth

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
-#include "host/Rendering.h"
+#include "host/Frames.h"
+#include "host/Synthesizer.h"
+#include "host/audio/Sound.h"
 
 namespace CLI {
 class App;
@@ -30,11 +33,11 @@ class RenderCommand {
     void AddSoundOptions();
     void Run() const;
     AudioFormat ChosenFormat() const;
-    Utterance ReadUtterance() const;
+    void RequireOwnFiles() const;
+    std::unique_ptr<FrameReader> NewReader(InputFile& file, const ItemVocabulary& vocabulary) const;
     SynthesizerSettings ReadSettings() const;
-    Sound Render(const Utterance& utterance, const SynthesizerSettings& settings) const;
-    void Write(const Sound& sound, double sampleFreq, AudioFormat format, int headerRate) const;
-    void Summarize(const Sound& sound, double sampleFreq, double seconds) const;
+    void Render(FrameReader& frames, const Extent& extent, AudioFormat format) const;
+    void Summarize(const Extent& extent, double seconds) const;
 
     CLI::App* command_;
     std::string input_;

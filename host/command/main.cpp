@@ -4,11 +4,16 @@
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
+#include <iostream>
+#include <new>
+#include <sstream>
 
 #include "host/Errors.h"
+#include "host/Files.h"
 #include "host/command/Listings.h"
 #include "host/command/RegistrationCommand.h"
 #include "host/command/RenderCommand.h"
+#include "host/command/Terminal.h"
 
 namespace {
 
@@ -17,6 +22,7 @@ enum ExitStatus { kDone = 0, kFailed = 1, kBadInput = 2 };
 // A reader that went away and a full quota are failed writes like others, not ends of the program; and no
 // file that is opened later may pass for a standard stream that was closed.
 void PrepareProcess() {
+    std::ios::sync_with_stdio(false);  // standard input is read as a file is
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     for (int stream = 0; stream <= 2; ++stream) {
@@ -25,8 +31,16 @@ void PrepareProcess() {
 }
 
 int Report(ExitStatus status, const char* message) {
-    std::fprintf(stderr, "larynth: %s\n", message);
+    larynth::Say(message);
     return status;
+}
+
+// For help or the version.
+int Answer(const CLI::App& program, const CLI::ParseError& request) {
+    std::ostringstream text;
+    program.exit(request, text, text);
+    larynth::WriteToStandardOutput(text.str());
+    return kDone;
 }
 
 int Run(int argc, char** argv) {
@@ -40,8 +54,7 @@ int Run(int argc, char** argv) {
     try {
         program.parse(argc, argv);  // and does what was asked for
     } catch (const CLI::ParseError& error) {
-        const bool wasAsked = error.get_exit_code() == 0;  // for help or the version
-        return wasAsked ? program.exit(error) : Report(kBadInput, error.what());
+        return error.get_exit_code() == 0 ? Answer(program, error) : Report(kBadInput, error.what());
     }
     if (program.get_subcommands().empty()) {
         throw larynth::BadInput(
@@ -58,6 +71,9 @@ int main(int argc, char** argv) {
         return Run(argc, argv);
     } catch (const larynth::BadInput& error) {
         return Report(kBadInput, error.what());
+    } catch (const std::bad_alloc&) {
+        std::fputs("larynth: out of memory\n", stderr);
+        return kFailed;
     } catch (const std::exception& error) {
         return Report(kFailed, error.what());
     }

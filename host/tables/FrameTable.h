@@ -14,17 +14,13 @@ namespace larynth {
 
 /// One frame of a table.
 struct TableFrame {
-    int length;                  ///< Samples.
-    std::string marker;          ///< UTF-8; empty: no marker in front of this frame.
+    int length = 0;      ///< Samples.
+    std::string marker;  ///< UTF-8 without control characters; empty: no marker in front of this frame.
     std::vector<double> values;  ///< One for each value column; repetition is resolved.
 };
 
-/// An utterance as a table of frames.
-struct FrameTable {
-    double sampleFreq = 11025.0;   ///< Hz.
-    std::vector<int> itemIndices;  ///< Which of a packet's items each value column holds.
-    std::vector<TableFrame> frames;
-};
+/// Of an utterance that says nothing else, Hz.
+inline constexpr double kDefaultSampleFreq = 11025.0;
 
 /// What holds for a table that has no column of its own for it.
 struct FrameTableDefaults {
@@ -32,8 +28,8 @@ struct FrameTableDefaults {
     std::optional<double> sampleFreq;  ///< Hz.
 };
 
-/// Reads a frame table: UTF-8 text, one frame a line, fields separated by commas, blanks (spaces and tabs)
-/// around a field ignored.
+/// Reads a frame table, frame by frame: UTF-8 text, one frame a line, fields separated by commas, blanks
+/// (spaces and tabs) around a field ignored.
 ///
 /// A line that begins with '#', behind blanks or not, is a comment; blank lines are skipped; a carriage
 /// return at a line's end and a byte order mark at the file's beginning are dropped. The first other line
@@ -47,9 +43,16 @@ class FrameTableParser {
     FrameTableParser(std::istream& input, std::string fileName, const ItemVocabulary& vocabulary,
                      const FrameTableDefaults& defaults);
 
-    /// Reads a whole table; to be called once. Raises BadInput for the first thing that is wrong, with its
-    /// place, or when the input cannot be read.
-    FrameTable Parse();
+    /// Moves to the next frame; false behind the last one, of which there is at least one. Raises BadInput
+    /// for the first thing that is wrong, with its place, or when the input cannot be read.
+    bool Next();
+
+    // From the first frame on:
+    const TableFrame& Frame() const noexcept { return frame_; }
+    double SampleFreq() const noexcept { return sampleFreq_; }  ///< Hz; the same for all frames.
+    /// Which of a packet's items each value column holds.
+    const std::vector<int>& ItemIndices() const noexcept { return itemIndices_; }
+    TextPosition Position() const { return lines_.At(1); }
 
   private:
     enum class ColumnKind { Value, SampleFreq, FrameLen, Marker };
@@ -57,31 +60,27 @@ class FrameTableParser {
         ColumnKind kind;
         std::string name;
     };
-    struct Field {
-        std::string_view text;
-        int column;  // of its first character
-    };
-
-    static std::vector<Field> SplitFields(std::string_view line);
+    void SplitFields();
     bool NextContent();
     void ReadHeader();
-    Column ReadColumn(const Field& field);
+    Column ReadColumn(std::string_view field);
     void ReadFrame();
-    void ReadField(const Column& column, const Field& field, TableFrame& frame, std::size_t& valueIndex);
-    void ReadSampleFreq(const Field& field);
-    void ReadFrameLen(const Field& field, TableFrame& frame) const;
-    void ReadMarker(const Field& field, TableFrame& frame) const;
-    TableFrame NextFrame() const;
+    void ReadField(ColumnKind kind, std::string_view field, std::size_t& valueIndex);
+    void ReadSampleFreq(std::string_view field);
+    void ReadFrameLen(std::string_view field);
+    void ReadMarker(std::string_view field);
 
-    [[noreturn]] void Fail(int column, const std::string& expected) const;
-    [[noreturn]] void Fail(const Field& field, const std::string& expected) const;
+    [[noreturn]] void Fail(std::string_view field, const std::string& expected) const;
 
     TextLines lines_;
     const ItemVocabulary& vocabulary_;
     FrameTableDefaults defaults_;
     std::vector<Column> columns_;
-    std::vector<double> newPacketValues_;
-    FrameTable table_;
+    std::vector<std::string_view> fields_;  // of the current line
+    std::vector<int> itemIndices_;
+    TableFrame frame_;
+    double sampleFreq_;
+    bool isFirst_ = true;  // no frame has been read yet
 };
 
 }  // namespace larynth

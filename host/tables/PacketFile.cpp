@@ -4,32 +4,25 @@
 #include "host/Errors.h"
 
 namespace larynth {
-namespace {
 
-constexpr std::size_t kPacketSize = 2 * PacketWords{}.size();
-
-PacketWords WordsOf(std::string_view packet) {
-    PacketWords words;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const unsigned low = static_cast<unsigned char>(packet[2 * i]);
-        const unsigned high = static_cast<unsigned char>(packet[2 * i + 1]);
-        words[i] = static_cast<unsigned short>(high << 8 | low);
+bool PacketParser::Next() {
+    constexpr std::size_t kPacketSize = 2 * PacketWords{}.size();
+    std::array<char, kPacketSize> bytes;
+    input_.read(bytes.data(), bytes.size());
+    const auto count = static_cast<std::size_t>(input_.gcount());
+    if (input_.bad()) throw BadInput(fileName_ + ": cannot be read");
+    if (count == 0) return false;
+    if (count < kPacketSize) {
+        throw BadInput(fileName_ + ": expected packets of " + std::to_string(kPacketSize) +
+                       " bytes each, found " + std::to_string(number_ * kPacketSize + count) + " bytes");
     }
-    return words;
-}
-
-}  // namespace
-
-std::vector<PacketWords> ParsePackets(std::string_view bytes, const std::string& fileName) {
-    if (bytes.size() % kPacketSize != 0) {
-        throw BadInput(fileName + ": expected packets of " + std::to_string(kPacketSize) +
-                       " bytes each, found " + std::to_string(bytes.size()) + " bytes");
+    for (std::size_t i = 0; i < words_.size(); ++i) {
+        const unsigned low = static_cast<unsigned char>(bytes[2 * i]);
+        const unsigned high = static_cast<unsigned char>(bytes[2 * i + 1]);
+        words_[i] = static_cast<unsigned short>(high << 8 | low);
     }
-    std::vector<PacketWords> packets;
-    packets.reserve(bytes.size() / kPacketSize);
-    for (std::size_t i = 0; i < bytes.size(); i += kPacketSize)
-        packets.push_back(WordsOf(bytes.substr(i, kPacketSize)));
-    return packets;
+    ++number_;
+    return true;
 }
 
 }  // namespace larynth

@@ -2,23 +2,34 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <istream>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace larynth {
 
 /// One frame as 41 words of 16 bits.
 using PacketWords = std::array<unsigned short, 41>;
 
-/// An utterance as fixed-point packets. The conversion into items sets the length of a frame.
-struct PacketFile {
-    double sampleFreq = 11025.0;  ///< Hz.
-    std::vector<PacketWords> packets;
-};
+/// Reads fixed-point packets back to back, 82 bytes each, little-endian.
+class PacketParser {
+  public:
+    /// `fileName` serves messages. The input must live as long as the parser.
+    PacketParser(std::istream& input, std::string fileName) : input_(input), fileName_(std::move(fileName)) {}
 
-/// Packets from a file's bytes: back to back, 82 bytes each, little-endian. `fileName` serves messages.
-/// Raises BadInput for bytes that are no whole number of packets.
-std::vector<PacketWords> ParsePackets(std::string_view bytes, const std::string& fileName);
+    /// Moves to the next packet; false behind the last one, of which there may be none. Raises BadInput for
+    /// bytes that are no whole packet, or when the input cannot be read.
+    bool Next();
+
+    const PacketWords& Words() const noexcept { return words_; }
+    std::uint64_t Number() const noexcept { return number_; }  ///< Of the packet, from 1.
+    const std::string& FileName() const noexcept { return fileName_; }
+
+  private:
+    std::istream& input_;
+    std::string fileName_;
+    PacketWords words_{};
+    std::uint64_t number_ = 0;
+};
 
 }  // namespace larynth

@@ -2,11 +2,12 @@
 #include "host/tables/VoiceFile.h"
 
 #include <algorithm>
-#include <functional>
-#include <initializer_list>
+#include <array>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
+#include <span>
+#include <sstream>
 
 #include "host/tables/Text.h"
 
@@ -15,109 +16,145 @@ namespace {
 
 using nlohmann::json;
 
-TextPosition PositionOf(std::size_t byte, std::string_view text, const std::string& fileName) {
-    const std::string_view before = text.substr(0, std::min(byte, text.size()));
-    const std::size_t lineStart = before.rfind('\n') + 1;  // 0 in the first line
-    const auto lines = std::count(before.begin(), before.end(), '\n');
-    return {fileName, static_cast<int>(lines) + 1,
-            static_cast<int>(CharacterCount(before.substr(lineStart))) + 1};
-}
+constexpr std::array<std::string_view, 4> kShelfKeys{"F", "G", "P3", "P4"};
+constexpr std::array<std::string_view, 5> kVoiceKeys{"pre_emphasis", "open_quotient", "low_shelf",
+                                                     "high_shelf", "wave"};
 
-/// Refuses a key that stands twice in an object, of which the library would keep the last one.
-class RepeatedKeys {
+/// Takes a voice from a JSON file's text, token by token, and raises BadInput for the first one that does not
+/// belong there. Nothing nests deeper than a shelf or the waveform, however the text goes on.
+class VoiceReader : public json::json_sax_t {
   public:
-    explicit RepeatedKeys(const std::string& fileName) : fileName_(fileName) {}
+    VoiceReader(std::string_view text, const std::string& fileName)
+        : text_(text), fileName_(fileName), stream_(std::string(text)) {}
 
-    bool operator()(int /*depth*/, json::parse_event_t event, const json& value) {
-        if (event == json::parse_event_t::object_start) open_.emplace_back();
-        if (event == json::parse_event_t::object_end) open_.pop_back();
-        if (event == json::parse_event_t::key) Note(value.get<std::string>());
+    VoiceSettings Read() {
+        json::sax_parse(stream_, this);
+        return settings_;
+    }
+
+    bool null() override { Fail("null"); }
+    bool boolean(bool value) override { Fail(value ? "true" : "false"); }
+    bool string(string_t& value) override { Fail(Quoted(value)); }
+    bool binary(binary_t&) override { Fail("bytes"); }
+    bool number_integer(number_integer_t value) override { return Take(static_cast<double>(value)); }
+    bool number_unsigned(number_unsigned_t value) override { return Take(static_cast<double>(value)); }
+    bool number_float(number_float_t value, const string_t&) override { return Take(value); }
+
+    bool start_object(std::size_t) override {
+        if (level_ == Level::File) {
+            level_ = Level::Voice;
+        } else if (level_ == Level::Voice && IsShelf(key_)) {
+            level_ = Level::Shelf;
+            shelfKeys_.clear();
+            shelf_ = key_ == "low_shelf" ? &settings_.lowShelf : &settings_.highShelf;
+        } else {
+            Fail("an object");
+        }
+        return Passed();
+    }
+
+    bool key(string_t& key) override {
+        const bool inShelf = level_ == Level::Shelf;
+        const auto known = inShelf ? std::span<const std::string_view>(kShelfKeys) : kVoiceKeys;
+        if (std::find(known.begin(), known.end(), key) == known.end()) {
+            std::string list;
+            for (const std::string_view name : known) list += std::string(name) + ", ";
+            throw BadInput(Here(), "one of the keys " + list + "found " + Quoted(key));
+        }
+        if (!(inShelf ? shelfKeys_ : voiceKeys_).insert(key).second) {
+            throw BadInput(Here(), "every key once, found a second " + Quoted(key));
+        }
+        key_ = key;
+        return Passed();
+    }
+
+    bool end_object() override {
+        level_ = level_ == Level::Shelf ? Level::Voice : Level::File;
+        return Passed();
+    }
+
+    bool start_array(std::size_t) override {
+        if (level_ != Level::Voice || key_ != "wave") Fail("an array");
+        level_ = Level::Wave;
+        return Passed();
+    }
+
+    bool end_array() override {
+        if (settings_.wave.empty()) throw BadInput(Here(), "numbers, found none");
+        level_ = Level::Voice;
+        return Passed();
+    }
+
+    bool parse_error(std::size_t position, const std::string&, const json::exception& error) override {
+        constexpr int kNumberOutOfRange = 406;  // libraries' number of it
+        if (error.id == kNumberOutOfRange) throw BadInput(Here(), "a number that fits a double");
+        throw BadInput(At(position > 0 ? position - 1 : 0), "JSON");
+    }
+
+  private:
+    enum class Level { File, Voice, Shelf, Wave };
+
+    static bool IsShelf(const std::string& key) { return key == "low_shelf" || key == "high_shelf"; }
+
+    // What the place that is reached is for.
+    const char* Expected() const {
+        if (level_ == Level::File) return "an object";
+        if (level_ == Level::Voice && IsShelf(key_)) return "an object";
+        if (level_ == Level::Voice && key_ == "wave") return "an array of numbers";
+        return "a number";
+    }
+
+    double* Target() {
+        if (level_ == Level::Wave) return &settings_.wave.emplace_back();
+        if (level_ == Level::Shelf) {
+            return key_ == "F"    ? &shelf_->F
+                   : key_ == "G"  ? &shelf_->G
+                   : key_ == "P3" ? &shelf_->P3
+                                  : &shelf_->P4;
+        }
+        if (level_ != Level::Voice) return nullptr;
+        if (key_ == "pre_emphasis") return &settings_.preEmphasis;
+        return key_ == "open_quotient" ? &settings_.openQuotient : nullptr;
+    }
+
+    bool Take(double number) {
+        double* const target = Target();
+        if (target == nullptr) Fail("the number " + ShortestText(number));
+        *target = number;
+        return Passed();
+    }
+
+    [[noreturn]] void Fail(const std::string& found) const {
+        throw BadInput(Here(), std::string(Expected()) + ", found " + found);
+    }
+
+    // The parser has read the token, and of a number the character behind it, too.
+    bool Passed() {
+        const std::streamoff read = stream_.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+        passed_ = read < 0 ? text_.size() : static_cast<std::size_t>(read);
         return true;
     }
 
-  private:
-    void Note(const std::string& key) {
-        if (open_.back().insert(key).second) return;
-        throw BadInput(fileName_ + ": expected every key once, found a second " + Quoted(key));
+    // Where the token begins.
+    TextPosition Here() const { return At(text_.find_first_not_of(" \t\r\n:,", passed_)); }
+
+    TextPosition At(std::size_t byte) const {
+        const std::string_view before = text_.substr(0, byte);
+        const std::size_t lineStart = before.rfind('\n') + 1;  // 0 in the first line
+        return {fileName_, std::count(before.begin(), before.end(), '\n') + 1,
+                static_cast<std::int64_t>(CharacterCount(before.substr(lineStart))) + 1};
     }
 
+    std::string_view text_;
     const std::string& fileName_;
-    std::vector<std::set<std::string>> open_;  // the keys so far of every object around the parsed one
+    std::istringstream stream_;
+    std::size_t passed_ = 0;  // bytes up to here belong to tokens before
+    VoiceSettings settings_;
+    Level level_ = Level::File;
+    std::string key_;  // the one that was read last
+    std::set<std::string> voiceKeys_, shelfKeys_;
+    Shelf* shelf_ = nullptr;
 };
-
-json ParseJson(const std::string& text, const std::string& fileName) {
-    try {
-        RepeatedKeys repeated(fileName);
-        return json::parse(text, std::ref(repeated));
-    } catch (const json::parse_error& error) {
-        const std::size_t byte = error.byte > 0 ? error.byte - 1 : 0;
-        throw BadInput(PositionOf(byte, text, fileName), "JSON");
-    } catch (const json::out_of_range&) {
-        throw BadInput(fileName + ": expected numbers that fit a double");
-    }
-}
-
-/// A value of the file with its place: what does not meet an expectation is raised as BadInput with file,
-/// place ("/low_shelf/G") and what was expected.
-class Place {
-  public:
-    Place(const json& value, std::string file, std::string place)
-        : value_(value), file_(std::move(file)), place_(std::move(place)) {}
-
-    double Number() const {
-        if (!value_.is_number()) Fail("a number");
-        return value_.get<double>();
-    }
-
-    std::vector<double> Numbers() const {
-        if (!value_.is_array()) Fail("an array of numbers");
-        if (value_.empty()) throw BadInput(file_ + ": " + place_ + ": expected numbers, found none");
-        std::vector<double> numbers;
-        for (const json& element : value_) {
-            numbers.push_back(Place(element, file_, place_ + '/' + std::to_string(numbers.size())).Number());
-        }
-        return numbers;
-    }
-
-    /// An object with no other keys than these.
-    void ExpectObject(std::initializer_list<std::string_view> keys) const {
-        if (!value_.is_object()) Fail("an object");
-        std::string list;
-        for (const std::string_view key : keys) list.append(list.empty() ? "" : ", ").append(key);
-        for (const auto& [key, value] : value_.items()) {
-            if (std::find(keys.begin(), keys.end(), key) != keys.end()) continue;
-            throw BadInput(file_ + ": " + place_ + '/' + key + ": expected one of the keys " + list);
-        }
-    }
-
-    /// Calls `read` with the value of a key, if there is one.
-    template <class Read>
-    void At(const char* key, Read read) const {
-        if (value_.contains(key)) read(Place(value_.at(key), file_, place_ + '/' + key));
-    }
-
-    void ReadNumber(const char* key, double& target) const {
-        At(key, [&](const Place& number) { target = number.Number(); });
-    }
-
-  private:
-    [[noreturn]] void Fail(const std::string& expected) const {
-        const std::string found = value_.dump(-1, ' ', false, json::error_handler_t::replace);
-        throw BadInput(file_ + ": " + (place_.empty() ? "" : place_ + ": ") + "expected " + expected +
-                       ", found " + Quoted(value_.is_string() ? value_.get<std::string>() : found));
-    }
-
-    const json& value_;
-    std::string file_, place_;
-};
-
-void ReadShelf(const Place& object, Shelf& shelf) {
-    object.ExpectObject({"F", "G", "P3", "P4"});
-    object.ReadNumber("F", shelf.F);
-    object.ReadNumber("G", shelf.G);
-    object.ReadNumber("P3", shelf.P3);
-    object.ReadNumber("P4", shelf.P4);
-}
 
 }  // namespace
 
@@ -128,8 +165,7 @@ Waveform ParseWaveform(std::istream& input, const std::string& fileName) {
         const std::string_view text = Trimmed(lines.Line());
         if (text.empty()) continue;
         const std::optional<double> number = ParseNumber(text);
-        const auto column = static_cast<int>(lines.Line().find_first_not_of(kBlanks)) + 1;
-        if (!number) throw BadInput(lines.At(column), "a number, found " + Quoted(text));
+        if (!number) throw BadInput(lines.At(text), "a number, found " + Quoted(text));
         wave.push_back(*number);
     }
     if (wave.empty()) throw BadInput(lines.At(1), "a number, found the end");
@@ -137,16 +173,7 @@ Waveform ParseWaveform(std::istream& input, const std::string& fileName) {
 }
 
 VoiceSettings ParseVoice(const std::string& text, const std::string& fileName) {
-    const json file = ParseJson(text, fileName);
-    const Place voice(file, fileName, "");
-    voice.ExpectObject({"pre_emphasis", "open_quotient", "low_shelf", "high_shelf", "wave"});
-    VoiceSettings settings;
-    voice.ReadNumber("pre_emphasis", settings.preEmphasis);
-    voice.ReadNumber("open_quotient", settings.openQuotient);
-    voice.At("low_shelf", [&](const Place& shelf) { ReadShelf(shelf, settings.lowShelf); });
-    voice.At("high_shelf", [&](const Place& shelf) { ReadShelf(shelf, settings.highShelf); });
-    voice.At("wave", [&](const Place& wave) { settings.wave = wave.Numbers(); });
-    return settings;
+    return VoiceReader(text, fileName).Read();
 }
 
 }  // namespace larynth

@@ -32,8 +32,7 @@ struct VoiceSettings {
 };
 
 /// Reads a voice from a JSON file's text; every key may be absent. `fileName` serves messages. Raises
-/// BadInput with the key that is wrong and what was expected, or with line and column for a text that is no
-/// JSON.
+/// BadInput with line and column for the first thing that is wrong.
 VoiceSettings ParseVoice(const std::string& text, const std::string& fileName);
 
 }  // namespace larynth

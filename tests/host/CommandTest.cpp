@@ -42,6 +42,10 @@ class Command : public testing::Test {
 
 TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     folder_.Write("text.so", "no module");
+    folder_.Write("p.raw", std::string(82, '\0'));
+    std::filesystem::create_symlink("t.csv", folder_.Path("l.raw"));
+    std::filesystem::create_hard_link(folder_.Path("t.csv"), folder_.Path("h.raw"));
+    const std::string longName(300, 'n');
     std::filesystem::create_directory(folder_.Path("d.wav"));
     const std::string render = "larynth render t.csv -o ", toWav = render + "o.wav ";
     const std::tuple<int, std::string, std::string> rows[] = {
@@ -52,6 +56,25 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
         {2, toWav + "--labels ./o.wav", "--labels: expected another file"},
+        {2, toWav + "--labels t.csv", "--labels: expected another file than the input, found t.csv"},
+        {2, "larynth render - -o o.wav --labels h.raw <t.csv",
+         "--labels: expected another file than the input"},
+        {2, render + "l.raw", "--output: expected another file than the input, found l.raw"},
+        {2, render + "h.raw", "--output: expected another file than the input, found h.raw"},
+        {2, render + "- >>t.csv", "--output: expected another file than the input, found /dev/stdout"},
+        {2, "larynth render p.raw --input packets -o ./p.raw",
+         "--output: expected another file than the input"},
+        {2, toWav + "--voice v --labels ./v", "--labels: expected another file than the voice, found ./v"},
+        {2, toWav + "--source wave:v --labels v", "--labels: expected another file than the waveform"},
+        {2, toWav + "--sample-freq 1e-310",
+         "--sample-freq: expected a number above 0 (from 2.2250738585072014"},
+        {2, "larynth render \"$(printf 'a\\033[2J')\" -o o.wav", "larynth: a\\x1B[2J: cannot be opened"},
+        {2, "larynth render /dev/zero -o o.wav", "/dev/zero:1:1: expected a line of at most 1000000 bytes"},
+        {2, toWav + "--voice /dev/zero", "/dev/zero: expected at most 67108864 bytes, found more"},
+        {1, "{ echo FrameLen; yes 1000000 | head -2148; } | larynth render - -o o.wav", "at most 4 GiB"},
+        {1, toWav + "--labels " + longName, longName + ": cannot be created: File name too long"},
+        {1, "larynth --help >/dev/full", "standard output: cannot be written"},
+        {1, "larynth --version >/dev/full", "standard output: cannot be written"},
         {2, toWav + "--pitch 3", "--pitch"},
         {2, toWav + "--volume loud", "--volume: expected a number, found \"loud\""},
         {2, toWav + "--seed 4294967296", "--seed: expected a whole number"},
@@ -88,11 +111,12 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     };
     for (const auto& [status, line, message] : rows) {
         const CommandResult result = Run(line, status);
-        EXPECT_THAT(result.err, MatchesRegex("larynth: [^\n]*\n")) << line;
+        EXPECT_THAT(result.err, MatchesRegex("larynth: [ -~]*\n")) << line;
         EXPECT_THAT(result.err, HasSubstr(message)) << line;
         EXPECT_EQ(result.out, "") << line;
     }
-    EXPECT_THAT(folder_.Names(), ElementsAre("d.wav", "t.csv", "text.so"));
+    EXPECT_THAT(folder_.Names(), ElementsAre("d.wav", "h.raw", "l.raw", "p.raw", "t.csv", "text.so"));
+    EXPECT_EQ(folder_.Read("t.csv"), kTable);
 }
 
 TEST_F(Command, AFailureLeavesAnExistingFileUntouched) {
@@ -114,6 +138,12 @@ TEST_F(Command, EveryFormOfOutputHoldsTheSameSamples) {
     EXPECT_EQ(folder_.Read("o.wav").substr(44), raw);
     Run("mkfifo p.raw; timeout 10 cat p.raw >copy & larynth render t.csv -o p.raw && wait && test -p p.raw");
     EXPECT_EQ(folder_.Read("copy"), raw);
+    Run("mkfifo p.flac; timeout 10 cat p.flac >copy & larynth render t.csv -o p.flac && wait && "
+        "larynth render t.csv -o o.flac");
+    EXPECT_EQ(folder_.Read("copy"), folder_.Read("o.flac"));
+    Run("ln -s new.raw dangling.raw; cat t.csv | larynth render /dev/stdin -o dangling.raw && test -L "
+        "dangling.raw");
+    EXPECT_EQ(folder_.Read("new.raw"), raw);
 }
 
 TEST_F(Command, LabelsTellWhereTheMarkersCameOut) {
@@ -175,6 +205,20 @@ TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
     for (const char* line : {"larynth --help", "larynth render --help", "larynth --version"}) {
         EXPECT_NE(Run(line).out, "") << line;
     }
+}
+
+TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
+    const std::string table = "F1,BW1,G1,AV,FrameLen\n500,60,1,700,100\n#\n,,,,\n,,1e308,1e308,\n,,1,700,\n";
+    for (const char* tract : {"resonator", "filter"}) {
+        folder_.Write("loud.csv", table);
+        const std::string line = "larynth render loud.csv -o o.raw --tract " + std::string(tract);
+        EXPECT_EQ(Run(line).err, "larynth: loud.csv:5: the sound is not finite after this frame\n");
+    }
+    EXPECT_EQ(folder_.Read("o.raw").size(), 2u * 400);
+    EXPECT_THAT(Run("larynth render t.csv -o o.raw --output-gain 1e200 --volume 1e200").err,
+                HasSubstr("t.csv:2: "));
+    folder_.Write("p", std::string(82, '\x7F'));
+    EXPECT_EQ(Run("larynth render p --input packets -o o.raw").err, "");
 }
 
 TEST_F(Command, ItemsListsTheVocabularyWithUnitsAndMeanings) {

@@ -1,14 +1,31 @@
 // SPDX-License-Identifier: MIT
 /// Files that come into being, and the audio formats in them.
+#include <cerrno>
 #include <csignal>
+#include <cstdarg>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sndfile.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "host/Errors.h"
 #include "host/Files.h"
 #include "host/audio/Sound.h"
 #include "tests/host/CommandFolder.h"
+
+// As on a file system that has no unnamed files.
+static bool refusesUnnamedFiles = false;
+
+extern "C" int open(const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = va_arg(rest, mode_t);
+    va_end(rest);
+    if (refusesUnnamedFiles && (flags & O_TMPFILE) == O_TMPFILE) return errno = EOPNOTSUPP, -1;
+    return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
 
 namespace larynth {
 namespace {
@@ -17,6 +34,8 @@ using testing::ElementsAre;
 
 class OutputFiles : public testing::Test {
   protected:
+    ~OutputFiles() override { refusesUnnamedFiles = false; }
+
     test::CommandFolder folder_;
     const std::string target_ = folder_.Path("target");
 };
@@ -38,16 +57,48 @@ TEST_F(OutputFiles, AppearWholeWhenCommittedAndLeaveNothingWhenAbandoned) {
     EXPECT_THAT(folder_.Names(), ElementsAre("link", "target"));
 }
 
-TEST_F(OutputFiles, AreCommittedBeforeASignalThatComesMeanwhileEndsTheProgram) {
+TEST_F(OutputFiles, ASignalThatComesMeanwhileLeavesNothing) {
     const auto work = [this] {
         OutputFile file(target_);
-        raise(SIGTERM);
         file.Write(std::string("new"));
+        raise(SIGTERM);
         file.Commit();
     };
-    EXPECT_EXIT(work(), testing::KilledBySignal(SIGTERM), "");
-    EXPECT_EQ(folder_.Read("target"), "new");
-    EXPECT_THAT(folder_.Names(), ElementsAre("target"));
+    for (const bool refuses : {false, true}) {
+        refusesUnnamedFiles = refuses;
+        EXPECT_EXIT(work(), testing::KilledBySignal(SIGTERM), "") << refuses;
+        EXPECT_THAT(folder_.Names(), ElementsAre()) << refuses;
+    }
+}
+
+TEST_F(OutputFiles, AreCommittedTogetherOrNotAtAll) {
+    for (const bool refuses : {false, true}) {
+        refusesUnnamedFiles = refuses;
+        for (const bool isBlocked : {true, false}) {
+            folder_.Write("target", "old");
+            OutputFile first(target_), second(folder_.Path("new")), third(folder_.Path("third"));
+            first.Write(std::string("new"));
+            if (isBlocked) std::filesystem::create_directory(folder_.Path("third"));
+            const auto commit = [&] { OutputFile::Commit({&first, &second, &third}); };
+            if (isBlocked) {
+                EXPECT_THROW(commit(), std::system_error);
+            } else {
+                commit();
+            }
+            EXPECT_EQ(folder_.Read("target"), isBlocked ? "old" : "new") << refuses;
+            EXPECT_EQ(std::filesystem::remove(folder_.Path("new")), !isBlocked) << refuses;
+            std::filesystem::remove(folder_.Path("third"));
+        }
+        EXPECT_THAT(folder_.Names(), ElementsAre("target"));
+    }
+}
+
+void Encode(const std::string& path, AudioFormat format, const std::vector<short>& samples) {
+    OutputFile output(path, AudioFile::AccessFor(format));
+    AudioFile audio(output, format, 11025, samples.size());
+    for (const short sample : samples) audio.Append(std::span(&sample, 1));
+    audio.Finish();
+    output.Commit();
 }
 
 TEST(AudioFormats, FilesReadBackAsTheSameSamples) {
@@ -55,8 +106,7 @@ TEST(AudioFormats, FilesReadBackAsTheSameSamples) {
     const test::CommandFolder folder;
     for (const auto& [format, container] :
          {std::pair{AudioFormat::Wav, SF_FORMAT_WAV}, std::pair{AudioFormat::Flac, SF_FORMAT_FLAC}}) {
-        const std::vector<char> bytes = EncodeAudio(format, 11025, samples);
-        folder.Write("sound", {bytes.begin(), bytes.end()});
+        Encode(folder.Path("sound"), format, samples);
         SF_INFO info{};
         SNDFILE* const file = sf_open(folder.Path("sound").c_str(), SFM_READ, &info);
         ASSERT_NE(file, nullptr);
@@ -68,8 +118,8 @@ TEST(AudioFormats, FilesReadBackAsTheSameSamples) {
         EXPECT_EQ(read, samples);
         sf_close(file);
     }
-    EXPECT_THAT(EncodeAudio(AudioFormat::Raw, 0, std::vector<short>{1, -2, 0x1234}),
-                testing::ElementsAreArray({'\x01', '\x00', '\xFE', '\xFF', '\x34', '\x12'}));
+    Encode(folder.Path("sound"), AudioFormat::Raw, {1, -2, 0x1234});
+    EXPECT_EQ(folder.Read("sound"), std::string("\x01\x00\xFE\xFF\x34\x12", 6));
 }
 
 TEST(AudioFormats, AHeaderHoldsTheNearestWholeRateThatTheFormatKnows) {

@@ -16,9 +16,18 @@ using testing::ElementsAre;
 
 const ItemVocabulary kVocabulary({{0, "F0", 100.0}, {6, "AV", 0.0}, {1027, "F1", 500.0}});
 
-FrameTable Parse(const std::string& text, const FrameTableDefaults& defaults = {}) {
+struct Table {
+    double sampleFreq = 0;
+    std::vector<TableFrame> frames;
+};
+
+Table Parse(const std::string& text, const FrameTableDefaults& defaults = {}) {
     std::istringstream input(text);
-    return FrameTableParser(input, "t", kVocabulary, defaults).Parse();
+    FrameTableParser parser(input, "t", kVocabulary, defaults);
+    Table table;
+    while (parser.Next()) table.frames.push_back(parser.Frame());
+    table.sampleFreq = parser.SampleFreq();
+    return table;
 }
 
 Waveform ParseWave(const std::string& text) {
@@ -52,7 +61,7 @@ TEST(FrameTables, ColumnsGoBeforeTheCommandLine) {
         {"F0,SampleFreq\n1,\n", 77, 11025},
     };
     for (const auto& [text, frameLen, sampleFreq] : rows) {
-        const FrameTable table = Parse(text, {77, 8000.0});
+        const Table table = Parse(text, {77, 8000.0});
         EXPECT_EQ(table.frames[0].length, frameLen) << text;
         EXPECT_EQ(table.sampleFreq, sampleFreq) << text;
     }
@@ -74,13 +83,22 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"Marker,F0,FrameLen\n\xC3\xA9\xC5\x82,x,1\n", "t:2:4: expected a number"},
             {"F0,FrameLen\nnan,1\n", "t:2:1: expected a number"},
             {"F0,FrameLen\n1e999,1\n", "t:2:1: expected a number"},
-            {"F0,FrameLen\n1\r,1\n", "t:2:1: expected a number, found \"1?\""},
+            {"F0,FrameLen\n1\r,1\n", "t:2:1: expected a number, found \"1\\x0D\""},
             {"F0,FrameLen\n1,1e2\n", "t:2:3: expected a frame length, a whole number from 0 to 1000000"},
             {"F0,FrameLen\n1,1000001\n", "t:2:3: expected a frame length, a whole number"},
-            {"SampleFreq,FrameLen\n0,1\n", "t:2:1: expected a sample frequency above 0"},
+            {"SampleFreq,FrameLen\n0,1\n", "t:2:1: expected a sample frequency, a number above 0"},
             {"SampleFreq,FrameLen\n8000,1\n,\n8000.5,1\n", "t:4:1: expected the sample frequency 8000 of"},
             {"SampleFreq,FrameLen\n,1\n16000,1\n", "t:3:1: expected the sample frequency 11025 of"},
+            {"SampleFreq,FrameLen\n1e-310,1\n", "t:2:1: expected a sample frequency, a number above 0 (from"},
             {"Marker,FrameLen\n\xE9,1\n", "t:2:1: expected a marker in UTF-8"},
+            {"FrameLen,Marker\n1,\xC3\xA9\tb\n", "t:2:4: expected a marker without control characters"},
+            {std::string("FrameLen,Marker\n1,a\0b\n", 22), "t:2:4: expected a marker without control"},
+            {"FrameLen,Marker\n1,\xC2\x9B"
+             "2J\n",
+             "t:2:3: expected a marker without control"},
+            {"F0,FrameLen\n\xE9\xC2\x9B\x1B\xE2\x80\xAE,1\n",
+             "t:2:1: expected a number, found \"\\xE9\\xC2\\x9B\\x1B\\xE2\\x80\\xAE\""},
+            {"#" + std::string(1000000, '#'), "t:1:1: expected a line of at most 1000000 bytes"},
         },
         [](const std::string& text) { Parse(text); });
 }
@@ -134,17 +152,24 @@ TEST(VoiceFiles, EveryKeyIsOptional) {
 TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
     ExpectRefusals(
         {
-            {"{\n \"\xC3\xA9\": x}", "t:2:7: expected JSON"},
+            {"{\n \"wave\": x}", "t:2:10: expected JSON"},
             {"{} {}", "t:1:4: expected JSON"},
-            {"[1]", "t: expected an object, found \"[1]\""},
-            {"{\"p\": 1}", "t: /p: expected one of the keys pre_emphasis, open_quotient, low_shelf, high_sh"},
-            {R"({"low_shelf": {"F": 1, "Q": 1}})", "t: /low_shelf/Q: expected one of the keys F, G, P3, P4"},
-            {R"({"low_shelf": {"G": "loud"}})", "t: /low_shelf/G: expected a number, found \"loud\""},
-            {"{\"pre_emphasis\": 1e999}", "t: expected numbers that fit a double"},
-            {"{\"wave\": 1}", "t: /wave: expected an array of numbers, found \"1\""},
-            {"{\"wave\": [1, [2]]}", "t: /wave/1: expected a number, found \"[2]\""},
-            {"{\"wave\": []}", "t: /wave: expected numbers, found none"},
-            {R"({"wave": [1], "wave": [2]})", "t: expected every key once, found a second \"wave\""},
+            {std::string(100000, '['), "t:1:1: expected an object, found an array"},
+            {"{\"wave\": [1, " + std::string(100000, '['), "t:1:14: expected a number, found an array"},
+            {"{\n\"p\\u001b\": 1}",
+             "t:2:1: expected one of the keys pre_emphasis, open_quotient, low_shelf, "
+             "high_shelf, wave, found \"p\\x1B\""},
+            {"{\"low_shelf\": {\"F\": 1, \"Q\": 1}}", "t:1:24: expected one of the keys F, G, P3, P4, found"},
+            {"{\"low_shelf\": {\"G\": \"loud\"}}", "t:1:21: expected a number, found \"loud\""},
+            {"{\"pre_emphasis\": 1e999}", "t:1:18: expected a number that fits a double"},
+            {"{\"pre_emphasis\": {}}", "t:1:18: expected a number, found an object"},
+            {"{\"high_shelf\": 1}", "t:1:16: expected an object, found the number 1"},
+            {"{\"wave\": 1}", "t:1:10: expected an array of numbers, found the number 1"},
+            {"{\"wave\":\n[1, [2]]}", "t:2:5: expected a number, found an array"},
+            {"{\"wave\": []}", "t:1:11: expected numbers, found none"},
+            {"{\"wave\": [1],\n \"wave\": [2]}", "t:2:2: expected every key once, found a second \"wave\""},
+            {"{\"low_shelf\": {\"F\": 1, \"F\": 1}}",
+             "t:1:24: expected every key once, found a second \"F\""},
         },
         [](const std::string& text) { ParseVoice(text, "t"); });
     EXPECT_NO_THROW(ParseVoice(R"({"low_shelf": {"F": 1}, "high_shelf": {"F": 1}})", "t"));
@@ -169,11 +194,14 @@ TEST(PacketFiles, HoldWordsOfTwoBytesLowByteFirst) {
     bytes[1] = '\x12';
     bytes[81] = '\x80';
     bytes[82] = '\xFF';
-    const std::vector<PacketWords> packets = ParsePackets(bytes, "t");
-    ASSERT_EQ(packets.size(), 2u);
-    EXPECT_EQ(packets[0][0], 0x1234);
-    EXPECT_EQ(packets[0][40], 0x8000);
-    EXPECT_EQ(packets[1][0], 0x00FF);
+    std::istringstream input(bytes);
+    PacketParser packets(input, "t");
+    ASSERT_TRUE(packets.Next());
+    EXPECT_EQ(packets.Words()[0], 0x1234);
+    EXPECT_EQ(packets.Words()[40], 0x8000);
+    ASSERT_TRUE(packets.Next());
+    EXPECT_EQ(packets.Words()[0], 0x00FF);
+    EXPECT_FALSE(packets.Next());
 }
 
 }  // namespace

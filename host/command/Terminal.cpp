@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "host/command/ProgressBar.h"
+#include "host/command/Terminal.h"
 
 #include <cstdio>
 #include <unistd.h>
+
+#include "host/tables/Text.h"
 
 namespace larynth {
 namespace {
@@ -13,13 +15,17 @@ static_assert(sizeof(kFull) == kWidth + 1);
 
 }  // namespace
 
+void Print(const std::string& line) { std::fprintf(stderr, "%s\n", Printable(line).c_str()); }
+
+void Say(const std::string& message) { Print("larynth: " + message); }
+
 bool ProgressBar::IsWanted() { return isatty(STDERR_FILENO) == 1; }
 
 ProgressBar::~ProgressBar() {
     if (shown_ >= 0) std::fputs("\r\x1b[K", stderr);
 }
 
-void ProgressBar::Show(std::size_t done) noexcept {
+void ProgressBar::Show(std::uint64_t done) noexcept {
     if (total_ == 0) return;
     const int percent = static_cast<int>(100 * done / total_);
     if (percent == shown_) return;
