@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <iostream>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -73,6 +72,12 @@ int OpenScratch() {
     return descriptor;
 }
 
+int OpenToRead(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor >= 0) return descriptor;
+    throw BadInput(path + ": cannot be opened: " + std::generic_category().message(errno));
+}
+
 bool WriteAll(int descriptor, std::span<const char> bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
@@ -94,61 +99,63 @@ bool IsSameFile(const std::string& one, const std::string& other) {
     return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-InputFile::InputFile(const std::string& path) : name_(path), file_(path, std::ios::binary) {
-    if (!file_) throw BadInput(path + ": cannot be opened: " + std::generic_category().message(errno));
-    MakeRepeatable();
+InputFile::InputFile(const std::string& path) : InputFile(path, OpenToRead(path)) {}
+
+InputFile::InputFile(std::string name, int descriptor)
+    : name_(std::move(name)), descriptor_(descriptor), buffer_(kBufferSize) {
+    stream_.exceptions(std::ios::badbit);  // lets through what reading raises
+    start_ = lseek(descriptor_, 0, SEEK_CUR);
+    if (start_ >= 0) return;
+    copy_ = OpenScratch();
+    if (copy_ >= 0) return;
+    const int reason = errno;
+    if (descriptor_ > STDERR_FILENO) close(descriptor_);
+    throw std::system_error(reason, std::generic_category(), name_ + ": cannot be copied");
 }
 
-InputFile::InputFile(StandardInput) : name_("<stdin>"), isStandardInput_(true) { MakeRepeatable(); }
+InputFile::~InputFile() {
+    for (const int descriptor : {descriptor_, copy_}) {
+        if (descriptor > STDERR_FILENO) close(descriptor);
+    }
+}
 
 InputFile InputFile::FromArgument(const std::string& path) {
-    if (path == "-") return InputFile(StandardInput{});
+    if (path == "-") return InputFile("<stdin>", STDIN_FILENO);
     return InputFile(path);
 }
 
-void InputFile::MakeRepeatable() {
-    std::istream& stream = Stream();
-    start_ = stream.tellg();
-    if (start_ >= 0) return;
-    const int scratch = OpenScratch();
-    std::array<char, 1 << 14> chunk;
-    bool copied = scratch >= 0;
-    while (copied && stream) {
-        stream.read(chunk.data(), chunk.size());
-        copied = WriteAll(scratch, std::span(chunk).first(static_cast<std::size_t>(stream.gcount())));
+InputFile::int_type InputFile::underflow() {
+    ssize_t count = 0;
+    do count = read(descriptor_, buffer_.data(), buffer_.size());
+    while (count < 0 && errno == EINTR);
+    if (count < 0) throw BadInput(name_ + ": cannot be read: " + std::generic_category().message(errno));
+    const auto bytes = std::span(buffer_).first(static_cast<std::size_t>(count));
+    if (start_ < 0 && !WriteAll(copy_, bytes)) {
+        throw std::system_error(errno, std::generic_category(), name_ + ": cannot be copied");
     }
-    const int reason = errno;
-    const bool bad = stream.bad();
-    if (copied) file_ = std::ifstream(DescriptorPath(scratch), std::ios::binary);
-    if (scratch >= 0) close(scratch);
-    if (bad) throw BadInput(name_ + ": cannot be read");
-    if (!copied || !file_) {
-        throw std::system_error(reason, std::generic_category(), name_ + ": cannot be copied");
-    }
-    isStandardInput_ = false;
-    start_ = 0;
+    setg(buffer_.data(), buffer_.data(), buffer_.data() + count);
+    return count == 0 ? traits_type::eof() : traits_type::to_int_type(buffer_[0]);
 }
 
-std::istream& InputFile::Stream() { return isStandardInput_ ? std::cin : file_; }
-
 void InputFile::Rewind() {
-    Stream().clear();
-    if (!Stream().seekg(start_)) throw BadInput(name_ + ": cannot be read");
+    if (start_ < 0) {
+        std::swap(descriptor_, copy_);
+        start_ = 0;
+    }
+    if (lseek(descriptor_, start_, SEEK_SET) < 0) throw BadInput(name_ + ": cannot be read twice");
+    setg(nullptr, nullptr, nullptr);
+    stream_.clear();
 }
 
 std::string InputFile::ReadAll(std::size_t most) {
     std::string bytes;
-    std::array<char, 1 << 14> chunk;
-    std::istream& stream = Stream();
-    while (stream) {
-        stream.read(chunk.data(), chunk.size());
-        bytes.append(chunk.data(), static_cast<std::size_t>(stream.gcount()));
-        if (bytes.size() > most) {
-            throw BadInput(name_ + ": expected at most " + std::to_string(most) + " bytes, found more");
-        }
+    while (stream_ && bytes.size() <= most) {
+        std::array<char, 1 << 14> chunk;
+        stream_.read(chunk.data(), chunk.size());
+        bytes.append(chunk.data(), static_cast<std::size_t>(stream_.gcount()));
     }
-    if (stream.bad()) throw BadInput(name_ + ": cannot be read");
-    return bytes;
+    if (bytes.size() <= most) return bytes;
+    throw BadInput(name_ + ": expected at most " + std::to_string(most) + " bytes, found more");
 }
 
 HeldSignals::HeldSignals() {

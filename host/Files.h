@@ -3,12 +3,13 @@
 
 #include <csignal>
 #include <cstdint>
-#include <fstream>
 #include <initializer_list>
 #include <istream>
 #include <optional>
 #include <span>
+#include <streambuf>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace larynth {
@@ -18,33 +19,36 @@ namespace larynth {
 /// its own.
 bool IsSameFile(const std::string& one, const std::string& other);
 
-/// A file to read, as often as wanted. What can be read only once, a pipe or a terminal, is copied to an
-/// unnamed file in the folder for temporary files first. Raises BadInput when it cannot be opened or read.
-class InputFile {
+/// A file to read, as often as wanted: what can be read only once, a pipe or a terminal, is copied meanwhile
+/// to an unnamed file in the folder for temporary files. Raises BadInput when it cannot be opened or read,
+/// also out of the stream's functions, and std::system_error when it cannot be copied.
+class InputFile : private std::streambuf {
   public:
     explicit InputFile(const std::string& path);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
+    ~InputFile() override;
 
     /// The same, but "-" is standard input, from where it stands.
     static InputFile FromArgument(const std::string& path);
 
     const std::string& Name() const noexcept { return name_; }  ///< For messages.
-    std::istream& Stream();
-    void Rewind();  ///< Back to the first byte.
+    std::istream& Stream() noexcept { return stream_; }
+    void Rewind();  ///< Back to the first byte. What was not read yet of a pipe is left out.
 
     /// The bytes that are left, which serve as a whole and so are limited: BadInput for more than `most`.
     std::string ReadAll(std::size_t most);
 
   private:
-    struct StandardInput {};
-    explicit InputFile(StandardInput);
-    void MakeRepeatable();
+    InputFile(std::string name, int descriptor);
+    int_type underflow() override;
 
     std::string name_;
-    bool isStandardInput_ = false;
-    std::ifstream file_;
-    std::streamoff start_ = 0;
+    int descriptor_;
+    int copy_ = -1;  // gets what is read; -1: the descriptor can be read again
+    off_t start_ = 0;
+    std::vector<char> buffer_;
+    std::istream stream_{this};
 };
 
 /// Holds back, as long as it exists, the signals that would end the program.

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
-#include <iostream>
 #include <new>
 #include <sstream>
 
@@ -22,7 +21,6 @@ enum ExitStatus { kDone = 0, kFailed = 1, kBadInput = 2 };
 // A reader that went away and a full quota are failed writes like others, not ends of the program; and no
 // file that is opened later may pass for a standard stream that was closed.
 void PrepareProcess() {
-    std::ios::sync_with_stdio(false);  // standard input is read as a file is
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     for (int stream = 0; stream <= 2; ++stream) {

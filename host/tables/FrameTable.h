@@ -44,7 +44,7 @@ class FrameTableParser {
                      const FrameTableDefaults& defaults);
 
     /// Moves to the next frame; false behind the last one, of which there is at least one. Raises BadInput
-    /// for the first thing that is wrong, with its place, or when the input cannot be read.
+    /// for the first thing that is wrong, with its place.
     bool Next();
 
     // From the first frame on:

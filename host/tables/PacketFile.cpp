@@ -10,7 +10,6 @@ bool PacketParser::Next() {
     std::array<char, kPacketSize> bytes;
     input_.read(bytes.data(), bytes.size());
     const auto count = static_cast<std::size_t>(input_.gcount());
-    if (input_.bad()) throw BadInput(fileName_ + ": cannot be read");
     if (count == 0) return false;
     if (count < kPacketSize) {
         throw BadInput(fileName_ + ": expected packets of " + std::to_string(kPacketSize) +

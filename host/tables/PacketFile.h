@@ -18,7 +18,7 @@ class PacketParser {
     PacketParser(std::istream& input, std::string fileName) : input_(input), fileName_(std::move(fileName)) {}
 
     /// Moves to the next packet; false behind the last one, of which there may be none. Raises BadInput for
-    /// bytes that are no whole packet, or when the input cannot be read.
+    /// bytes that are no whole packet.
     bool Next();
 
     const PacketWords& Words() const noexcept { return words_; }

@@ -85,7 +85,6 @@ bool TextLines::Next() {
     buffer_.resize(kMostBytes + 1);  // and a zero
     input_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
     const auto count = static_cast<std::size_t>(input_.gcount());
-    if (input_.bad()) throw BadInput(fileName_ + ": cannot be read");
     if (input_.eof() && count == 0) return false;
     if (input_.fail()) throw BadInput(At(1), "a line of at most " + std::to_string(kMostBytes) + " bytes");
     line_ = std::string_view(buffer_.data(), input_.eof() ? count : count - 1);

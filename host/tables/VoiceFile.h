@@ -12,7 +12,7 @@ using Waveform = std::vector<double>;
 
 /// Reads a waveform as text: one number a line, with the grammar of a frame table; blanks around it, blank
 /// lines, carriage returns at a line's end and a byte order mark are ignored. `fileName` serves messages.
-/// Raises BadInput for the first thing that is wrong, with its place, or when the input cannot be read.
+/// Raises BadInput for the first thing that is wrong, with its place.
 Waveform ParseWaveform(std::istream& input, const std::string& fileName);
 
 /// An output filter that raises one end of the spectrum.

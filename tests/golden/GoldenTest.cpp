@@ -28,7 +28,7 @@ struct GoldenCase {
 void PrintTo(const GoldenCase& row, std::ostream* stream) { *stream << row.name; }
 
 std::string Content(const std::string& name) {
-    return InputFile(LARYNTH_GOLDEN_DIR "/" + name).ReadAll(1 << 24);
+    return InputFile(LARYNTH_GOLDEN_DIR "/" + name).ReadAll(1 << 20);
 }
 
 std::vector<GoldenCase> AllCases() {
