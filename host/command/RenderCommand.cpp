@@ -58,18 +58,25 @@ std::string PathOf(const std::string& argument, const char* standardStream) {
     return argument == "-" ? standardStream : argument;
 }
 
-/// Tells once where the sound is not finite any more, which the samples do not show: they are 0 then.
-class FiniteWatch {
-  public:
-    void Look(const Synthesizer& synthesizer, const FrameReader& frames) {
-        if (isOver_ || synthesizer.IsFinite()) return;
-        isOver_ = true;
-        Say(frames.Place() + ": the sound is not finite after this frame");
+/// All frames into the audio file and, where there is one, the label file. The place of the first frame after
+/// which the sound is not finite, which the samples do not show; empty: none.
+std::string RenderFrames(FrameReader& frames, Synthesizer& synthesizer, std::uint64_t frameCount,
+                         AudioFile& audio, LabelFile* labels) {
+    ProgressBar bar(ProgressBar::IsWanted() ? frameCount : 0);
+    std::uint64_t samples = 0, count = 0;
+    std::string notFinite;
+    while (frames.Next()) {
+        if (labels != nullptr && !frames.Marker().empty()) labels->Add(samples, frames.Marker());
+        const std::span<const short> rendered = synthesizer.Render(frames.MakePacket().Get());
+        audio.Append(rendered);
+        samples += rendered.size();
+        if (notFinite.empty() && !synthesizer.IsFinite()) notFinite = frames.Place();
+        bar.Show(++count);
     }
-
-  private:
-    bool isOver_ = false;
-};
+    audio.Finish();
+    if (labels != nullptr) labels->Finish(samples);
+    return notFinite;
+}
 
 }  // namespace
 
@@ -209,24 +216,14 @@ void RenderCommand::Render(FrameReader& frames, const Extent& extent, AudioForma
     std::optional<OutputFile> labelOutput;
     std::optional<LabelFile> labels;
     if (!labels_.empty()) labels.emplace(labelOutput.emplace(labels_), extent.sampleFreq);
-    ProgressBar bar(ProgressBar::IsWanted() ? extent.frames : 0);
-    FiniteWatch watch;
-    std::uint64_t samples = 0, count = 0;
-    while (frames.Next()) {
-        if (labels && !frames.Marker().empty()) labels->Add(samples, frames.Marker());
-        const std::span<const short> rendered = synthesizer.Render(frames.MakePacket().Get());
-        audio.Append(rendered);
-        samples += rendered.size();
-        watch.Look(synthesizer, frames);
-        bar.Show(++count);
-    }
-    audio.Finish();
-    if (labels) labels->Finish(samples);
-    if (labels) {
+    const std::string notFinite =
+        RenderFrames(frames, synthesizer, extent.frames, audio, labels ? &*labels : nullptr);
+    if (labelOutput) {
         OutputFile::Commit({&audioOutput, &*labelOutput});
     } else {
         audioOutput.Commit();
     }
+    if (!notFinite.empty()) Say(notFinite + ": the sound is not finite after this frame");
 }
 
 void RenderCommand::Summarize(const Extent& extent, double seconds) const {
