@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <iterator>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -273,7 +274,7 @@ void OutputFile::Commit(std::initializer_list<OutputFile*> files) {
     for (OutputFile* file : files) file->Finish();
     const HeldSignals whileNamesChange;
     try {
-        for (OutputFile* file : files) file->TakePlace();
+        for (OutputFile* file : files) file->TakePlace(file != *std::prev(files.end()));
     } catch (...) {
         for (OutputFile* file : files) file->LeavePlace();
         throw;
@@ -281,8 +282,13 @@ void OutputFile::Commit(std::initializer_list<OutputFile*> files) {
     for (OutputFile* file : files) file->RemoveTemporary();
 }
 
-void OutputFile::TakePlace() {
+void OutputFile::TakePlace(bool mayHaveToLeave) {
     if (target_.empty()) return;
+    struct stat status {};
+    if (lstat(target_.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = EISDIR;  // a folder would be exchanged, too
+        Fail("cannot be written");
+    }
     if (temporary_.empty()) {
         const std::string unnamed = DescriptorPath(descriptor_);
         tookPlace_ = linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, target_.c_str(), AT_SYMLINK_FOLLOW) == 0;
@@ -290,15 +296,10 @@ void OutputFile::TakePlace() {
         if (errno != EEXIST) Fail("cannot be created");
         LinkBesides(unnamed);
     }
-    struct stat status {};
-    if (lstat(target_.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
-        errno = EISDIR;  // a folder would be exchanged, too
-        Fail("cannot be written");
-    }
-    if (renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE) == 0) {
-        tookPlace_ = true;  // and the old file has the hidden name
-        return;
-    }
+    errno = 0;
+    tookPlace_ = mayHaveToLeave &&
+                 renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE) == 0;
+    if (tookPlace_) return;              // and the old file has the hidden name
     const bool isNew = errno == ENOENT;  // else the file system cannot exchange
     if (rename(temporary_.c_str(), target_.c_str()) != 0) Fail("cannot be created");
     temporary_.clear();

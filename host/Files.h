@@ -99,7 +99,7 @@ class OutputFile {
     void Flush();
     void Finish();
     void CopyToDevice();
-    void TakePlace();
+    void TakePlace(bool mayHaveToLeave);
     void LinkBesides(const std::string& unnamed);
     void LeavePlace() noexcept;
     void RemoveTemporary() noexcept;
