@@ -25,7 +25,7 @@ namespace {
 constexpr std::size_t kMostWavSamples = (0xFFFFFFFFU - 1024U) / sizeof(short);
 
 // What a FLAC file's header has 36 bits for.
-constexpr std::uint64_t kMostFlacSamples = (1ull << 36) - 1;
+constexpr std::uint64_t kMostFlacSamples = (1ULL << 36) - 1;
 
 std::string LowerCase(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),

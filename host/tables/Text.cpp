@@ -41,10 +41,10 @@ Character FirstCharacter(std::string_view text) {
     const auto form = std::find_if(kForms.begin(), kForms.end(),
                                    [&](const SequenceForm& f) { return (first & f.mask) == f.marking; });
     if (form == kForms.end() || text.size() < form->length) return {};
-    std::uint32_t code = first & ~form->mask & 0xFFu;
+    std::uint32_t code = first & ~form->mask & 0xFFU;
     for (std::size_t i = 1; i < form->length; ++i) {
         if (!IsContinuation(text[i])) return {};
-        code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3Fu);
+        code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
     }
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     if (code < form->least || code > 0x10FFFF || surrogate) return {};

@@ -58,7 +58,7 @@ class VoiceReader : public json::json_sax_t {
         const auto known = inShelf ? std::span<const std::string_view>(kShelfKeys) : kVoiceKeys;
         if (std::find(known.begin(), known.end(), key) == known.end()) {
             std::string list;
-            for (const std::string_view name : known) list += std::string(name) + ", ";
+            for (const std::string_view name : known) list.append(name).append(", ");
             throw BadInput(Here(), "one of the keys " + list + "found " + Quoted(key));
         }
         if (!(inShelf ? shelfKeys_ : voiceKeys_).insert(key).second) {

@@ -104,9 +104,9 @@ TEST_P(Golden, GivesTheExpectedSamplesAndMarkers) {
     const std::string bytes = Content(row.expected);
     ASSERT_EQ(bytes.size(), 2 * row.samples);
     ASSERT_EQ(samples.size(), row.samples);
+    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(bytes[k]); };
     for (std::size_t i = 0; i < row.samples; ++i) {
-        const int high = static_cast<signed char>(bytes[2 * i + 1]);
-        ASSERT_EQ(samples[i], high * 256 + static_cast<unsigned char>(bytes[2 * i])) << "sample " << i;
+        ASSERT_EQ(samples[i], static_cast<short>(byte(2 * i + 1) << 8 | byte(2 * i))) << "sample " << i;
     }
     EXPECT_EQ(markers, row.markers);
 }

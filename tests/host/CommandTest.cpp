@@ -214,7 +214,7 @@ TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
         const std::string line = "larynth render loud.csv -o o.raw --tract " + std::string(tract);
         EXPECT_EQ(Run(line).err, "larynth: loud.csv:5: the sound is not finite after this frame\n");
     }
-    EXPECT_EQ(folder_.Read("o.raw").size(), 2u * 400);
+    EXPECT_EQ(folder_.Read("o.raw").size(), 2U * 400);
     EXPECT_THAT(Run("larynth render t.csv -o o.raw --output-gain 1e200 --volume 1e200").err,
                 HasSubstr("t.csv:2: "));
     folder_.Write("p", std::string(82, '\x7F'));
