@@ -90,7 +90,6 @@ void FrameTableParser::ReadFrame() {
             lines_.At(fields_.size() > count ? fields_[count] : lineEnd),
             std::to_string(count) + " fields as in the header, found " + std::to_string(fields_.size()));
     }
-    frame_.marker.clear();
     std::size_t valueIndex = 0;
     for (std::size_t i = 0; i < count; ++i) ReadField(columns_[i].kind, fields_[i], valueIndex);
 }
