@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/Files.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -21,11 +22,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBufferSize = 1 << 16;
+constexpr std::array kEndingSignals{SIGHUP, SIGINT, SIGQUIT, SIGTERM};
 
 sigset_t EndingSignals() {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) sigaddset(&signals, signal);
+    for (const int signal : kEndingSignals) sigaddset(&signals, signal);
     return signals;
 }
 
@@ -103,9 +105,11 @@ bool IsSameFile(const std::string& one, const std::string& other) {
 InputFile::InputFile(const std::string& path) : InputFile(path, OpenToRead(path)) {}
 
 InputFile::InputFile(std::string name, int descriptor)
-    : name_(std::move(name)), descriptor_(descriptor), buffer_(kBufferSize) {
+    : name_(std::move(name)),
+      descriptor_(descriptor),
+      start_(lseek(descriptor, 0, SEEK_CUR)),
+      buffer_(kBufferSize) {
     stream_.exceptions(std::ios::badbit);  // lets through what reading raises
-    start_ = lseek(descriptor_, 0, SEEK_CUR);
     if (start_ >= 0) return;
     copy_ = OpenScratch();
     if (copy_ >= 0) return;
@@ -121,7 +125,7 @@ InputFile::~InputFile() {
 }
 
 InputFile InputFile::FromArgument(const std::string& path) {
-    if (path == "-") return InputFile("<stdin>", STDIN_FILENO);
+    if (path == "-") return {"<stdin>", STDIN_FILENO};
     return InputFile(path);
 }
 
@@ -169,10 +173,8 @@ HeldSignals::~HeldSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 bool HeldSignals::IsOneWaiting() {
     sigset_t waiting;
     if (sigpending(&waiting) != 0) return false;
-    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
-        if (sigismember(&waiting, signal) == 1) return true;
-    }
-    return false;
+    return std::ranges::any_of(kEndingSignals,
+                               [&](int signal) { return sigismember(&waiting, signal) == 1; });
 }
 
 OutputFile::OutputFile(const std::string& path, Access access) : name_(path) {

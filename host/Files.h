@@ -46,7 +46,7 @@ class InputFile : private std::streambuf {
     std::string name_;
     int descriptor_;
     int copy_ = -1;  // gets what is read; -1: the descriptor can be read again
-    off_t start_ = 0;
+    off_t start_;    // below 0: can be read once only
     std::vector<char> buffer_;
     std::istream stream_{this};
 };
