@@ -30,7 +30,12 @@ class Item final : public Fake<IUnknown> {
         if (list != nullptr) list->GetCount(&countSeen);
         return Fake::Release();
     }
+    ULONG LARYNTH_CALL AddRef() override {
+        if (clears && list != nullptr) list->Clear();
+        return Fake::AddRef();
+    }
     ITTSObjectList* list = nullptr;
+    bool clears = false;
     int countSeen = -1;
 };
 
@@ -61,6 +66,32 @@ class ObjectList : public testing::TestWithParam<CLSID> {
     Item items[4]{Item(script), Item(script), Item(script), Item(script)};
     ComPtr<ITTSObjectList> list = New<ITTSObjectList>(GetParam());
 };
+
+TEST_P(ObjectList, IsNotUpsetByAnItemThatChangesItWhenItIsHeld) {
+    Item clearing(script);
+    clearing.list = list.Get();
+    clearing.clears = true;
+    EXPECT_EQ(Code(list->SetItem(3, &clearing)), "E_FAIL");
+    list->Add(&items[0]);
+    EXPECT_EQ(Code(list->Insert(1, &clearing)), "E_FAIL");
+    EXPECT_EQ(Order(), Places());
+    EXPECT_EQ(items[0].references, 0);
+}
+
+TEST_P(ObjectList, NestedDeepIsReleasedWithoutDeepCalls) {
+    auto innermost = New<ITTSObjectList>(GetParam());
+    for (int depth = 0; depth < 300'000; ++depth) {
+        auto around = New<ITTSObjectList>(GetParam());
+        ComPtr<ITTSSyncHolder> holder;
+        if (depth % 2 == 0 && holder.TryQuery(around.Get())) {
+            holder->SetObject(innermost.Get());
+        } else {
+            around->Add(innermost.Get());
+        }
+        innermost = around;
+    }
+    list->Add(innermost.Get());
+}
 
 TEST_P(ObjectList, HoldsOneReferenceForEachPlace) {
     const struct {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
@@ -25,6 +26,17 @@ class Script {
     void ReturnFromQuery(REFIID id, HRESULT code) { queryCodes_.emplace_back(id, code); }
     /// Makes the call, "QueryInterface" among them, raise what no status code stands for.
     void Throw(const std::string& call) { thrower_ = call; }
+    /// Does `action` within the `ordinal`th call or query from now on, counted from 1.
+    void Do(int ordinal, std::function<void()> action) {
+        steps = 0;
+        actAt_ = ordinal;
+        action_ = std::move(action);
+    }
+    /// Does it within the next call of this name.
+    void Do(std::string call, std::function<void()> action) {
+        actIn_ = std::move(call);
+        action_ = std::move(action);
+    }
     /// Begins to count and to list anew, and makes the `ordinal`th call or query fail, counted from 1.
     void Restart(int failAt = 0) {
         calls.clear();
@@ -56,7 +68,8 @@ class Script {
   private:
     HRESULT Step(const std::string& call, HRESULT code) {
         if (call == thrower_) throw 7;
-        if (++steps != failAt_) return code;
+        if ((++steps == actAt_ || call == actIn_) && action_) std::exchange(action_, nullptr)();
+        if (steps != failAt_) return code;
         failed = call;
         return kFailure;
     }
@@ -64,7 +77,9 @@ class Script {
     std::map<std::string, HRESULT> codes_;
     std::vector<std::pair<IID, HRESULT>> queryCodes_;
     std::string thrower_;
-    int failAt_ = 0;
+    std::string actIn_;
+    std::function<void()> action_;
+    int failAt_ = 0, actAt_ = 0;
 };
 
 /// Base of the partners: counts references, answers its list (as ComObject's) and asks the script first. It
