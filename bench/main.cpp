@@ -7,6 +7,7 @@
 #include "bench/Case.h"
 #include "bench/ComparisonBench.h"
 #include "bench/CountedRun.h"
+#include "bench/LongRun.h"
 #include "bench/ResultTables.h"
 #include "bench/SampleCheck.h"
 #include "bench/ThreadsBench.h"
@@ -60,6 +61,10 @@ int Run(int argc, char** argv) {
     const std::vector<Case> cases = AllCases();
     if (const auto counted = ParseCountedRun(argc, argv)) {
         std::printf("%zu\n", MakeCountedRun(*counted, cases));
+        return 0;
+    }
+    if (const auto samples = ParseLongRun(argc, argv)) {
+        MakeLongRun(*samples, cases);
         return 0;
     }
     return RunBenchmarks(argc, argv, cases);

@@ -15,6 +15,7 @@
 #include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/ForwardingOuter.h"
+#include "tests/support/InThreads.h"
 
 namespace {
 
@@ -260,6 +261,39 @@ const std::vector<ClassRow> kClasses = {
 
 INSTANTIATE_TEST_SUITE_P(Classes, Conformance, testing::ValuesIn(kClasses),
                          [](const auto& row) { return std::string(row.param.Name); });
+
+TEST(Modules, RenderInEightThreadsWhatTheyRenderInOne) {
+    const ModuleUnderTest larynth(LARYNTH_MODULE), companion(LARYNTH_COMPANION_MODULE);
+    const auto render = [] {
+        ComPtr<IACLIOProcess> synthesizer;
+        ComPtr<ITTSDoublePacket> packet;
+        ComPtr<ILarynthParams> timing;
+        synthesizer.Create(CLSID_Larynth);
+        synthesizer->Initialize(nullptr, GUID_NULL);
+        packet.Create(CLSID_LarynthParams);
+        timing.Query(packet.Get());
+        timing->SetFrameLen(300);
+        for (const auto& [item, value] :  // F0, FL, AV; no noise, which all of them share
+             {std::pair(0, 120.0), {2, 0.1}, {6, 900.0}, {7, 0.0}, {8, 0.0}}) {
+            packet->SetItemValue(item, value);
+        }
+        std::vector<short> sound;
+        for (int i = 0; i < 40; ++i) {
+            ComPtr<IUnknown> output;
+            ComPtr<ITTSSoundData> block;
+            const short* samples = nullptr;
+            int count = 0;
+            synthesizer->Calculate(packet.Get(), GUID_NULL, GUID_NULL, output.Put());
+            if (block.TryQuery(output.Get())) block->GetSamples(&samples, &count);
+            sound.insert(sound.end(), samples, samples + count);
+        }
+        return sound;
+    };
+    const std::vector<short> expected = render();
+    EXPECT_EQ(expected.size(), 12000U);
+    EXPECT_NE(std::ranges::count(expected, 0), 12000);
+    InThreads(8, [&](int) { EXPECT_EQ(render(), expected); });
+}
 
 TEST(Modules, AreUnloadedAsSoonAsNothingOfThemIsHeld) {
     for (int round = 0; round < 2; ++round) {
