@@ -8,13 +8,6 @@ namespace larynth {
 using vector::Tracts;
 using vector::TractSamples;
 
-namespace {
-
-/// A value of each sample of a stretch, of the one behind it, and room. Not initialised.
-using Values = double[vector::kStretch + 1 + vector::kRoom];
-
-}  // namespace
-
 void Network::Elements::Take(const Frame& frame) const {
     if (source != nullptr) source->Take(frame);
     if (waveSource != nullptr) waveSource->Take(frame);
@@ -26,31 +19,25 @@ void Network::Elements::Take(const Frame& frame) const {
     if (filter != nullptr) filter->Take(frame);
 }
 
-void Network::Render(const Elements& elements, std::span<double> sums) noexcept {
+std::span<const double> Network::Render(const Elements& elements, std::size_t count) noexcept {
     elements_ = &elements;
-    while (!sums.empty()) {
-        const std::size_t length = std::min(sums.size(), vector::kStretch);
-        RenderStretch(sums.first(length));
-        sums = sums.subspan(length);
-    }
-}
-
-void Network::RenderStretch(std::span<double> sums) noexcept {
-    Values voicing, aspiration, frication, bypassed;
-    Excite(std::span(voicing, sums.size()));
+    auto& [voicing, aspiration, frication, bypassed, mixed, delayed, branch, sums] = stretch_;
+    Excite(std::span(voicing).first(count));
     DrawNoise({.aspirationAmplitude = elements_->aspiration->Amplitude(),
                .fricationAmplitude = elements_->frication->Amplitude(),
                .bypassGain = elements_->parallel->Bypass().Gain(),
-               .aspiration = aspiration,
-               .frication = frication,
-               .bypassed = bypassed},
-              sums.size());
-    const TractSamples samples{voicing, aspiration, frication, bypassed, sums.data()};
+               .aspiration = aspiration.data(),
+               .frication = frication.data(),
+               .bypassed = bypassed.data()},
+              count);
+    const TractSamples samples{voicing.data(), aspiration.data(), frication.data(), bypassed.data(),
+                               sums.data(),    mixed.data(),      delayed.data(),   branch.data()};
     if (elements_->cascade != nullptr) {
-        RunTracts(samples, sums.size());
+        RunTracts(samples, count);
     } else {
-        RunFilterTract(samples, sums.size());
+        RunFilterTract(samples, count);
     }
+    return std::span(sums).first(count);
 }
 
 void Network::Excite(std::span<double> voicing) noexcept {
@@ -72,12 +59,12 @@ void Network::ExciteFromWave(std::span<double> voicing, bool flutters) noexcept 
 void Network::ExciteSteadily(std::span<double> voicing) noexcept {
     VoicingSourceCore& source = *elements_->source;
     const GlottalPeriod period = source.Period();
-    Values times;
-    phases_.Write(source.SampleTime(), source.Phase(), period.T0, std::span(times, voicing.size()));
+    vector::StretchValues times;
+    phases_.Write(source.SampleTime(), source.Phase(), period.T0, std::span(times).first(voicing.size()));
     if (source.IsSilent() || period.T0 == 0.0) {
         std::ranges::fill(voicing, 0.0);
     } else {
-        kernels_.pulses({source.AV(), source.OQ(), source.DI()}, period, times, voicing.data(),
+        kernels_.pulses({source.AV(), source.OQ(), source.DI()}, period, times.data(), voicing.data(),
                         voicing.size());
     }
     source.Store(voicing.back());
@@ -87,18 +74,18 @@ void Network::ExciteSteadily(std::span<double> voicing) noexcept {
 void Network::ExciteFluttering(std::span<double> voicing) noexcept {
     const std::size_t count = voicing.size();
     VoicingSourceCore& source = *elements_->source;
-    Values F0, times, T0, Tp, K;
-    FlutterF0(std::span(F0, count));
+    vector::StretchValues F0, times, T0, Tp, K;
+    FlutterF0(std::span(F0).first(count));
     T0[0] = source.Period().T0;
     Tp[0] = source.Period().Tp;
     K[0] = source.Period().K;
-    kernels_.periods(source.OQ(), F0, {T0 + 1, Tp + 1, K + 1}, count);
-    phases_.Write(source.SampleTime(), source.Phase(), T0, std::span(times, count));
+    kernels_.periods(source.OQ(), F0.data(), {&T0[1], &Tp[1], &K[1]}, count);
+    phases_.Write(source.SampleTime(), source.Phase(), T0.data(), std::span(times).first(count));
     if (source.IsSilent()) {
         std::ranges::fill(voicing, 0.0);
     } else {
-        kernels_.movedPulses({source.AV(), source.OQ(), source.DI()}, {T0, Tp, K}, times, voicing.data(),
-                             count);
+        kernels_.movedPulses({source.AV(), source.OQ(), source.DI()}, {T0.data(), Tp.data(), K.data()},
+                             times.data(), voicing.data(), count);
     }
     source.Period() = {T0[count], Tp[count], K[count]};
     source.Store(voicing.back());

@@ -51,12 +51,16 @@ class Network {
 
     explicit Network(const vector::Kernels& kernels = vector::FastestKernels()) : kernels_(kernels) {}
 
-    /// The next sums of both tracts, with vector::kRoom values of room behind them. The elements are
-    /// complete.
-    void Render(const Elements& elements, std::span<double> sums) noexcept;
+    /// The next sums of both tracts: `count` of them, 1 to vector::kStretch, which stay until the next call.
+    /// The elements are complete.
+    std::span<const double> Render(const Elements& elements, std::size_t count) noexcept;
 
   private:
-    void RenderStretch(std::span<double> sums) noexcept;
+    /// The arrays of a stretch, in one place because of how far apart they lie.
+    struct alignas(64) Stretch {
+        vector::StretchValues voicing, aspiration, frication, bypassed, mixed, delayed, branch, sums;
+    };
+
     void Excite(std::span<double> voicing) noexcept;
     void ExciteSteadily(std::span<double> voicing) noexcept;
     void ExciteFluttering(std::span<double> voicing) noexcept;
@@ -68,6 +72,7 @@ class Network {
 
     const vector::Kernels& kernels_;
     vector::PhaseTable phases_;
+    Stretch stretch_;
     const Elements* elements_ = nullptr;  // while it renders
 };
 

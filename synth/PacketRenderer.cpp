@@ -125,12 +125,10 @@ void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {
 
 void PacketRenderer::RenderInStretches(const Network::Elements& own,
                                        std::span<std::int16_t> samples) noexcept {
-    double sums[vector::kStretch + vector::kRoom];
     while (!samples.empty()) {
-        const std::span stretch(sums, std::min(samples.size(), vector::kStretch));
-        network_.Render(own, stretch);
-        output_.Process(stretch, samples.data());
-        samples = samples.subspan(stretch.size());
+        const auto sums = network_.Render(own, std::min(samples.size(), vector::kStretch));
+        output_.Process(sums, samples.data());
+        samples = samples.subspan(sums.size());
     }
 }
 

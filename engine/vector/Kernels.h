@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -16,6 +17,11 @@ inline constexpr std::size_t kStretch = 256;
 /// Values of room behind the last of each array of doubles: loops read them and overwrite them, and it does
 /// not matter what they are.
 inline constexpr std::size_t kRoom = 8;
+
+/// A value of each sample of a stretch, with room. Longer than that: processors take a load for dependent on
+/// a store that lies a multiple of 4096 bytes away, and no two of eight such arrays in a row do.
+using StretchValues = std::array<double, 320>;
+static_assert(std::tuple_size_v<StretchValues> >= kStretch + 16 + kRoom);
 
 /// The noise of a stretch: the aspiration draws before the frication, sample by sample.
 struct Noise {

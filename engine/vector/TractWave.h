@@ -28,13 +28,15 @@ struct WaveRecord {
     static constexpr int kDelay = kLag + Tracts::kCascadeCount - 1;
     static constexpr std::size_t kSteps = kStretch + kDelay + 4;
 
-    double mixed[2 + kSteps];  // what enters the antiresonator, behind the two samples before the stretch
-    double delayed[kSteps];    // what leaves it, and enters the cascade kLag steps later
-    double branch[kSteps];     // what leaves the branch
+    double* const mixed;
+    double* const delayed;  // enters the cascade kLag steps later
+    double* const branch;
+    static_assert(2 + kSteps <= std::tuple_size_v<StretchValues>);
     WaveStates branchStates[kDelay + 4], cascadeStates[kDelay + 4];  // from the last sample's entry on
 
     /// The wave moves on from `tracts` ...
-    LARYNTH_KERNEL explicit WaveRecord(const Tracts& tracts) {
+    LARYNTH_KERNEL WaveRecord(const Tracts& tracts, const TractSamples& samples)
+        : mixed(samples.mixed), delayed(samples.delayed), branch(samples.branch) {
         mixed[0] = tracts.antiResonator->state2;
         mixed[1] = tracts.antiResonator->state1;
     }
@@ -146,7 +148,7 @@ class TractWave {
 
 template <class Four>
 LARYNTH_KERNEL double RunTracts(const Tracts& tracts, const TractSamples& samples, std::size_t count) {
-    WaveRecord record(tracts);
+    WaveRecord record(tracts, samples);
     TractWave<Four>(tracts, samples, count, record).Run();
     record.Leave(tracts, count);
     return record.branch[count - 1 + WaveRecord::kBranchDelay];

@@ -23,6 +23,10 @@ struct TractSamples {
     const double* frication;   // into the parallel sections
     const double* bypassed;    // the frication times the bypass gain beside them
     double* sum;               // out: parallel + cascade
+
+    // What the tracts leave in between: what enters the antiresonator, behind the two samples before the
+    // stretch; what leaves it; what leaves the branch.
+    double *mixed, *delayed, *branch;
 };
 
 }  // namespace larynth::vector
