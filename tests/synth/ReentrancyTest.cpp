@@ -186,5 +186,36 @@ TEST_F(Reentrancy, WithoutMemoryNoSampleIsLostInSilence) {
     EXPECT_EQ(Code(Render(list.Get())), "S_OK");
 }
 
+TEST_F(Reentrancy, WithoutMemoryACallFailsAndCanBeRepeated) {
+    voice->SetLowFilter(300.0, 2.0, 0.75, 0.0);
+    ComPtr<IACLClone> original;
+    original.Query(packet.Get());
+    const std::pair<const char*, std::function<HRESULT()>> calls[] = {
+        {"Initialize", [&] { return process->Initialize(nullptr, GUID_NULL); }},
+        {"Calculate", [&] { return Render(packet.Get()); }},
+        {"SetVoice", [&] { return attributes->SetVoice(voice.Get(), GUID_NULL); }},
+        {"Clone", [&] { return original->Clone(IID_IUnknown, output.Put()); }},
+    };
+    for (const auto& [what, call] : calls) {
+        int failures = 0;
+        for (bool failed = true; failed; ++failures) {
+            Prepare();
+            if (what == calls[0].first) NewSynthesizer();
+            if (what == calls[2].first) Render(packet.Get());  // the filters are designed at once
+            HRESULT hr = S_OK;
+            {
+                AllocationFailure failure(failures + 1);
+                hr = call();
+                failed = failure.Happened();
+            }
+            EXPECT_EQ(FAILED(hr), failed) << what << ", allocation " << failures + 1;
+            EXPECT_EQ(Code(call()), "S_OK") << what;
+            EXPECT_EQ(Code(process->Initialize(nullptr, GUID_NULL)), "S_OK");
+            EXPECT_EQ(Code(Render(packet.Get())), "S_OK") << what;
+        }
+        EXPECT_GT(failures, 1) << what;
+    }
+}
+
 }  // namespace
 }  // namespace larynth::test
