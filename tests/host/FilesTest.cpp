@@ -74,20 +74,22 @@ TEST_F(OutputFiles, ASignalThatComesMeanwhileLeavesNothing) {
 TEST_F(OutputFiles, AreCommittedTogetherOrNotAtAll) {
     for (const bool refuses : {false, true}) {
         refusesUnnamedFiles = refuses;
-        for (const bool isBlocked : {true, false}) {
+        for (const std::string blocked : {"new", "third", ""}) {  // by a folder that came meanwhile
             folder_.Write("target", "old");
             OutputFile first(target_), second(folder_.Path("new")), third(folder_.Path("third"));
             first.Write(std::string("new"));
-            if (isBlocked) std::filesystem::create_directory(folder_.Path("third"));
+            if (!blocked.empty()) std::filesystem::create_directory(folder_.Path(blocked));
             const auto commit = [&] { OutputFile::Commit({&first, &second, &third}); };
-            if (isBlocked) {
+            if (!blocked.empty()) {
                 EXPECT_THROW(commit(), std::system_error);
             } else {
                 commit();
             }
-            EXPECT_EQ(folder_.Read("target"), isBlocked ? "old" : "new") << refuses;
-            EXPECT_EQ(std::filesystem::remove(folder_.Path("new")), !isBlocked) << refuses;
-            std::filesystem::remove(folder_.Path("third"));
+            EXPECT_EQ(folder_.Read("target"), blocked.empty() ? "new" : "old") << refuses;
+            for (const std::string name : {"new", "third"}) {
+                EXPECT_EQ(std::filesystem::is_directory(folder_.Path(name)), name == blocked) << refuses;
+                EXPECT_EQ(std::filesystem::remove(folder_.Path(name)), blocked.empty() || name == blocked);
+            }
         }
         EXPECT_THAT(folder_.Names(), ElementsAre("target"));
     }
