@@ -125,8 +125,8 @@ struct LARYNTH_INTERFACE(ITTSDoublePacket, "78b7d0ac-8477-4ce0-8e4c-da11b43c589b
 
 /// One frame as 41 signed 16-bit words in two's complement, 22050 Hz clock.
 struct LARYNTH_INTERFACE(ITTSTruKlattParams, "2330fcf1-562a-44b8-8866-8d77e827062c") : IUnknown {
-    /// Stores a copy of 41 words, which must be readable; with `bConvert` also fills the packet from them.
-    /// E_FAIL when there is no memory for the copy.
+    /// Stores a copy of 41 words, which are not probed: E_POINTER for null alone; with `bConvert` also fills
+    /// the packet from them. E_FAIL when there is no memory for the copy.
     virtual HRESULT LARYNTH_CALL SetTruPacket(unsigned short* pnPacket /*in*/, LONG bConvert /*in*/) = 0;
     /// Copies the stored words out as they were set. E_FAIL when none were set.
     virtual HRESULT LARYNTH_CALL GetTruPacket(unsigned short* pnPacket /*out*/, LONG bConvert /*in*/) = 0;

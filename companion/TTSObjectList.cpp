@@ -20,7 +20,8 @@ HRESULT ObjectListFace::Insert(int nIndex, IUnknown* pItem) noexcept { return In
 
 HRESULT ObjectListFace::InsertAt(int index, IUnknown* object) noexcept {
     if (object == nullptr) return E_POINTER;
-    auto held = ComPtr<IUnknown>::Share(object);  // first, as this may call back
+    const auto self = ComPtr<ITTSObjectList>::Share(this);
+    auto held = ComPtr<IUnknown>::Share(object);  // first, as this may call back, or give the list back
     if (locks_ != 0 || index < 0 || index > Count() || Count() == std::numeric_limits<int>::max())
         return E_FAIL;
     return Guarded([&] {
@@ -48,7 +49,8 @@ HRESULT ObjectListFace::GetItem(int nIndex, REFIID riid, IUnknown** ppItem) noex
 
 HRESULT ObjectListFace::SetItem(int nIndex, IUnknown* pItem) noexcept {
     if (pItem == nullptr) return E_POINTER;
-    auto held = ComPtr<IUnknown>::Share(pItem);  // first, as this may call back
+    const auto self = ComPtr<ITTSObjectList>::Share(this);
+    auto held = ComPtr<IUnknown>::Share(pItem);
     if (locks_ != 0 || !Has(nIndex)) return E_FAIL;
     const auto dropped = std::exchange(objects_[static_cast<std::size_t>(nIndex)], std::move(held));
     return S_OK;

@@ -104,6 +104,7 @@ void ConvertTruWords(const TruWords& words, KlattPacketData& packet) noexcept {
 }  // namespace
 
 HRESULT TruFace::SetTruPacket(unsigned short* pnPacket, LONG bConvert) noexcept {
+    if (pnPacket == nullptr) return E_POINTER;
     TruWords& words = Data().truWords.emplace();
     std::copy_n(pnPacket, words.size(), words.begin());
     if (bConvert != 0) static_cast<void>(ConvertFromTru());

@@ -19,18 +19,6 @@ namespace larynth {
 
 namespace {
 
-/// Fills an empty role; true in `filled` when the new object is in it.
-template <class Role>
-HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid, bool* filled = nullptr) {
-    if (role) return S_OK;
-    ComPtr<Role> made;
-    const HRESULT hr = made.Create(rclsid);
-    if (FAILED(hr) || role) return hr;
-    role = std::move(made);
-    if (filled != nullptr) *filled = true;
-    return hr;
-}
-
 bool Answers(IUnknown* object, auto interface) { return decltype(interface){}.TryQuery(object); }
 
 /// Passes a voice's open quotient on, where there is a voice that has one.
@@ -122,6 +110,17 @@ auto ElementOf(IUnknown* component) noexcept {
 
 }  // namespace
 
+template <class Role>
+HRESULT Roles::Fill(ComPtr<Role>& role, REFCLSID rclsid, bool* filled) {
+    if (role) return S_OK;
+    ComPtr<Role> made;
+    const HRESULT hr = made.Create(rclsid);
+    if (FAILED(hr) || role) return hr;
+    Assign(role, std::move(made));
+    if (filled != nullptr) *filled = true;
+    return hr;
+}
+
 HRESULT Roles::FillEmpty() {
     bool ownSource = false, ownFilter = false;
     HRESULT hr = Fill(voicingSource, CLSID_TTSVoicingSourceStd, &ownSource);
@@ -160,7 +159,8 @@ void Roles::KeepOrMakeStandardSource() {
     bool ownSource = false;
     if (FAILED(Fill(voicingSource, CLSID_TTSVoicingSourceStd, &ownSource)) || !ownSource) return;
     sourceKind_ = SourceKind::Standard;
-    voicingSource->Reset();
+    const auto source = voicingSource;
+    source->Reset();
 }
 
 void Roles::WireVoicingFilter() {

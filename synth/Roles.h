@@ -120,6 +120,11 @@ class Roles {
         role = std::move(component);
     }
 
+    /// Fills an empty role with a new object, unless its class factory does; true in `filled` when the new
+    /// one is in it.
+    template <class Role>
+    HRESULT Fill(ComPtr<Role>& role, REFCLSID rclsid, bool* filled = nullptr);
+
     SourceKind sourceKind_ = SourceKind::Other;
     int renderings_ = 0;
     unsigned changes_ = 0;

@@ -183,7 +183,9 @@ void RenderCommand::RequireOwnFiles() const {
         taken.emplace_back(meaning, path);
     };
     take("--output", "the output", PathOf(output_, "/dev/stdout"));
-    if (!labels_.empty()) take("--labels", "the labels", labels_);
+    if (labels_ == "-" && output_ == "-")
+        throw BadInput("--labels: expected another file than the output, found -");
+    if (!labels_.empty()) take("--labels", "the labels", PathOf(labels_, "/dev/stdout"));
 }
 
 std::unique_ptr<FrameReader> RenderCommand::NewReader(InputFile& file,
@@ -223,7 +225,7 @@ void RenderCommand::Render(FrameReader& frames, const Extent& extent, AudioForma
     } else {
         audioOutput.Commit();
     }
-    if (!notFinite.empty()) Say(notFinite + ": the sound is not finite after this frame");
+    if (!notFinite.empty()) Say(notFinite + ": the sound is not finite at the end of this frame");
 }
 
 void RenderCommand::Summarize(const Extent& extent, double seconds) const {

@@ -31,8 +31,10 @@ void Database::Raise(bool reading) const {
             // SQLite says so of some damaged files, too.
             throw Failure(E_OUTOFMEMORY, file_ + ": " + reason + ", or the registration store is damaged");
         case SQLITE_CORRUPT:
-        case SQLITE_NOTADB:
             RaiseDamaged(reason);
+        case SQLITE_NOTADB:
+            throw Failure(REGDB_E_READREGDB,
+                          file_ + ": is no registration store, or its beginning is damaged (" + reason + ")");
         case SQLITE_BUSY:
             throw Failure(
                 reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB,

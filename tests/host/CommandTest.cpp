@@ -73,6 +73,9 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, render + "- >>t.csv", "--output: expected another file than the input, found /dev/stdout"},
         {2, "larynth render p.raw --input packets -o ./p.raw",
          "--output: expected another file than the input"},
+        {2, toWav + "--labels - >>t.csv",
+         "--labels: expected another file than the input, found /dev/stdout"},
+        {2, render + "- --labels - >/dev/null", "--labels: expected another file than the output, found -"},
         {2, toWav + "--voice v --labels ./v", "--labels: expected another file than the voice, found ./v"},
         {2, toWav + "--source wave:v --labels v", "--labels: expected another file than the waveform"},
         {2, toWav + "--sample-freq 1e-310",
@@ -224,7 +227,7 @@ TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
     for (const char* tract : {"resonator", "filter"}) {
         folder_.Write("loud.csv", table);
         const std::string line = "larynth render loud.csv -o o.raw --tract " + std::string(tract);
-        EXPECT_EQ(Run(line).err, "larynth: loud.csv:5: the sound is not finite after this frame\n");
+        EXPECT_EQ(Run(line).err, "larynth: loud.csv:5: the sound is not finite at the end of this frame\n");
     }
     EXPECT_EQ(folder_.Read("o.raw").size(), 2U * 400);
     EXPECT_THAT(Run("larynth render t.csv -o o.raw --output-gain 1e200 --volume 1e200").err,
@@ -282,7 +285,7 @@ TEST_F(Command, ModulesAreRegisteredListedAndUnregistered) {
 
     folder_.Write("store.db", "a letter to a friend");
     for (const std::string deed : {"register", "unregister", "classes"}) {
-        EXPECT_THAT(Run("larynth " + deed, 1).err, HasSubstr("store.db: file is not a database")) << deed;
+        EXPECT_THAT(Run("larynth " + deed, 1).err, HasSubstr("store.db: is no registration store")) << deed;
         EXPECT_EQ(folder_.Read("store.db"), "a letter to a friend");
     }
 }
