@@ -36,10 +36,6 @@ class SampleFactory final : public larynth::StackObject<IClassFactory> {
 
 SampleFactory factory;
 
-[[gnu::destructor]] void Unloading() {
-    if (control.unloads != nullptr) ++*control.unloads;
-}
-
 }  // namespace
 
 SAMPLE_EXPORT SampleControl* ControlSample() { return &control; }

@@ -18,7 +18,6 @@ LARYNTH_CLASS(SampleCommon, "8d3e5b0a-1f0c-4b62-9a37-50c1f6d2e420");  // every m
 
 /// What a test may do to a sample module as long as it is loaded; exported as "ControlSample".
 struct SampleControl {
-    std::atomic<int>* unloads = nullptr;    ///< goes up with the unload notice
     void (*beforeClassObject)() = nullptr;  ///< runs when a class object has been asked for
     void (*afterUnloadAnswer)() = nullptr;  ///< runs when the module has made up its mind
 };
