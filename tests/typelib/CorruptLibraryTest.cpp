@@ -44,10 +44,8 @@ TEST(CorruptLibrary, ContradictionsAreNamed) {
         std::function<void(Library&)> Damage;
     } rows[] = {
         {"not \"MSFT\"", [](Library& b) { b.Set(0, 0x54465300); }},
-        {"neither 32-bit nor 64-bit", [](Library& b) { b.Set(0x14, 0x42); }},
         {"reach beyond", [](Library& b) { b.Set(b.Segment(7), 0xFFFFFFF0); }},
         {"types without a record", [](Library& b) { b.Set(b.Segment(0) + 4, 44 * 0x64); }},
-        {"reach beyond", [](Library& b) { b.Set(b.Type(kParams) + 0x34, 0x7FFFFFFF); }},
         {"the members of types overlap",
          [](Library& b) {
              // All interfaces with the members of the largest.
