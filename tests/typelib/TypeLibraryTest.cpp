@@ -115,33 +115,30 @@ TEST(TypeLibrary, TheHeadersDeclareTheSameInterfacesToTheLetter) {
         headers += Replaced(TextOf(std::string(LARYNTH_HEADERS "/") + header), "//[^\n]*|\\s", "");
     }
     std::istringstream listing(TextOf(LARYNTH_LISTING));
-    int interfaces = 0;
     for (std::string line; std::getline(listing, line);) {
         if (!line.starts_with("interface ")) continue;
         const std::string expected = DeclarationOf(listing, line);
-        EXPECT_NE(headers.find(expected), headers.npos) << expected;
-        ++interfaces;
+        const std::size_t at = headers.find(expected);
+        ASSERT_NE(at, headers.npos) << expected;
+        headers.erase(at, expected.size());
     }
-    const std::regex declaration("LARYNTH_INTERFACE");
-    EXPECT_EQ(std::distance(std::sregex_iterator(headers.begin(), headers.end(), declaration), {}),
-              interfaces);
+    EXPECT_EQ(headers.find("LARYNTH_INTERFACE"), headers.npos) << "not in the listing";
 }
 
 TEST(TypeLibrary, AnIndexOutsideAndANullPointerAreRefused) {
     const ComPtr<ILarynthTypeLibrary> library = LoadLibraryOf(LARYNTH_MODULE);
-    constexpr int kParams = 0;  // ILarynthParams, four methods of one parameter
+    // The first has four methods of one parameter.
     LarynthTypeInfo type{};
     LarynthFunctionInfo function{};
     LarynthParameterInfo parameter{};
     LarynthImplementedInfo implemented{};
     for (const int outside : {-1, 45}) {
-        const HRESULT answers[] = {library->GetType(outside, &type),
-                                   library->GetFunction(kParams, outside, &function),
-                                   library->GetParameter(kParams, outside, 0, &parameter),
-                                   library->GetParameter(kParams, 0, outside, &parameter),
-                                   library->GetImplemented(kParams, outside, &implemented),
-                                   library->GetImplemented(outside, 0, &implemented)};
-        for (const HRESULT& hr : answers) EXPECT_EQ(Code(hr), "E_FAIL") << outside << ": " << &hr - answers;
+        EXPECT_EQ(Code(library->GetType(outside, &type)), "E_FAIL");
+        EXPECT_EQ(Code(library->GetFunction(0, outside, &function)), "E_FAIL");
+        EXPECT_EQ(Code(library->GetParameter(0, outside, 0, &parameter)), "E_FAIL");
+        EXPECT_EQ(Code(library->GetParameter(0, 0, outside, &parameter)), "E_FAIL");
+        EXPECT_EQ(Code(library->GetImplemented(0, outside, &implemented)), "E_FAIL");
+        EXPECT_EQ(Code(library->GetImplemented(outside, 0, &implemented)), "E_FAIL");
     }
     EXPECT_EQ(Code(library->GetLibrary(nullptr)), "E_POINTER");
 }
