@@ -57,9 +57,7 @@ TEST(ClassObjects, TheOneRegisteredLastIsFoundFirstAndBeforeAModules) {
     EXPECT_NE(fromModule, nullptr);
     HostFactory first, second;
     const DWORD firstNumber = first.Register(), secondNumber = second.Register();
-    EXPECT_NE(firstNumber, secondNumber);
     EXPECT_EQ(WhoOffers(CLSID_SampleOne), &second);
-    EXPECT_EQ(WhoOffers(CLSID_SampleTwo), nullptr);
     EXPECT_EQ(second.references, 1);
     EXPECT_EQ(Code(CoRevokeClassObject(secondNumber)), "S_OK");
     EXPECT_EQ(second.references, 0);

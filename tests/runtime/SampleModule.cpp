@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/runtime/SampleModule.h"
 
+#include <atomic>
+
 #include "tests/support/StackObject.h"
 
 #define SAMPLE_EXPORT extern "C" [[gnu::visibility("default")]]

@@ -2,8 +2,6 @@
 /// What the sample modules offer.
 #pragma once
 
-#include <atomic>
-
 #include <larynth/Interface.h>
 
 /// An object of a sample module. Objects and class objects count as uses of their module.

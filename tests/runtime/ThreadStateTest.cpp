@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the process and its threads share: the arithmetic mode, counts of uses.
-#include <atomic>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <latch>
 #include <set>
