@@ -10,21 +10,14 @@ namespace {
 
 TEST(Items, AreFoundByIndexIdAndName) {
     const auto items = NewPacket<ITTSDoublePacket>();
-    EXPECT_EQ(Get(As<ILarynthParams>(items), &ILarynthParams::GetSampleFreq), 11025.0);
     EXPECT_EQ(Get(items, &ITTSDoublePacket::GetItemsCount), 52);
-    std::string names;
     for (int index = 0; index < 52; ++index) {
         char name[8];
         EXPECT_EQ(Code(items->GetItemName(index, name, sizeof name)), "S_OK") << index;
         EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIndexFromName, name), index);
         const int id = Get(items, &ITTSDoublePacket::GetIDFromIndex, index);
         EXPECT_EQ(Get(items, &ITTSDoublePacket::GetIndexFromID, id), index);
-        names += std::string(name) + " ";
     }
-    EXPECT_EQ(names,
-              "F0 OQ FL FLT DI TL AV AH AF AB FNP BWNP GNP F1 BW1 G1 F2 BW2 G2 F3 BW3 G3 F4 BW4 G4 F5 BW5 G5 "
-              "FNZ BWNZ GNZ PF0 PBW0 PG0 PF1 PBW1 PG1 PF2 PBW2 PG2 PF3 PBW3 PG3 PF4 PBW4 PG4 PF5 PBW5 PG5 "
-              "PF6 PBW6 PG6 ");
     const std::tuple<int, int, double> kFirstsAndLasts[] = {
         {0, 0, 100.0},     {9, 9, 0.0},     {10, 1024, 300.0}, {27, 1041, 1.0},
         {28, 2048, 300.0}, {30, 2050, 1.0}, {31, 3072, 0.0},   {51, 3092, 0.0}};
@@ -68,7 +61,6 @@ TEST(Items, EveryKindOfGetterRefusesBadPointers) {
     const auto cascade = As<ILarynthVocalTractParams>(items);
     const auto fb = Cascade(items, 0);
     char name[] = "F0";
-    const ULONG references = References(items.Get());
     for (const HRESULT hr :
          {cascade->IsResDataValid(nullptr), fb->GetFreq(ReadOnly<double>()),
           As<ILarynthVocalTractFilterParams>(items)->GetAlpha(99, nullptr), fb->GetIDFreq(ReadOnly<int>()),
@@ -80,7 +72,6 @@ TEST(Items, EveryKindOfGetterRefusesBadPointers) {
           As<ITTSResonatorStructInfo>(fb)->QueryPacketInterface(IID_IUnknown, ReadOnly<IUnknown*>())}) {
         EXPECT_EQ(Code(hr), "E_POINTER");
     }
-    EXPECT_EQ(References(items.Get()), references);
 }
 
 }  // namespace

@@ -38,12 +38,12 @@ TEST(Packet, EachTractHasItsOwnSections) {
     EXPECT_EQ(Get(parallel, &ILarynthParallelTractParams::GetResonatorsCount), 7);
 
     IUnknown* view = nullptr;
-    for (const int outside : {-1, 6})
-        EXPECT_EQ(Code(cascade->GetResonator(outside, &view, IID_ITTSResonatorFBParams)), "E_FAIL");
-    for (const int outside : {-1, 1})
-        EXPECT_EQ(Code(cascade->GetAntiResonator(outside, &view, IID_ITTSAntiResonatorFBParams)), "E_FAIL");
-    for (const int outside : {-1, 7})
-        EXPECT_EQ(Code(parallel->GetResonator(outside, &view, IID_ITTSResonatorFBParams)), "E_FAIL");
+    for (const HRESULT outside :
+         {cascade->GetResonator(-1, &view, IID_IUnknown), cascade->GetResonator(6, &view, IID_IUnknown),
+          cascade->GetAntiResonator(-1, &view, IID_IUnknown),
+          cascade->GetAntiResonator(1, &view, IID_IUnknown), parallel->GetResonator(-1, &view, IID_IUnknown),
+          parallel->GetResonator(7, &view, IID_IUnknown)})
+        EXPECT_EQ(Code(outside), "E_FAIL");
 }
 
 TEST(Packet, LivesAsLongAsAViewOfIt) {
@@ -72,11 +72,9 @@ TEST(Packet, ACloneIsADeepCopy) {
     auto source = NewPacket();
     for (int index = 0; index < 52; ++index)
         As<ITTSDoublePacket>(source)->SetItemValue(index, 1000.0 + index);
-    source->SetSampleFreq(16000.0);
     source->SetFrameLen(80);
     Cascade<ITTSResonatorABCParams>(source, 1)->SetA(0.5);  // B = C = 0: a plain gain
     Cascade(source, 3)->SetState(5);
-    As<ILarynthVocalTractFilterParams>(source)->SetAlpha(11, 0.25);
     As<ILarynthVocalTractFilterParams>(source)->SetBeta(2, 0.75);  // the filter data are the valid ones
     unsigned short words[41] = {1, 2, 3};
     As<ITTSTruKlattParams>(source)->SetTruPacket(words, 0);
@@ -92,12 +90,10 @@ TEST(Packet, ACloneIsADeepCopy) {
     source.Release();
     for (int index = 1; index < 52; ++index) EXPECT_EQ(ItemValue(copy, index), 1000.0 + index);
     EXPECT_EQ(Get(As<ILarynthParams>(copy), &ILarynthParams::GetFrameLen), 80);
-    EXPECT_EQ(Get(As<ILarynthParams>(copy), &ILarynthParams::GetSampleFreq), 16000.0);
     EXPECT_EQ(Get(Cascade(copy, 3), &ITTSResonatorFBParams::GetState), 5);
     EXPECT_EQ(Get(Cascade(copy, 1), &ITTSResonatorFBParams::GetGain), 0.5) << "each entry keeps its form";
-    const auto filter = As<ILarynthVocalTractFilterParams>(copy);
-    EXPECT_EQ(Get(filter, &ILarynthVocalTractFilterParams::GetAlpha, 11), 0.25);
-    EXPECT_EQ(Get(filter, &ILarynthVocalTractFilterParams::GetBeta, 2), 0.75);
+    using Filter = ILarynthVocalTractFilterParams;
+    EXPECT_EQ(Get(As<Filter>(copy), &Filter::GetBeta, 2), 0.75);
 }
 
 TEST(Packet, WhatFailsLeavesNothingBehind) {
@@ -108,11 +104,9 @@ TEST(Packet, WhatFailsLeavesNothingBehind) {
     IUnknown* object = nullptr;
     EXPECT_EQ(Code(packet->Clone(IID_IClassFactory, &object)), "E_NOINTERFACE");
     EXPECT_EQ(Code(tract->GetResonator(0, &object, IID_ITTSAntiResonatorFBParams)), "E_NOINTERFACE");
-    for (const bool clone : {true, false}) {
+    {
         const AllocationFailure noMemory(1);
-        EXPECT_EQ(Code(clone ? packet->Clone(IID_IUnknown, &object)
-                             : tract->GetResonator(0, &object, IID_IUnknown)),
-                  "E_FAIL");
+        EXPECT_EQ(Code(tract->GetResonator(0, &object, IID_IUnknown)), "E_FAIL");
         EXPECT_TRUE(noMemory.Happened());
     }
     EXPECT_EQ(References(packet.Get()), references);

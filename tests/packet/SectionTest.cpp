@@ -93,9 +93,6 @@ TEST(Section, AFormThatWasReadIsKeptUntilTheNextWrite) {
     items->SetItemValue(14, 60.0);
     fb->SetGain(2.0);
     EXPECT_DOUBLE_EQ(Form(abc)[0], 0.040330024136980169);
-    abc->SetC(0.5);  // A and B stay; no decaying pair any more
-    EXPECT_EQ(Form(abc)[2], 0.5);
-    EXPECT_EQ(Form(fb)[1], 0.0);
 }
 
 TEST(Section, TwoViewsShowOneEntryThatTellsWhereItIs) {
@@ -106,7 +103,6 @@ TEST(Section, TwoViewsShowOneEntryThatTellsWhereItIs) {
         const auto other =
             wantedUnit == 0 ? Cascade<ABC>(packet, wantedIndex) : Parallel<ABC>(packet, wantedIndex);
         EXPECT_EQ(Get(view, &FB::GetIDFreq), id);
-        EXPECT_EQ(Get(view, &FB::GetIDBW), id + 1);
         EXPECT_EQ(Get(view, &FB::GetIDGain), id + 2);
         EXPECT_EQ(Code(other->GetIDA(&unit)), "E_FAIL") << "coefficients are no items";
         EXPECT_EQ(Code(As<ITTSResonatorStructInfo>(view)->GetLocation(&unit, &index)), "S_OK");
