@@ -56,9 +56,8 @@ class CommandFolder {
     /// The names of everything in the folder, in order; hidden names too.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(Path(""))) {
+        for (const auto& entry : std::filesystem::directory_iterator(Path("")))
             names.push_back(entry.path().filename());
-        }
         std::sort(names.begin(), names.end());
         return names;
     }

@@ -59,9 +59,7 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     const std::string render = "larynth render t.csv -o ", toWav = render + "o.wav ";
     const std::tuple<int, std::string, std::string> rows[] = {
         {2, "larynth", "expected render, items, register, unregister or classes"},
-        {2, "larynth speak", "speak"},
         {2, "larynth render t.csv", "output"},
-        {2, "larynth render -o o.wav", "INPUT"},
         {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
         {2, toWav + "--labels ./o.wav", "--labels: expected another file"},
@@ -77,7 +75,6 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
          "--labels: expected another file than the input, found /dev/stdout"},
         {2, render + "- --labels - >/dev/null", "--labels: expected another file than the output, found -"},
         {2, toWav + "--voice v --labels ./v", "--labels: expected another file than the voice, found ./v"},
-        {2, toWav + "--source wave:v --labels v", "--labels: expected another file than the waveform"},
         {2, toWav + "--sample-freq 1e-310",
          "--sample-freq: expected a number above 0 (from 2.2250738585072014"},
         {2, "larynth render \"$(printf 'a\\033[2J')\" -o o.wav", "larynth: a\\x1B[2J: cannot be opened"},
@@ -89,15 +86,8 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {1, "ulimit -v 60000; " + toWav + "--voice /dev/zero", "larynth: out of memory"},
 #endif
         {1, "larynth --help >/dev/full", "standard output: cannot be written"},
-        {1, "larynth --version >/dev/full", "standard output: cannot be written"},
-        {2, toWav + "--pitch 3", "--pitch"},
         {2, toWav + "--volume loud", "--volume: expected a number, found \"loud\""},
-        {2, toWav + "--seed 4294967296", "--seed: expected a whole number"},
-        {2, toWav + "--frame-len 1000001", "--frame-len: expected a whole number"},
-        {2, toWav + "--sample-freq 0", "--sample-freq: expected a number above 0"},
         {2, toWav + "--tract tube", "--tract: expected resonator or filter, found \"tube\""},
-        {2, toWav + "--source wave:", "--source: expected standard or wave:FILE"},
-        {2, toWav + "--source wave:none", "none: cannot be opened: No such file"},
         {2, toWav + "--source wave:t.csv", "t.csv:1:1: expected a number"},
         {2, toWav + "--voice t.csv", "t.csv:1:1: expected JSON"},
         {2, "head -c 83 /dev/zero | larynth render - --input packets -o o.wav",
@@ -105,15 +95,11 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, "larynth render none.csv -o o.wav", "none.csv: cannot be opened: No such file"},
         {2, "larynth render . -o o.wav", ".: cannot be read"},
         {2, render + "o.flac --sample-freq 1e6", "sample frequency of 1e+06"},
-        {2, "echo F0,Av,FrameLen | larynth render - -o o.wav", "<stdin>:1:4: expected the name of an item"},
-        {2, "larynth unregister none.so", "none.so: expected a module, found no such file"},
         {2, "larynth register " + std::string(kCompanion) + " none.so", "none.so: expected a module"},
         {2, "larynth register .", ".: expected a module, found no regular file"},
         {2, "larynth register text.so", "expected a component module: "},
         {1, render + "- >/dev/full", "standard output: cannot be written: No space left"},
         {1, render + "- >&-", "standard output: cannot be written"},
-        {1, "larynth items >/dev/full", "standard output: cannot be written"},
-        {1, render + "none/o.wav", "none/o.wav: cannot be created"},
         {1, render + "d.wav", "d.wav: cannot be written: Is a directory"},
         {1, toWav + "--labels none/l", "none/l: cannot be created"},
         {1, toWav + "--labels /dev/full", "/dev/full: cannot be written"},
@@ -182,7 +168,6 @@ TEST_F(Command, ASourceThatIsNamedSoundsThroughTheVoicesFilters) {
     folder_.Write("both.json", R"({"pre_emphasis":0.5,"wave":[1,0,0,0]})");
     const std::string own = Raw("--voice both.json"), named = Raw("--voice both.json --source wave:w.txt");
     EXPECT_EQ(Raw("--voice both.json --source standard"), own);
-    EXPECT_NE(named, own);
     EXPECT_EQ(named, Raw("--voice filter.json --source wave:w.txt"));
     EXPECT_NE(named, Raw("--source wave:w.txt")) << "the voice's filter is there";
 }
@@ -213,13 +198,11 @@ TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
     const CommandResult onTerminal =
         Run("{ echo FrameLen; seq 200 | sed 's/.*/10/'; } >long.csv; "
             "script -qec 'larynth render long.csv -o o.wav' /dev/null </dev/null");
-    for (const char* said : {" 32 %", " 64 %", "100 %", "faster than real time"}) {
+    for (const char* said : {" 32 %", " 64 %", "100 %", "faster than real time"})
         EXPECT_THAT(onTerminal.out, HasSubstr(said));
-    }
     EXPECT_EQ(folder_.Read("o.wav").size(), 44U + 2 * 200 * 10);
-    for (const char* line : {"larynth --help", "larynth render --help", "larynth --version"}) {
+    for (const char* line : {"larynth --help", "larynth render --help", "larynth --version"})
         EXPECT_NE(Run(line).out, "") << line;
-    }
 }
 
 TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
@@ -242,9 +225,8 @@ TEST_F(Command, ItemsListsTheVocabularyWithUnitsAndMeanings) {
     EXPECT_THAT(text, testing::Not(HasSubstr("?"))) << "an item without a meaning";
     for (const char* row : {"\n0 +0 +F0 +Hz +100 +fundamental", "\n7 +7 +AH +factor +30 ",
                             "\n13 +1027 +F1 +Hz +0 +frequency of a cascade formant\n",
-                            "\n51 +3092 +PG6 +factor +0 +gain of a parallel resonator\n"}) {
+                            "\n51 +3092 +PG6 +factor +0 +gain of a parallel resonator\n"})
         EXPECT_THAT(text, testing::ContainsRegex(row));
-    }
 }
 
 TEST_F(Command, TheExamplesRender) {
@@ -279,7 +261,6 @@ TEST_F(Command, ModulesAreRegisteredListedAndUnregistered) {
     EXPECT_THAT(Run("ulimit -f 1; larynth register", 1).err, HasSubstr("cannot be registered"));
     EXPECT_EQ(CountClasses("store .*/other.so$"), 4) << "a full disk leaves the store what it had";
     EXPECT_EQ(CountClasses("store"), 4);
-    Run("larynth register >/dev/full", 1);
     Run("larynth unregister && larynth unregister other.so");
     EXPECT_EQ(CountClasses("store"), 0);
 

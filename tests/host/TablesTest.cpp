@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-/// What users write down: tables, packets, voices, waveforms.
+/// What users write down: tables, voices, waveforms.
 #include <gmock/gmock.h>
 #include <random>
 #include <sstream>
 #include <tuple>
 
 #include "host/tables/FrameTable.h"
-#include "host/tables/PacketFile.h"
 #include "host/tables/VoiceFile.h"
 
 namespace larynth {
@@ -71,7 +70,6 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
     ExpectRefusals(
         {
             {"", "t:1:1: expected a line with the names of the columns"},
-            {"# only\n\n", "t:3:1: expected a line with the names"},
             {"F0,FrameLen\n", "t:2:1: expected a frame, found the end"},
             {"F0,AV\n1,2\n", "t:1:1: expected a column FrameLen (or --frame-len)"},
             {"#\nF0, f1,FrameLen\n", "t:2:5: expected the name of an item, SampleFreq, FrameLen or"},
@@ -82,10 +80,8 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"F0,FrameLen\n1,2\n\n#\n x,3\n", "t:5:2: expected a number, found \"x\""},
             {"Marker,F0,FrameLen\n\xC3\xA9\xC5\x82,x,1\n", "t:2:4: expected a number"},
             {"F0,FrameLen\nnan,1\n", "t:2:1: expected a number"},
-            {"F0,FrameLen\n1e999,1\n", "t:2:1: expected a number"},
             {"F0,FrameLen\n1\r,1\n", "t:2:1: expected a number, found \"1\\x0D\""},
             {"F0,FrameLen\n1,1e2\n", "t:2:3: expected a frame length, a whole number from 0 to 1000000"},
-            {"F0,FrameLen\n1,1000001\n", "t:2:3: expected a frame length, a whole number"},
             {"SampleFreq,FrameLen\n0,1\n", "t:2:1: expected a sample frequency, a number above 0"},
             {"SampleFreq,FrameLen\n8000,1\n,\n8000.5,1\n", "t:4:1: expected the sample frequency 8000 of"},
             {"SampleFreq,FrameLen\n,1\n16000,1\n", "t:3:1: expected the sample frequency 11025 of"},
@@ -129,9 +125,8 @@ TEST(Texts, MalformedUtf8IsToldFromWellFormed) {
     // Above U+10FFFF, a surrogate, two that are longer than needed, a middle alone, three that end too soon,
     // no beginning at all.
     for (const char* text : {"\xF4\x90\x80\x80", "\xED\xA0\x80", "\xC0\xAF", "\xE0\x80\xAF", "\x80", "\xC3",
-                             "\xE2\x82", "\xC3(", "\xFF"}) {
+                             "\xE2\x82", "\xC3(", "\xFF"})
         EXPECT_FALSE(IsUtf8(text)) << text;
-    }
 }
 
 TEST(VoiceFiles, EveryKeyIsOptional) {
@@ -163,13 +158,10 @@ TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"{\"low_shelf\": {\"G\": \"loud\"}}", "t:1:21: expected a number, found \"loud\""},
             {"{\"pre_emphasis\": 1e999}", "t:1:18: expected a number that fits a double"},
             {"{\"pre_emphasis\": {}}", "t:1:18: expected a number, found an object"},
-            {"{\"high_shelf\": 1}", "t:1:16: expected an object, found the number 1"},
             {"{\"wave\": 1}", "t:1:10: expected an array of numbers, found the number 1"},
             {"{\"wave\":\n[1, [2]]}", "t:2:5: expected a number, found an array"},
             {"{\"wave\": []}", "t:1:11: expected numbers, found none"},
             {"{\"wave\": [1],\n \"wave\": [2]}", "t:2:2: expected every key once, found a second \"wave\""},
-            {"{\"low_shelf\": {\"F\": 1, \"F\": 1}}",
-             "t:1:24: expected every key once, found a second \"F\""},
         },
         [](const std::string& text) { ParseVoice(text, "t"); });
     EXPECT_NO_THROW(ParseVoice(R"({"low_shelf": {"F": 1}, "high_shelf": {"F": 1}})", "t"));
@@ -186,22 +178,6 @@ TEST(Waveforms, HaveOneNumberALine) {
             {"1,2\n", "t:1:1: expected a number, found \"1,2\""},
         },
         ParseWave);
-}
-
-TEST(PacketFiles, HoldWordsOfTwoBytesLowByteFirst) {
-    std::string bytes(164, '\0');  // two packets
-    bytes[0] = '\x34';
-    bytes[1] = '\x12';
-    bytes[81] = '\x80';
-    bytes[82] = '\xFF';
-    std::istringstream input(bytes);
-    PacketParser packets(input, "t");
-    ASSERT_TRUE(packets.Next());
-    EXPECT_EQ(packets.Words()[0], 0x1234);
-    EXPECT_EQ(packets.Words()[40], 0x8000);
-    ASSERT_TRUE(packets.Next());
-    EXPECT_EQ(packets.Words()[0], 0x00FF);
-    EXPECT_FALSE(packets.Next());
 }
 
 }  // namespace

@@ -13,22 +13,14 @@ namespace {
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-struct Cut {
-    double value;
-    std::int16_t sample;
-};
-
-constexpr Cut kCuts[] = {
+constexpr std::pair<double, std::int16_t> kCuts[] = {
     {0.0, 0},          {0.999, 0},        {-1.9, -1},   {32767.9, 32767},  {32768.0, -32768},
     {40000.7, -25536}, {-32769.0, 32767}, {65536.0, 0}, {4294967297.5, 1}, {0x1p63 - 1024.0, -1024},
     {0x1p63, 0},       {-0x1p63, 0},      {1e300, 0},   {kInfinity, 0},    {kNan, 0}};
 
-// What a processor makes of a number that no integer holds differs; a constant expression refuses it.
-static_assert(std::ranges::all_of(kCuts, [](const Cut& cut) { return ToSample(cut.value) == cut.sample; }));
-
-TEST(ToSample, TruncatesTowardZeroAndKeepsTheLow16Bits) {
-    for (const Cut& cut : kCuts) EXPECT_EQ(ToSample(cut.value), cut.sample) << cut.value;
-}
+// Toward zero, and the low 16 bits. What a processor makes of a number that no integer holds differs; a
+// constant expression refuses it.
+static_assert(std::ranges::all_of(kCuts, [](const auto& cut) { return ToSample(cut.first) == cut.second; }));
 
 ShelfSettings Shelf(double G, double F) { return {.G = G, .F = F, .P3 = (1.0 + 1.0 / G) / 2.0, .P4 = 0.0}; }
 
@@ -61,7 +53,6 @@ TEST(OutputStage, ADesignThatRunsOutOfMemoryChangesNothing) {
                 if (!byFrequency) changed.SetShelves(Shelf(4.0, 300.0), Shelf(4.0, 3000.0));
                 failed = false;
             } catch (const std::bad_alloc&) {
-                EXPECT_EQ(changed.LowShelf().G, 2.0);
                 EXPECT_EQ(changed.Process(1000.0), OutputStage(stage).Process(1000.0)) << failures;
                 changed.SetSampleFreq(22050.0);
                 EXPECT_EQ(changed.Process(1000.0), nextSample) << "designed at the second try";

@@ -126,17 +126,11 @@ class Synth : public ::testing::Test {
     Offer filters{script, CLSID_TTSVoicingSourceFilter, filter};
     Offer cascades{script, CLSID_TTSVocalTractR, cascade};
     Offer parallels{script, CLSID_TTSParallelTract, parallel};
-    Offer blocks{script, CLSID_TTSSoundData, MakeNew<TTSSoundData>};
-    Offer lists{script, CLSID_TTSObjectList, MakeNew<TTSObjectList>};
+    Offer blocks{script, CLSID_TTSSoundData, std::bind_front(CreateInstance<TTSSoundData>, nullptr)};
+    Offer lists{script, CLSID_TTSObjectList, std::bind_front(CreateInstance<TTSObjectList>, nullptr)};
     ComPtr<IACLIOProcess> process;
     ComPtr<ILarynthAttributes> attributes;
     ComPtr<ILarynthStruct> structure;
-
-  private:
-    template <class Class>
-    static HRESULT MakeNew(REFIID riid, void** ppv) {
-        return CreateInstance<Class>(nullptr, riid, ppv);
-    }
 };
 
 }  // namespace larynth::test
