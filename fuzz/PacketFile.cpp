@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Any bytes are packets that are rendered, or refused for the last, incomplete one.
+#include "fuzz/HostFile.h"
+#include "host/Frames.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace larynth;
+    std::size_t count = 0;
+    ReadHostFile(data, size, [&](std::istream& file) {
+        PacketReader packets(file, "file", {});
+        SynthesizerSettings settings;
+        if (size % 2 == 1) settings.tract = TractForm::Filter;
+        Synthesizer synthesizer(settings, 11025.0);
+        for (; packets.Next(); ++count) {
+            const auto samples = synthesizer.Render(packets.MakePacket().Get());
+            Expect(samples.size() == static_cast<std::size_t>(packets.Length()));
+        }
+    });
+    Expect(count == size / (2 * PacketWords().size()));
+    return 0;
+}
