@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <thread>
 #include <ucontext.h>
 #include <unistd.h>
 
@@ -128,4 +130,18 @@ TEST(StackWindow, DoesNotExistOnAStackThatIsNotTheThreads) {
     };
     makecontext(&own, inFiber, 0);
     ASSERT_EQ(swapcontext(&caller, &own), 0);
+}
+
+TEST(MemoryProbe, LosesNoStoreOfAnotherThread) {
+    constexpr std::uint32_t kStores = 200'000;
+    const Pages page(1);
+    auto& word = *reinterpret_cast<std::uint32_t*>(page[0]);
+    std::atomic<bool> done{false};
+    std::thread prober([&] {
+        while (!done) EXPECT_TRUE(larynth::CanAccess(Address(page[0]), 8, Access::kWrite));
+    });
+    for (std::uint32_t i = 0; i < kStores; ++i) std::atomic_ref(word).fetch_add(1);
+    done = true;
+    prober.join();
+    EXPECT_EQ(word, kStores);
 }
