@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <limits>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include <larynth/Larynth.h>
@@ -39,19 +41,23 @@ void Expect(bool holds) {
 class Calls {
   public:
     explicit Calls(std::span<const std::uint8_t> bytes) : bytes_(bytes) {
+        std::size_t count = 0;
+        for (const std::size_t kind : {0U, 1U, 2U, 4U, 12U, 12U, 12U}) Keep(Made(kind), ++count);
+        Call(0, &ILarynthParams::SetFrameLen, 8);
+        Call(0, &ITTSDoublePacket::SetItemValue, 2, 0.5);  // flutter: the filter calls the source
         while (!bytes_.empty()) Do();
     }
     ~Calls() {
         for (const Object& container : containers_) {  // some hold each other
-            Call(container, &ITTSObjectList::Clear);
-            Call(container, &ITTSSyncHolder::SetObject, nullptr);
+            if (ComPtr<ITTSObjectList> list; list.TryQuery(container.Get())) list->Clear();
+            if (ComPtr<ITTSSyncHolder> holder; holder.TryQuery(container.Get())) holder->SetObject(nullptr);
         }
     }
 
     /// Within a call of a partner: now and then, the next call is made.
     HRESULT Step() {
         if (bytes_.empty() || --until_ > 0) return S_OK;
-        until_ = Byte();
+        until_ = Byte() % 64;
         Do();
         return Byte() % 4 == 1 ? E_FAIL : S_OK;
     }
@@ -72,23 +78,33 @@ class Calls {
         return Byte() % 8 == 1 ? Of(bad) : good;
     }
 
-    /// Where the object has the method's interface.
+    /// The first object from some on that has the interface; null when none has. Partners wait meanwhile.
+    Object Find(int from, const IID& id) {
+        const int until = std::exchange(until_, std::numeric_limits<int>::max());
+        void* answer = nullptr;
+        for (int i = from; answer == nullptr && i < from + 8; ++i) {
+            const Object& object = objects_[static_cast<std::size_t>(i % 8)];
+            if (object) object->QueryInterface(id, &answer);
+        }
+        until_ = until;
+        return Object::Adopt(static_cast<IUnknown*>(answer));
+    }
     template <class Interface, class... Parameters>
-    static void Call(const Object& object, HRESULT (Interface::*method)(Parameters...),
-                     std::type_identity_t<Parameters>... arguments) {
-        if (ComPtr<Interface> called; called.TryQuery(object.Get())) (called.Get()->*method)(arguments...);
+    void Call(int from, HRESULT (Interface::*method)(Parameters...),
+              std::type_identity_t<Parameters>... arguments) {
+        const Object object = Find(from, larynth::InterfaceId<Interface>::value);
+        if (object) (static_cast<Interface*>(object.Get())->*method)(arguments...);
     }
 
     void Do();
-    Object Make();
-    /// Takes the reference.
-    void Keep(Object made) {
+    Object Made(std::size_t kind);
+    void Keep(Object made, std::size_t at) {
         for (const IID& id : {IID_ITTSObjectList, IID_ITTSSyncHolder}) {
             void* container = nullptr;
             if (made && SUCCEEDED(made->QueryInterface(id, &container)))
                 containers_.push_back(Object::Adopt(static_cast<IUnknown*>(container)));
         }
-        objects_[static_cast<std::size_t>(Byte()) % objects_.size()] = std::move(made);
+        objects_[at % objects_.size()] = std::move(made);
     }
 
     std::span<const std::uint8_t> bytes_;
@@ -158,45 +174,55 @@ class Partner final : public Partners {
     HRESULT LARYNTH_CALL SetVoicingSource(IUnknown*, REFIID) override { return calls_.Step(); }
 };
 
-Object Calls::Make() {
-    const int kind = Byte() % 20;
+Object Calls::Made(std::size_t kind) {
+    const auto partner = std::size(kClasses);
+    if (kind == partner + 1)
+        return Object::Adopt(larynth::MakeWaveSource({0.0, 1.0, 0.5}, Of(kValues)).Detach());
+    if (kind >= partner) return Object::Adopt(static_cast<ITTSVoicingSource*>(new Partner(*this)));
     Object made;
-    if (kind == 0) return made;
-    if (kind > 14) return Object::Adopt(static_cast<ITTSVoicingSource*>(new Partner(*this)));
-    if (kind > 12)
-        return Object::Adopt(larynth::MakeWaveSource({0.0, Of(kValues), 0.5}, Of(kValues)).Detach());
-    Expect(SUCCEEDED(made.Create(kClasses[kind - 1])));
+    Expect(SUCCEEDED(made.Create(kClasses[kind])));
     return made;
 }
 
 void Calls::Do() try {
     // Whoever calls an object, or hands it over, holds it; but partners may give back the synthesizer.
-    const Object a = Of(objects_), b = Of(objects_);
+    const int a = Byte() % 8;
+    const Object b = Of(objects_);
     if (!process_) {
         Expect(SUCCEEDED(process_.Create(CLSID_Larynth)));
         attributes_.Query(process_.Get());
         structure_.Query(process_.Get());
+        process_->Initialize(nullptr, GUID_NULL);
+        return;
     }
+    const IID& id = Of(kRoles);
     IUnknown* got = nullptr;
     LONG number = 0;
     double value = 0.0;
-    const IID& id = Of(kRoles);
+    const auto calculate = [&](const Object& input, REFIID idOut) {
+        Expect(SUCCEEDED(process_->Calculate(input.Get(), id, idOut, Out(&got))) == (got != nullptr));
+    };
     const std::function<void()> calls[] = {
-        [&] { Keep(Make()); },
-        [&] { Expect(SUCCEEDED(process_->Calculate(a.Get(), id, id, Out(&got))) == (got != nullptr)); },
-        [&] { structure_->AddComponent(a.Get(), id, Out(&number)); },
+        [&] { Keep(Made(static_cast<std::size_t>(Byte()) % 20), static_cast<std::size_t>(Byte())); },
+        [&] { calculate(b, id); },
+        [&] { calculate(Find(a, IID_ILarynthParams), GUID_NULL); },
+        [&] { calculate(Find(a, IID_ITTSObjectList), IID_IUnknown); },
+        [&] { calculate(Find(a, IID_ITTSSyncHolder), IID_IUnknown); },
+        [&] { structure_->AddComponent(b.Get(), id, Out(&number)); },
+        [&] { structure_->AddComponent(Find(a, id).Get(), id, Out(&number)); },
+        [&] { structure_->AddComponent(Find(a, id).Get(), id, &number); },
         [&] { structure_->RemoveComponent(Byte() % 8); },
         [&] { structure_->GetComponent(6, id, Out(&got)); },
-        [&] { attributes_->SetVoice(a.Get(), id); },
+        [&] { attributes_->SetVoice(b.Get(), id); },
         [&] { attributes_->GetVoice(id, Out(&got)); },
         [&] { attributes_->SetPacketSyncPointState(Byte() % 2); },
         [&] { attributes_->SetOutputGain(Of(kValues)); },
-        [&] { process_->Initialize(nullptr, id); },
-        [&] { process_->Uninitialize(); },
+        [&] { Byte() % 4 == 1 ? process_->Uninitialize() : process_->Initialize(nullptr, id); },
         [&] { process_.Release(), attributes_.Release(), structure_.Release(); },
         // Few, as each level of holders multiplies them.
-        [&] { Call(++items_ < 16 ? a : Object(), &ITTSObjectList::Add, b.Get()); },
-        [&] { Call(++items_ < 16 ? a : Object(), &ITTSObjectList::Insert, 0, b.Get()); },
+        [&] {
+            if (++items_ < 16) Call(a, &ITTSObjectList::Add, b.Get());
+        },
         [&] { Call(a, &ITTSObjectList::SetItem, Byte() % 4, b.Get()); },
         [&] { Call(a, &ITTSObjectList::GetItem, Byte() % 4, id, Out(&got)); },
         [&] { Call(a, &ITTSObjectList::Remove, Byte() % 4); },
@@ -216,7 +242,7 @@ void Calls::Do() try {
         [&] { Call(a, &ITTSVocalTract::SetParams, b.Get(), id); },
     };
     Of(calls)();
-    if (got != nullptr) Keep(Object::Adopt(got));
+    if (got != nullptr) Keep(Object::Adopt(got), static_cast<std::size_t>(Byte()));
 } catch (const std::runtime_error&) {
     // Of a source that cannot be made.
 }
