@@ -32,10 +32,11 @@ struct LARYNTH_INTERFACE(IACLIOProcess, "48018f5e-1863-41da-abca-5daa475d779c") 
     virtual HRESULT LARYNTH_CALL Uninitialize() = 0;  ///< Calculate fails until the next Initialize.
     virtual HRESULT LARYNTH_CALL Reset() = 0;         ///< No effect: state runs on from frame to frame.
     /// Renders a packet into a block (`IdOut` null or ITTSSoundData), or a list or a holder into a list (as
-    /// `IdOut`). The caller owns the output. On failure the output is null: E_FAIL when not initialized, for
-    /// a packet while a mandatory role is empty, for a bad sample frequency, a negative frame length or
-    /// another `IdOut`, and for holders nested more than 256 deep; E_POINTER for null input; E_NOINTERFACE
-    /// for an input of no known kind; else the code of the call that failed.
+    /// `IdOut`). The caller owns the output. E_FAIL when not initialized, with nothing written. On any other
+    /// failure the output is null: E_FAIL for a packet while a mandatory role is empty, for a bad sample
+    /// frequency, a negative frame length or another `IdOut`, and for holders nested more than 256 deep;
+    /// E_POINTER for null input; E_NOINTERFACE for an input of no known kind; else the code of the call that
+    /// failed.
     virtual HRESULT LARYNTH_CALL Calculate(IUnknown* pInput /*in*/, REFIID IdIn /*in*/, REFIID IdOut /*in*/,
                                            IUnknown** ppOutput /*out*/) = 0;
 };
