@@ -157,6 +157,7 @@ TEST(TTSVocalTractR, StopsAtAFailingCallAndKeepsWhatCameBefore) {
     ExpectTaken<TTSVocalTractR>({}, values,
                                 {{"", S_OK, S_OK, {128}},
                                  {"R2.B", kOdd, kOdd, {4}},
+                                 {"R2.C", kOdd, kOdd, {4}},
                                  {"R5.C", S_FALSE, S_OK, {128}},  // only the last GetC's success code counts
                                  {"Z0.C", S_FALSE, S_FALSE, {128}}});
     ExpectTaken<TTSVocalTractR>({}, Doubling("R", {{"R2 is null", 1}}), {{"", S_OK, E_FAIL, {4}}});
