@@ -148,6 +148,7 @@ void Roles::PlugVoicingSource(IUnknown* component) {
 
 void Roles::PlugVoiceSource(ComPtr<ITTSVoicingSource> source, ITTSVoiceSourceParams* settings) {
     Assign(voicingSource, source);
+    sourceKind_ = SourceKind::Other;  // until it has answered
     const SourceKind kind = ClassifyForVoice(source.Get(), settings);
     if (source.Get() == voicingSource.Get()) sourceKind_ = kind;
     source->Reset();
