@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "bench/Rendering.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth::bench {
 

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "bench/Rendering.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth::bench {
 

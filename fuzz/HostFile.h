@@ -9,7 +9,7 @@
 
 #include "host/OwnModules.h"
 #include "host/Synthesizer.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 

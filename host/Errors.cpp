@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstdio>
+#include <stdexcept>
+#include <string>
 
 #include <larynth/Runtime.h>
 
@@ -36,10 +38,6 @@ std::string StatusText(HRESULT hr) {
 }
 
 }  // namespace
-
-BadInput::BadInput(const TextPosition& where, const std::string& expected)
-    : std::runtime_error(where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) +
-                         ": expected " + expected) {}
 
 void Require(HRESULT hr, const char* what) {
     if (FAILED(hr)) throw std::runtime_error("cannot " + std::string(what) + " (" + StatusText(hr) + ")");

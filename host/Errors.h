@@ -1,29 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
-#include <stdexcept>
-#include <string>
-
 #include <larynth/Base.h>
 
 namespace larynth {
-
-/// A place in a text file.
-struct TextPosition {
-    std::string file;
-    std::int64_t line;    ///< From 1.
-    std::int64_t column;  ///< From 1, counting characters, not bytes.
-};
-
-/// The user's arguments or input cannot be used; everything else that goes wrong is a failure while working.
-class BadInput : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-
-    /// "FILE:LINE:COLUMN: expected …"; `expected` completes the sentence.
-    BadInput(const TextPosition& where, const std::string& expected);
-};
 
 /// Raises std::runtime_error with the status code for a component call that failed; `what` completes the
 /// sentence "cannot …".

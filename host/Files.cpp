@@ -14,7 +14,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "host/Errors.h"
+#include "input/BadInput.h"
 
 namespace larynth {
 namespace {

@@ -2,6 +2,7 @@
 #include "host/Frames.h"
 
 #include "host/Errors.h"
+#include "input/BadInput.h"
 
 namespace larynth {
 namespace {

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 namespace {

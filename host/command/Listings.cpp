@@ -13,7 +13,7 @@
 #include "host/Files.h"
 #include "host/OwnModules.h"
 #include "host/tables/ItemVocabulary.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 namespace {

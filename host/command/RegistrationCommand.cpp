@@ -10,6 +10,7 @@
 #include "host/Errors.h"
 #include "host/Files.h"
 #include "host/OwnModules.h"
+#include "input/BadInput.h"
 
 namespace larynth {
 namespace {

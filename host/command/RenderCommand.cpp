@@ -9,11 +9,10 @@
 
 #include <larynth/Runtime.h>
 
-#include "host/Errors.h"
 #include "host/Files.h"
 #include "host/OwnModules.h"
 #include "host/command/Terminal.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 namespace {

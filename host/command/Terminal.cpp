@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <unistd.h>
 
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 namespace {

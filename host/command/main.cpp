@@ -7,12 +7,12 @@
 #include <new>
 #include <sstream>
 
-#include "host/Errors.h"
 #include "host/Files.h"
 #include "host/command/Listings.h"
 #include "host/command/RegistrationCommand.h"
 #include "host/command/RenderCommand.h"
 #include "host/command/Terminal.h"
+#include "input/BadInput.h"
 
 namespace {
 

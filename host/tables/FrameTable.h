@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/tables/ItemVocabulary.h"
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/tables/PacketFile.h"
 
-#include "host/Errors.h"
+#include "input/BadInput.h"
 
 namespace larynth {
 

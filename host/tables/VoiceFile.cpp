@@ -9,7 +9,7 @@
 #include <span>
 #include <sstream>
 
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 namespace larynth {
 namespace {

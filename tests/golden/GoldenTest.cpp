@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "host/Errors.h"
 #include "host/Files.h"
 #include "host/Frames.h"
 #include "host/Synthesizer.h"

@@ -10,9 +10,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "host/Errors.h"
 #include "host/Files.h"
 #include "host/audio/Sound.h"
+#include "input/BadInput.h"
 #include "tests/host/CommandFolder.h"
 
 // As on a file system that has no unnamed files.

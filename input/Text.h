@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/Errors.h"
+#include "input/BadInput.h"
 
 namespace larynth {
 

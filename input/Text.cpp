@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/tables/Text.h"
+#include "input/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -79,6 +79,10 @@ std::optional<Number> ParseAll(std::string_view text) {
 }
 
 }  // namespace
+
+BadInput::BadInput(const TextPosition& where, const std::string& expected)
+    : std::runtime_error(where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) +
+                         ": expected " + expected) {}
 
 bool TextLines::Next() {
     ++number_;
