@@ -11,17 +11,10 @@
 
 #include "speech/PhoneTable.h"
 #include "speech/Speaker.h"
+#include "speech/SpeechSettings.h"
 #include "speech/Utterance.h"
 
 namespace larynth {
-
-/// How all utterances are said.
-struct SpeechSettings {
-    double rate = 175.0;  ///< Words a minute, from 80 to 600.
-    double pitch = 1.0;   ///< Factor on the speaker's F0.
-    double range = 1.0;   ///< Factor on the distance of F0 from its mean, in octaves; 0 is monotone.
-    double volume = 1.0;  ///< Factor on the amplitude.
-};
 
 /// A mark, and how many samples of its chunk come before it.
 struct ReachedMark {
@@ -29,7 +22,7 @@ struct ReachedMark {
     Mark mark;
 };
 
-/// A stretch of sound, some tens of milliseconds.
+/// A stretch of sound of kSpeechSampleFreq, some tens of milliseconds.
 struct SpeechChunk {
     std::span<const std::int16_t> samples;  ///< Valid until the next chunk.
     std::vector<ReachedMark> marks;
@@ -44,8 +37,6 @@ class SpeechSynthesizer {
     SpeechSynthesizer(const SpeechSynthesizer&) = delete;
     SpeechSynthesizer& operator=(const SpeechSynthesizer&) = delete;
     ~SpeechSynthesizer();
-
-    static constexpr double kSampleFreq = 16000.0;  ///< Hz
 
     /// Begins an utterance; what is left of the one before is dropped. Raises BadInput for a phone that the
     /// table does not have.

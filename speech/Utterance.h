@@ -18,9 +18,9 @@ struct Prosody {
 
 /// One phone in its place.
 struct Phone {
-    std::string name;            ///< As in the phone table.
-    double duration = 0.0;       ///< At the front end's usual rate, s.
-    int stress = 0;              ///< Of its syllable: 0 none, 1 primary, 2 secondary.
+    std::string name;       ///< As in the phone table.
+    double duration = 0.0;  ///< At the front end's usual rate, s.
+    int stress = 0;         ///< Of its syllable: 0 none, 1 primary, 2 secondary.
     bool startsSyllable = false;
     bool startsWord = false;
     Prosody prosody;
@@ -37,9 +37,9 @@ struct PitchTarget {
 struct Mark {
     enum class Kind { Word, Named };
 
-    std::size_t phone = 0;    ///< In front of the phone with this index; the number of phones: at the end.
+    std::size_t phone = 0;  ///< In front of the phone with this index; the number of phones: at the end.
     Kind kind = Kind::Named;
-    std::string name;         ///< The word as written, or the mark's name. UTF-8.
+    std::string name;  ///< The word as written, or the mark's name. UTF-8.
 };
 
 /// A stretch of speech with an intonation of its own: a sentence, mostly.
