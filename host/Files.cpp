@@ -338,8 +338,7 @@ void OutputFile::RemoveTemporary() noexcept {
 }
 
 void OutputFile::Fail(const char* what) const {
-    const std::string shown = name_ == "-" ? "standard output" : name_;
-    throw std::system_error(errno, std::generic_category(), shown + ": " + what);
+    throw std::system_error(errno, std::generic_category(), Name() + ": " + what);
 }
 
 void WriteToStandardOutput(const std::string& text) {

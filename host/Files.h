@@ -84,6 +84,9 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
     ~OutputFile();  ///< Removes what was written, unless it was committed.
 
+    /// For messages.
+    std::string Name() const { return name_ == "-" ? "standard output" : name_; }
+
     void Write(std::span<const char> bytes);
     /// Where the next bytes go; only with Access::Seeking.
     void Seek(std::uint64_t position);
@@ -105,7 +108,7 @@ class OutputFile {
     void RemoveTemporary() noexcept;
     [[noreturn]] void Fail(const char* what) const;
 
-    std::string name_;       // as the user gave it, for messages
+    std::string name_;       // as the user gave it
     std::string target_;     // symbolic links resolved; empty: written directly
     std::string temporary_;  // hidden name in the target's folder; empty: none
     std::vector<char> buffer_;

@@ -51,12 +51,14 @@ Character FirstCharacter(std::string_view text) {
     return {form->length, code};
 }
 
-// C0, DEL and C1.
-bool IsControl(std::uint32_t code) { return code < 0x20 || (code >= 0x7F && code <= 0x9F); }
+// C0, DEL, C1, and the separators of lines and paragraphs.
+bool IsControl(std::uint32_t code) {
+    return code < 0x20 || (code >= 0x7F && code <= 0x9F) || code == 0x2028 || code == 0x2029;
+}
 
-// Embeddings, overrides and isolates, and the two separators.
+// Embeddings, overrides and isolates.
 bool ChangesDirection(std::uint32_t code) {
-    return (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
 std::string Escaped(std::string_view bytes) {

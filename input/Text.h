@@ -52,7 +52,8 @@ std::string Printable(std::string_view text);
 /// As a message shows it: printable, in quotation marks, not too much of it.
 std::string Quoted(std::string_view text);
 
-/// The first control character of well-formed UTF-8; npos when there is none.
+/// The first control character of well-formed UTF-8, a separator of lines or paragraphs among them; npos when
+/// there is none.
 std::size_t FindControl(std::string_view text);
 
 /// Whether the text is well-formed UTF-8: no stray, missing or overlong bytes, no surrogates, nothing above

@@ -44,15 +44,19 @@ std::vector<char> LittleEndian(std::span<const short> samples) {
     return bytes;
 }
 
-void RequireRoom(AudioFormat format, std::uint64_t samples) {
+void RequireRoom(const OutputFile& output, AudioFormat format, std::uint64_t samples) {
+    const auto refuse = [&](const std::string& expected) {
+        throw std::runtime_error(output.Name() + ": expected " + expected + ", found " +
+                                 std::to_string(samples) + " samples");
+    };
     if (format == AudioFormat::Wav && samples > kMostWavSamples) {
-        throw std::runtime_error("a WAV file holds at most 4 GiB; use .raw or .flac");
+        refuse("at most 4 GiB in a WAV file (.raw and .flac hold more)");
     }
     if (format == AudioFormat::Flac && samples > kMostFlacSamples) {
-        throw std::runtime_error("a FLAC file holds at most 2^36 - 1 samples; use .raw");
+        refuse("at most 2^36 - 1 samples in a FLAC file (.raw holds more)");
     }
     if (format == AudioFormat::Flac && samples == 0) {
-        throw std::runtime_error("a FLAC file cannot be empty, and this utterance has no samples");
+        refuse("a sound that is not empty in a FLAC file (.raw and .wav may be empty)");
     }
 }
 
@@ -177,7 +181,7 @@ int HeaderRate(AudioFormat format, double sampleFreq) {
 
 AudioFile::AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::uint64_t samples)
     : output_(output), left_(samples) {
-    RequireRoom(format, samples);
+    RequireRoom(output, format, samples);
     if (format != AudioFormat::Raw) encoder_ = std::make_unique<Encoder>(&output, format, headerRate);
 }
 

@@ -2,14 +2,20 @@
 #include "host/command/RegistrationCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
+#include <condition_variable>
 #include <filesystem>
 #include <memory>
+#include <mutex>
+#include <stop_token>
+#include <thread>
 
 #include <larynth/Registry.h>
 
 #include "host/Errors.h"
 #include "host/Files.h"
 #include "host/OwnModules.h"
+#include "host/command/Terminal.h"
 #include "input/BadInput.h"
 
 namespace larynth {
@@ -27,10 +33,32 @@ void RequireFile(const std::string& module) {
     }
 }
 
+/// Says, when it exists for a second, what the program may be waiting for.
+class NoticeOfWaiting {
+  public:
+    explicit NoticeOfWaiting(const std::string& module)
+        : clock_([module](const std::stop_token& end) {
+              std::mutex mutex;
+              std::unique_lock lock(mutex);
+              std::condition_variable_any().wait_for(lock, end, std::chrono::seconds(1),
+                                                     [] { return false; });
+              if (end.stop_requested()) return;
+              Say(module + ": waits up to a minute if another process is writing the registration store");
+          }) {}
+
+  private:
+    std::jthread clock_;
+};
+
+HRESULT DoWithNotice(Deed deed, const std::string& module) {
+    const NoticeOfWaiting notice(module);
+    return deed(module.c_str());
+}
+
 void Do(Deed deed, const char* done, const std::vector<std::string>& modules) {
     for (const std::string& module : modules) RequireFile(module);
     for (const std::string& module : modules) {
-        const HRESULT hr = deed(module.c_str());
+        const HRESULT hr = DoWithNotice(deed, module);
         if (hr == CO_E_DLLNOTFOUND || hr == CO_E_ERRORINDLL) {
             throw BadInput(std::string("expected a component module: ") + LarynthLastError());
         }

@@ -24,6 +24,11 @@ constexpr std::int64_t kMostSeed = std::numeric_limits<std::uint32_t>::max();
     throw CLI::ValidationError(option, "expected " + expected + ", found \"" + found + "\"");
 }
 
+// CLI11's form of a check: what is wrong, or nothing.
+std::string RefuseNoName(const std::string& file) {
+    return file.empty() ? "expected the name of a file, found an empty text" : std::string();
+}
+
 // Numbers on the command line follow the same grammar as in a table.
 template <class Number, class Parse>
 CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional<Number>& target, Parse parse,
@@ -88,14 +93,18 @@ RenderCommand::RenderCommand(CLI::App& program)
 }
 
 void RenderCommand::AddFileOptions() {
-    command_->add_option("INPUT", input_, "Frame table or packet file; - is standard input")->required();
+    command_->add_option("INPUT", input_, "Frame table or packet file; - is standard input")
+        ->required()
+        ->check(RefuseNoName);
     command_
         ->add_option("-o,--output", output_,
                      "Sound, by extension .wav, .flac or .raw; - writes raw samples "
                      "(16-bit, little-endian) to standard output")
         ->required()
+        ->check(RefuseNoName)
         ->type_name("FILE");
     command_->add_option("--labels", labels_, "Markers with their times: start, end (seconds), text")
+        ->check(RefuseNoName)
         ->type_name("FILE");
     command_->add_flag("--verbose", verbose_, "Say what was made, also when standard error is no terminal");
 }
@@ -142,6 +151,7 @@ void RenderCommand::AddSoundOptions() {
             "Voicing source; FILE: the open phase of one period, one number a line (default standard)")
         ->type_name("standard|wave:FILE");
     command_->add_option("--voice", voiceFile_, "Voice: open quotient, output filters, a source (JSON)")
+        ->check(RefuseNoName)
         ->type_name("FILE");
 }
 

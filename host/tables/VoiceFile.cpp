@@ -86,6 +86,7 @@ class VoiceReader : public json::json_sax_t {
     }
 
     bool parse_error(std::size_t position, const std::string&, const json::exception& error) override {
+        if (text_.find_first_not_of(" \t\r\n") == text_.npos) Fail("an empty file");
         constexpr int kNumberOutOfRange = 406;  // libraries' number of it
         if (error.id == kNumberOutOfRange) throw BadInput(Here(), "a number that fits a double");
         throw BadInput(At(position > 0 ? position - 1 : 0), "JSON");

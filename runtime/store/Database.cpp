@@ -26,6 +26,7 @@ Database::Database(const std::string& file) : file_(file), connection_(Open(file
 
 void Database::Raise(bool reading) const {
     const std::string reason = sqlite3_errmsg(connection_.get());
+    const HRESULT code = reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB;
     switch (sqlite3_errcode(connection_.get())) {
         case SQLITE_NOMEM:
             // SQLite says so of some damaged files, too.
@@ -33,21 +34,27 @@ void Database::Raise(bool reading) const {
         case SQLITE_CORRUPT:
             RaiseDamaged(reason);
         case SQLITE_NOTADB:
-            throw Failure(REGDB_E_READREGDB,
-                          file_ + ": is no registration store, or its beginning is damaged (" + reason + ")");
+            RaiseUnusable("is no registration store, or its beginning is damaged (" + reason + ")");
         case SQLITE_BUSY:
-            throw Failure(
-                reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB,
-                file_ + ": another process is writing and does not end (" + reason + "); try again later");
+            throw Failure(code, file_ + ": another process is writing and does not end (" + reason +
+                                    "); try again later");
+        case SQLITE_IOERR:
+            throw Failure(code,
+                          file_ + ": " + reason +
+                              "; a full disk, a limit on the size of files, or a broken disk does that");
         default:
-            throw Failure(reading ? REGDB_E_READREGDB : REGDB_E_WRITEREGDB, file_ + ": " + reason);
+            throw Failure(code, file_ + ": " + reason);
     }
 }
 
-void Database::RaiseDamaged(const std::string& reason) const {
+void Database::RaiseUnusable(const std::string& reason) const {
     throw Failure(REGDB_E_READREGDB, file_ + ": " + reason +
-                                         "; the registration store is damaged: move it away, then "
-                                         "register the modules again");
+                                         "; move the file away and register the modules again, or name "
+                                         "another one in LARYNTH_REGISTRY");
+}
+
+void Database::RaiseDamaged(const std::string& reason) const {
+    RaiseUnusable(reason + "; the registration store is damaged");
 }
 
 void Database::Execute(const char* statements) {

@@ -26,7 +26,8 @@ class Database {
     /// The number that a statement such as a pragma gives.
     int Number(const char* statement);
 
-    /// Raises Failure: what is wrong, and what to do.
+    /// Raise Failure: what is wrong, and what to do.
+    [[noreturn]] void RaiseUnusable(const std::string& reason) const;
     [[noreturn]] void RaiseDamaged(const std::string& reason) const;
 
     bool InTransaction() const noexcept { return sqlite3_get_autocommit(connection_.get()) == 0; }

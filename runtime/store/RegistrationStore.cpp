@@ -201,10 +201,10 @@ bool RegistrationStore::IsPrepared() {
     tables.Step();
     if (tables.Number(0) == 0) return false;
     if (database_->Number("PRAGMA application_id") != kApplicationId) {
-        throw Failure(REGDB_E_READREGDB, file_ + ": is a database, but no registration store");
+        database_->RaiseUnusable("is a database, but no registration store");
     }
     if (database_->Number("PRAGMA user_version") != kLayout) {
-        throw Failure(REGDB_E_READREGDB, file_ + ": is the registration store of another version");
+        database_->RaiseUnusable("is the registration store of another version of this program");
     }
     // Nothing else is touched: a foreign table, view or trigger could do more than hold what is looked up.
     if (tables.Number(0) != 2 || tables.Number(1) != 2) database_->RaiseDamaged("it has other tables");

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <string>
 #include <tuple>
+#include <unistd.h>
 
 #include "tests/host/CommandFolder.h"
 
@@ -80,7 +82,10 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, "larynth render \"$(printf 'a\\033[2J')\" -o o.wav", "larynth: a\\x1B[2J: cannot be opened"},
         {2, "larynth render /dev/zero -o o.wav", "/dev/zero:1:1: expected a line of at most 1000000 bytes"},
         {2, toWav + "--voice /dev/zero", "/dev/zero: expected at most 67108864 bytes, found more"},
-        {1, "{ echo FrameLen; yes 1000000 | head -2148; } | larynth render - -o o.wav", "at most 4 GiB"},
+        {1, "{ echo FrameLen; yes 1000000 | head -2148; } | larynth render - -o o.wav",
+         "o.wav: expected at most 4 GiB in a WAV file (.raw and .flac hold more), found 2148000000 samples"},
+        {2, "larynth render '' -o o.wav", "INPUT: expected the name of a file, found an empty text"},
+        {2, toWav + "--labels ''", "--labels: expected the name of a file"},
         {1, toWav + "--labels " + longName, longName + ": cannot be created: File name too long"},
 #if LARYNTH_MEMORY_CAN_BE_LIMITED
         {1, "ulimit -v 60000; " + toWav + "--voice /dev/zero", "larynth: out of memory"},
@@ -102,7 +107,8 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {1, render + "d.wav", "d.wav: cannot be written: Is a directory"},
         {1, toWav + "--labels none/l", "none/l: cannot be created"},
         {1, toWav + "--labels /dev/full", "/dev/full: cannot be written"},
-        {1, "printf 'F0,FrameLen\\n1,0\\n' | larynth render - -o o.flac", "a FLAC file cannot be empty"},
+        {1, "printf 'F0,FrameLen\\n1,0\\n' | larynth render - -o o.flac",
+         "o.flac: expected a sound that is not empty in a FLAC file"},
         // More than a pipe holds, so that the reader is gone before all is written.
         {1,
          "{ printf 'FrameLen\\n1000000\\n' | larynth render - -o -; echo $? >status; } | true; "
@@ -257,9 +263,17 @@ TEST_F(Command, ModulesAreRegisteredListedAndUnregistered) {
     std::filesystem::copy_file(kCompanion, folder_.Path("other.so"));
     EXPECT_EQ(Run("larynth register ./other.so").out, "registered ./other.so\n");
     EXPECT_EQ(CountClasses("store .*TTSVoice Class .* both  .*/other.so$"), 1);
-    EXPECT_THAT(Run("ulimit -f 1; larynth register", 1).err, HasSubstr("cannot be registered"));
+    EXPECT_THAT(Run("ulimit -f 1; larynth register", 1).err,
+                HasSubstr("; a full disk, a limit on the size of files, or"));
     EXPECT_EQ(CountClasses("store .*/other.so$"), 4) << "a full disk leaves the store what it had";
     EXPECT_EQ(CountClasses("store"), 4);
+    const int held = open(folder_.Path("store.db").c_str(), O_RDWR);
+    struct flock lock {
+        F_WRLCK, SEEK_SET, 0x40000000, 512, 0
+    };  // where SQLite's locks are
+    ASSERT_EQ(fcntl(held, F_SETLK, &lock), 0);
+    EXPECT_THAT(Run("timeout 2 larynth register", 124).err, HasSubstr(": waits up to a minute"));
+    close(held);
     Run("larynth unregister && larynth unregister other.so");
     EXPECT_EQ(CountClasses("store"), 0);
 

@@ -92,6 +92,8 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"FrameLen,Marker\n1,\xC2\x9B"
              "2J\n",
              "t:2:3: expected a marker without control"},
+            {"FrameLen,Marker\n1,ab\xE2\x80\xA8\n", "t:2:5: expected a marker without control"},
+            {"FrameLen,Marker\n1,ab\xE2\x80\xA9\n", "t:2:5: expected a marker without control"},
             {"F0,FrameLen\n\xE9\xC2\x9B\x1B\xE2\x80\xAE,1\n",
              "t:2:1: expected a number, found \"\\xE9\\xC2\\x9B\\x1B\\xE2\\x80\\xAE\""},
             {"#" + std::string(1000000, '#'), "t:1:1: expected a line of at most 1000000 bytes"},
@@ -149,6 +151,7 @@ TEST(VoiceFiles, AnErrorNamesThePlaceAndWhatWasExpected) {
         {
             {"{\n \"wave\": x}", "t:2:10: expected JSON"},
             {"{} {}", "t:1:4: expected JSON"},
+            {" \n", "t:2:1: expected an object, found an empty file"},
             {std::string(100000, '['), "t:1:1: expected an object, found an array"},
             {"{\"wave\": [1, " + std::string(100000, '['), "t:1:14: expected a number, found an array"},
             {"{\n\"p\\u001b\": 1}",

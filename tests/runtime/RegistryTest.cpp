@@ -155,9 +155,10 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         const char *file, *value, *reason;
     } rows[] = {
         {"foreign.db", "REGDB_E_READREGDB", "no registration store"},
-        {"later.db", "REGDB_E_READREGDB", "another version"},
-        {"trigger.db", "REGDB_E_READREGDB", "other tables; the registration store is damaged: move it away"},
-        {"damaged.db", "v", "the registration store is damaged: move it away"},  // not where it is read
+        {"later.db", "REGDB_E_READREGDB", "another version of this program; move the file away and register"},
+        {"trigger.db", "REGDB_E_READREGDB",
+         "other tables; the registration store is damaged; move the file away"},
+        {"damaged.db", "v", "the registration store is damaged; move the file away"},  // not where it is read
     };
     for (const auto& row : rows) {
         const auto file = store_.Folder() / row.file;
