@@ -24,9 +24,10 @@ struct LARYNTH_INTERFACE(ITTSVoicingSource, "2eb73728-2fea-475e-b536-5e1458294a9
 
 /// The standard glottal model.
 struct LARYNTH_INTERFACE(ITTSVoicingSourceStd, "ac3e0b5b-c291-4709-8c1e-26038dabf68e") : IUnknown {
-    virtual HRESULT LARYNTH_CALL SetOQ(double dValue /*in*/) = 0;   ///< Open quotient.
-    virtual HRESULT LARYNTH_CALL SetFL(double dValue /*in*/) = 0;   ///< Stored; flutter is the filter's work.
-    virtual HRESULT LARYNTH_CALL SetFLT(double dValue /*in*/) = 0;  ///< Stored; likewise.
+    virtual HRESULT LARYNTH_CALL SetOQ(double dValue /*in*/) = 0;  ///< Open quotient.
+    virtual HRESULT LARYNTH_CALL
+    SetFL(double dValue /*in*/) = 0;  ///< No effect; flutter is the filter's work.
+    virtual HRESULT LARYNTH_CALL SetFLT(double dValue /*in*/) = 0;  ///< No effect, likewise.
     virtual HRESULT LARYNTH_CALL SetDI(double dValue /*in*/) = 0;   ///< Diplophonia, 0 to 1.
     virtual HRESULT LARYNTH_CALL SetTL(double dValue /*in*/) = 0;   ///< No effect; tilt is the filter's work.
 };
@@ -44,11 +45,11 @@ struct LARYNTH_INTERFACE(ITTSVoicingSourceRBF, "2f314fdb-43c4-4bc7-a4cc-dcf9ea5e
 
 /// A stored excitation period. The waveform arrives through IACLPersistProperties as the property "Wave".
 struct LARYNTH_INTERFACE(ITTSVoicingSourceWave, "bafe9bd1-20c5-4152-9127-c47089bf36a2") : IUnknown {
-    /// Tries to open the file, if it is a regular one, reads nothing from it, sets the default pitch to 110
-    /// Hz and rebuilds the table. S_OK whatever the file, null too; E_FAIL when no table can be made for the
-    /// sample frequency, E_POINTER for a name that cannot be read up to its terminating zero.
+    /// Tries to open the file, if it is a regular one, reads nothing from it and rebuilds the table. S_OK
+    /// whatever the file, null too; E_FAIL when no table can be made for the sample frequency, E_POINTER for
+    /// a name that cannot be read up to its terminating zero.
     virtual HRESULT LARYNTH_CALL LoadFromTxt(LPSTR sFileName /*in*/) = 0;
-    virtual HRESULT LARYNTH_CALL SetDefaultPitch(double dValue /*in*/) = 0;  ///< Hz; not used in synthesis.
+    virtual HRESULT LARYNTH_CALL SetDefaultPitch(double dValue /*in*/) = 0;  ///< Hz; no effect.
     /// S_OK; writes nothing.
     virtual HRESULT LARYNTH_CALL GetDefaultPitch(double* pDefaultPitch /*out*/) = 0;
     virtual HRESULT LARYNTH_CALL SetOQ(double dValue /*in*/) = 0;  ///< At most 0.95; rebuilds the table.

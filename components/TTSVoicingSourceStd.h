@@ -38,8 +38,8 @@ class TTSVoicingSourceStd final : public ComObject<ITTSVoicingSource, ITTSVoicin
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
 
     HRESULT LARYNTH_CALL SetOQ(double dValue) noexcept override { return core_.SetOQ(dValue), S_OK; }
-    HRESULT LARYNTH_CALL SetFL(double dValue) noexcept override { return core_.SetFL(dValue), S_OK; }
-    HRESULT LARYNTH_CALL SetFLT(double dValue) noexcept override { return core_.SetFLT(dValue), S_OK; }
+    HRESULT LARYNTH_CALL SetFL(double /*dValue*/) noexcept override { return S_OK; }
+    HRESULT LARYNTH_CALL SetFLT(double /*dValue*/) noexcept override { return S_OK; }
     HRESULT LARYNTH_CALL SetDI(double dValue) noexcept override { return core_.SetDI(dValue), S_OK; }
     HRESULT LARYNTH_CALL SetTL(double /*dValue*/) noexcept override { return S_OK; }
 

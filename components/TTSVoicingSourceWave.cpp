@@ -19,7 +19,6 @@ namespace {
 
 constexpr char kWaveProperty[] = "Wave";
 constexpr char kProgID[] = "Larynth.TTSVoicingSourceWave";
-constexpr double kDefaultPitch = 110.0;  // Hz
 constexpr double kMostOQ = 0.95;
 
 bool IsWave(LPCSTR name) { return std::strcmp(name, kWaveProperty) == 0; }
@@ -101,7 +100,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadFromTxt(LPSTR sFileName) noexcept
     if (!name) return E_POINTER;
     return Guarded([&] {
         Open(*name);  // what the file could tell has no format
-        RebuildAtDefaultPitch();
+        player_.Rebuild(wave_, player_.OQ());
         return S_OK;
     });
 }
@@ -133,7 +132,7 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::LoadProperties(IACLPropertySource* pS
     if (!CanCall(pSource)) return E_POINTER;
     return GuardedAlive([&] {
         const HRESULT result = pSource->PushProperties(this);
-        RebuildAtDefaultPitch();
+        player_.Rebuild(wave_, player_.OQ());
         return result;
     });
 }
@@ -174,11 +173,6 @@ HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetClassID(CLSID* pClassID) noexcept 
 
 HRESULT LARYNTH_CALL TTSVoicingSourceWave::GetProgID(LPCSTR* psProgID) noexcept {
     return Put(psProgID, kProgID);
-}
-
-void TTSVoicingSourceWave::RebuildAtDefaultPitch() {
-    player_.SetDefaultPitch(kDefaultPitch);
-    player_.Rebuild(wave_, player_.OQ());
 }
 
 /// Element 0 fixes the waveform's length; every other one must lie within it.

@@ -51,9 +51,7 @@ class TTSVoicingSourceWave final
     HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams, REFIID riid) noexcept override;
 
     HRESULT LARYNTH_CALL LoadFromTxt(LPSTR sFileName) noexcept override;
-    HRESULT LARYNTH_CALL SetDefaultPitch(double dValue) noexcept override {
-        return player_.SetDefaultPitch(dValue), S_OK;
-    }
+    HRESULT LARYNTH_CALL SetDefaultPitch(double /*dValue*/) noexcept override { return S_OK; }
     HRESULT LARYNTH_CALL GetDefaultPitch(double* pDefaultPitch) noexcept override;
     HRESULT LARYNTH_CALL SetOQ(double dValue) noexcept override;
     HRESULT LARYNTH_CALL GetOQ(double* pdValue) noexcept override { return Put(pdValue, player_.OQ()); }
@@ -72,7 +70,6 @@ class TTSVoicingSourceWave final
     WaveTablePlayer& Element() noexcept { return player_; }
 
   private:
-    void RebuildAtDefaultPitch();
     void StoreElement(int index, int size, double value);
 
     WaveTablePlayer player_;

@@ -12,11 +12,9 @@ void VoicingSourceCore::SetOQ(double OQ) {
     period_ = GlottalPeriod::OfT0(period_.T0, OQ);
 }
 
-void VoicingSourceCore::SetParams(double F0, double AV, double OQ, double FL, double FLT, double DI) {
+void VoicingSourceCore::SetParams(double F0, double AV, double OQ, double DI) {
     AV_ = AV;
     OQ_ = OQ;
-    FL_ = FL;
-    FLT_ = FLT;
     DI_ = DI;
     period_ = GlottalPeriod::OfT0(IsZeroOrNan(F0) ? 0.0 : 1.0 / F0, OQ);
 }

@@ -53,7 +53,7 @@ class VoicingSourceCore final : public Component {
 
     void Take(const Frame& frame) {
         SetSampleTime(1.0 / frame.SampleFreq());
-        SetParams(frame.F0, frame.AV, frame.OQ, frame.FL, frame.FLT, frame.DI);
+        SetParams(frame.F0, frame.AV, frame.OQ, frame.DI);
     }
 
     /// Sample time in seconds; to be set before the first sample.
@@ -62,14 +62,13 @@ class VoicingSourceCore final : public Component {
     /// Sets the period to 1/F0 (Hz), or 0 for F0 = 0.
     void SetPeriodFromF0(double F0);
 
-    void SetAV(double AV) { AV_ = AV; }      ///< Linear amplitude.
-    void SetOQ(double OQ);                   ///< Open phase as a fraction of the period.
-    void SetFL(double FL) { FL_ = FL; }      ///< Stored only: flutter arrives through SetPeriodFromF0.
-    void SetFLT(double FLT) { FLT_ = FLT; }  ///< Stored only.
-    void SetDI(double DI) { DI_ = DI; }      ///< Diplophonia; no second pulse unless above 0.
+    void SetAV(double AV) { AV_ = AV; }  ///< Linear amplitude.
+    void SetOQ(double OQ);               ///< Open phase as a fraction of the period.
+    void SetDI(double DI) { DI_ = DI; }  ///< Diplophonia; no second pulse unless above 0.
 
-    /// Sets the whole frame. F0 = 0 (or NaN) stops the period and silences the source.
-    void SetParams(double F0, double AV, double OQ, double FL, double FLT, double DI);
+    /// Sets the whole frame; flutter arrives through SetPeriodFromF0. F0 = 0 (or NaN) stops the period and
+    /// silences the source.
+    void SetParams(double F0, double AV, double OQ, double DI);
 
     /// The next sample starts a period afresh.
     void RestartPeriod() { t_ = 0.0; }
@@ -94,7 +93,7 @@ class VoicingSourceCore final : public Component {
     double SampleNow() const;
 
     double T_ = 0.0;  // s
-    double AV_ = 100.0, OQ_ = 0.5, FL_ = 0.0, FLT_ = 5e-05, DI_ = 0.0;
+    double AV_ = 100.0, OQ_ = 0.5, DI_ = 0.0;
     GlottalPeriod period_;
     double t_ = 0.0;  // s, since the period began
 };

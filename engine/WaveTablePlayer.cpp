@@ -78,7 +78,6 @@ void WaveTablePlayer::TakeSettingsOf(const WaveTablePlayer& other) {
     F0_ = other.F0_;
     AV_ = other.AV_;
     fs_ = other.fs_;
-    pitch_ = other.pitch_;
     UpdateStep();
 }
 

@@ -34,11 +34,10 @@ class WaveTablePlayer final : public Component {
         SetSampleFreq(frame.SampleFreq());
     }
 
-    void SetSampleFreq(double fs);                          ///< Hz.
-    void SetF0(double F0);                                  ///< Hz.
-    void SetAmplitude(double AV) { AV_ = AV; }              ///< Linear.
-    void SetDefaultPitch(double pitch) { pitch_ = pitch; }  ///< Hz; stored only.
-    double OQ() const { return OQ_; }                       ///< Share of the period that is open.
+    void SetSampleFreq(double fs);              ///< Hz.
+    void SetF0(double F0);                      ///< Hz.
+    void SetAmplitude(double AV) { AV_ = AV; }  ///< Linear.
+    double OQ() const { return OQ_; }           ///< Share of the period that is open.
 
     /// Lays out `wave` with open quotient `OQ`, which is kept. Below 0.1 the table is silent.
     ///
@@ -46,7 +45,7 @@ class WaveTablePlayer final : public Component {
     /// table would have less than no entries or more than kMostSamples.
     void Rebuild(std::span<const double> wave, double OQ);
 
-    /// Takes frequencies, amplitude, default pitch and the last output from `other`; open quotient, table and
+    /// Takes frequencies, amplitude and the last output from `other`; open quotient, table and
     /// phase stay.
     void TakeSettingsOf(const WaveTablePlayer& other);
 
@@ -67,7 +66,6 @@ class WaveTablePlayer final : public Component {
 
     double F0_ = 0.0, AV_ = 0.0;
     double fs_ = 11025.0;
-    double pitch_ = 110.0;
     double OQ_ = 0.5;
     std::vector<double> table_;
     double phase_ = 0.0;  // s within the reference period

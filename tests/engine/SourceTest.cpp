@@ -14,7 +14,7 @@ Samples Take(auto& source, std::size_t count) {
 VoicingSourceCore Source(double F0, double AV, double OQ, double DI) {
     VoicingSourceCore source;
     source.SetSampleTime(1.0 / 2048.0);
-    source.SetParams(F0, AV, OQ, 0.0, 0.0, DI);
+    source.SetParams(F0, AV, OQ, DI);
     return source;
 }
 
@@ -33,7 +33,7 @@ TEST(VoicingSourceCore, ClosureAndPeriodEndBelongToTheirPhases) {
     }
     VoicingSourceCore resumed = Source(kNan, 1.0, 0.5, 0.0), fresh = Source(128.0, 1.0, 0.5, 0.0);
     Take(resumed, 12);
-    resumed.SetParams(128.0, 1.0, 0.5, 0.0, 0.0, 0.0);
+    resumed.SetParams(128.0, 1.0, 0.5, 0.0);
     EXPECT_EQ(Take(resumed, 3), Take(fresh, 3)) << "time stands still without a pitch";
 }
 
