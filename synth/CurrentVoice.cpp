@@ -15,6 +15,8 @@ HRESULT CurrentVoice::Set(IUnknown* voice) {
         result = newVoice.QueryFrom(voice);
         if (!newVoice) return E_FAIL;
     }
+    // The old voice goes before the new one is asked for anything, as hosts may observe and the contract
+    // says: a failure from here on leaves what was taken of the new one.
     voice_ = newVoice;
     output_.preEmphasis = 0.0;
 
