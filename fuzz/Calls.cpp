@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Any calls that keep the rules of reference counting are done or fail, whatever partners do from within the
 // calls that they get, and leave nothing behind.
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <limits>
 #include <span>
@@ -14,12 +12,13 @@
 
 #include <larynth/Larynth.h>
 
-#include "host/OwnModules.h"
+#include "fuzz/HostFile.h"
 #include "host/Voice.h"
 #include "tests/support/BadPointer.h"
 
 namespace {
 
+using larynth::Expect;
 using Object = ComPtr<IUnknown>;
 
 // clang-format off
@@ -32,10 +31,6 @@ constexpr IID kRoles[] = {
     IID_ITTSParallelTract, IID_ITTSVoicingSourceFilter, IID_ITTSSoundData, IID_IUnknown, GUID_NULL};
 constexpr double kValues[] = {0.0, 0.5, 1.0, 100.0, 11025.0, -1.0, 1e-310, 1e308, INFINITY, NAN};
 // clang-format on
-
-void Expect(bool holds) {
-    if (!holds) std::abort();
-}
 
 /// Makes the calls that the bytes say, on one synthesizer and eight objects.
 class Calls {

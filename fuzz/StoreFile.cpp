@@ -4,12 +4,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "runtime/Failure.h"
 #include "runtime/store/RegistrationStore.h"
+#include "tests/support/Content.h"
 
 namespace {
 
@@ -22,11 +22,6 @@ struct Folder {
     }
     ~Folder() { std::filesystem::remove_all(path); }
 };
-
-std::string Content(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// False when the store refuses.
 template <class Deed>
@@ -52,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         static_cast<void>(store.Value(kKey, ""));
         for (int i = 0; i < 3 && store.Subkey(kKey, i); ++i) store.Count(kKey);
     });
-    if (Content(file) != bytes) std::abort();
+    if (ContentOf(file) != bytes) std::abort();
     const bool written = Done(file, [&](larynth::RegistrationStore& store) {
         store.Begin();
         store.DeleteKey(kKey);
@@ -61,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         store.Commit();
         if (store.Value(kKey, "") != "new") std::abort();
     });
-    if (!written && Content(file) != bytes) std::abort();
+    if (!written && ContentOf(file) != bytes) std::abort();
     std::filesystem::remove(file);
     return 0;
 }

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
-#include <limits>
 #include <memory>
 
 #include "com/Create.h"
@@ -17,6 +16,7 @@
 #include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
+#include "tests/support/Numbers.h"
 #include "tests/support/Partners.h"
 
 namespace larynth::test {
@@ -206,7 +206,7 @@ TEST(TTSVoicingSourceFilter, KeepsWhatItReadBeforeAFailure) {
                                         {{"", S_OK, S_OK, {kTilted}},
                                          {"FLT", kOdd, kOdd, {1}},
                                          {"SampleFreq", kOdd, S_OK, {1}}});  // without a frequency no tilt
-    constexpr double kInfinity = std::numeric_limits<double>::infinity(), kMost = 0.014328472161597198;
+    constexpr double kMost = 0.014328472161597198;
     for (const auto& [TL, gain] :
          {std::pair(0.9, 1.0), {-3.0, 1.0}, {std::nan(""), 1.0}, {-kInfinity, 1.0}, {kInfinity, kMost}})
         ExpectTaken<TTSVoicingSourceFilter>({}, {{"TL", TL}}, {{"", S_OK, S_OK, {gain}}});

@@ -3,7 +3,6 @@
 #include <climits>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 #include <sys/stat.h>
 
 #include "com/Create.h"
@@ -12,13 +11,12 @@
 #include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
+#include "tests/support/Numbers.h"
 
 namespace larynth::test {
 namespace {
 
 using Samples = std::vector<double>;
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(PropertyIndex, KeepsDimensionsWhenTheirNumberChanges) {
     PropertyIndex index;

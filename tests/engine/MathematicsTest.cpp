@@ -24,7 +24,7 @@ TEST(Mathematics, HasItsBitsNextToTheTrueValues) {
         int above = 0;
         ASSERT_TRUE(std::istringstream(line) >> function >> argument >> value >> above) << line;
         double expected = std::strtod(value.c_str(), nullptr);
-        if (above != 0) expected = std::nextafter(expected, above * kInf);
+        if (above != 0) expected = std::nextafter(expected, above * kInfinity);
         const double got = functions.at(function)(std::strtod(argument.c_str(), nullptr));
         EXPECT_TRUE(std::isnan(expected) ? std::isnan(got) : got == expected) << line << " got " << got;
         EXPECT_TRUE(std::isnan(expected) || std::signbit(got) == std::signbit(expected)) << line;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
 #include <optional>
 #include <thread>
 #include <vector>
 
 #include "engine/NoiseGenerator.h"
+#include "tests/support/InThreads.h"
 
 namespace larynth {
 namespace {
@@ -43,7 +45,8 @@ TEST(NoiseGenerator, ThreadsShareTheSequenceWithoutLossOrRepetition) {
     NoiseGenerator generator(kNotAlone, LeaseOfThread);
     std::vector<std::uint32_t> taken[4], all;
     std::atomic<std::uint32_t> left = 0;
-    const auto run = [&](std::size_t k) {
+    InThreads(4, [&](int thread) {
+        const auto k = static_cast<std::size_t>(thread);
         for (std::size_t frame = 0; frame < 200; ++frame) {
             std::optional<LeasedDraws> leased;
             if (k != 0) leased.emplace(generator);
@@ -54,10 +57,7 @@ TEST(NoiseGenerator, ThreadsShareTheSequenceWithoutLossOrRepetition) {
             }
         }
         left += LeaseOfThread().left;
-    };
-    std::vector<std::thread> threads;
-    for (std::size_t k = 0; k < 4; ++k) threads.emplace_back(run, k);
-    for (std::thread& thread : threads) thread.join();
+    });
     for (const auto& states : taken) all.insert(all.end(), states.begin(), states.end());
     std::ranges::sort(all);
     EXPECT_EQ(std::ranges::adjacent_find(all), all.end()) << "given twice";

@@ -2,15 +2,13 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <limits>
 #include <vector>
+
+#include "tests/support/Numbers.h"
 
 namespace larynth {
 
 using Samples = std::vector<double>;
-
-inline constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// What `step` makes of each input in turn.
 Samples Feed(auto&& step, Samples samples) {

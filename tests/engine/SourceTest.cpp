@@ -102,8 +102,8 @@ TEST(WaveTablePlayer, APeriodEndsWhereTheTableEndsAndWithoutATableTimeStandsStil
 }
 
 TEST(WaveTablePlayer, OutsideTheTableIsSilence) {
-    for (const double fs : {0.0, kNan, kInf, -kInf, 1e300, -1e300, 5e-324}) {
-        for (const double F0 : {100.0, -100.0, kInf, -kInf, 1e300, 5e-324}) {
+    for (const double fs : {0.0, kNan, kInfinity, -kInfinity, 1e300, -1e300, 5e-324}) {
+        for (const double F0 : {100.0, -100.0, kInfinity, -kInfinity, 1e300, 5e-324}) {
             WaveTablePlayer extreme = PlayerOf({1.0}, 490.0, 0.5, F0);
             extreme.SetSampleFreq(fs);
             for (const double y : Take(extreme, 4)) EXPECT_TRUE(y >= 0.0 && y <= 1.5) << fs << ' ' << F0;

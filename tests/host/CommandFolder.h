@@ -5,12 +5,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <vector>
+
+#include "tests/support/Content.h"
 
 namespace larynth::test {
 
@@ -49,10 +50,7 @@ class CommandFolder {
         std::ofstream(Path(name), std::ios::binary) << content;
     }
     /// Empty for a file that does not exist.
-    std::string Read(const std::string& name) const {
-        std::ifstream file(Path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Read(const std::string& name) const { return ContentOf(Path(name)); }
     /// The names of everything in the folder, in order; hidden names too.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;

@@ -37,8 +37,7 @@ struct ModuleUnderTest {
 
 bool InMemory(const char* path) {
     void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
-    if (handle != nullptr) dlclose(handle);
-    return handle != nullptr;
+    return handle != nullptr && dlclose(handle) == 0;
 }
 
 using NamedInterface = std::pair<std::string_view, IID>;

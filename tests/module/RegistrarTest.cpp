@@ -6,41 +6,43 @@
 
 #include "module/Registrar.h"
 #include "tests/support/Code.h"
-#include "tests/support/StackObject.h"
+#include "tests/support/Fake.h"
 #include "tests/support/TestStore.h"
 
 namespace larynth {
 
 namespace {
 
-/// The store, whose calls can be made to fail: number `failing`, from 1.
-class FailingStore final : public StackObject<ILarynthRegistry> {
+/// The store, whose calls obey the script, but for Rollback.
+class FailingStore final : public test::Fake<ILarynthRegistry> {
   public:
-    ComPtr<ILarynthRegistry> real = TestStore::Open();
-    int calls = 0;
-    int failing = 0;
+    using Fake::Fake;
+    using Store = ILarynthRegistry;
+    ComPtr<Store> real = TestStore::Open();
 
-    HRESULT LARYNTH_CALL Begin() override { return Fails() ? kCode : real->Begin(); }
-    HRESULT LARYNTH_CALL Commit() override { return Fails() ? kCode : real->Commit(); }
+    HRESULT LARYNTH_CALL Begin() override { return Pass(&Store::Begin); }
+    HRESULT LARYNTH_CALL Commit() override { return Pass(&Store::Commit); }
     HRESULT LARYNTH_CALL Rollback() override { return real->Rollback(); }
-    HRESULT LARYNTH_CALL CreateKey(LPCSTR key) override { return Fails() ? kCode : real->CreateKey(key); }
-    HRESULT LARYNTH_CALL DeleteKey(LPCSTR key) override { return Fails() ? kCode : real->DeleteKey(key); }
+    HRESULT LARYNTH_CALL CreateKey(LPCSTR key) override { return Pass(&Store::CreateKey, key); }
+    HRESULT LARYNTH_CALL DeleteKey(LPCSTR key) override { return Pass(&Store::DeleteKey, key); }
     HRESULT LARYNTH_CALL SetValue(LPCSTR key, LPCSTR name, LPCSTR value) override {
-        return Fails() ? kCode : real->SetValue(key, name, value);
+        return Pass(&Store::SetValue, key, name, value);
     }
     HRESULT LARYNTH_CALL GetValue(LPCSTR key, LPCSTR name, LPCSTR* value) override {
-        return real->GetValue(key, name, value);
+        return Pass(&Store::GetValue, key, name, value);
     }
     HRESULT LARYNTH_CALL GetCounts(LPCSTR key, int* subkeys, int* values) override {
-        return Fails() ? kCode : real->GetCounts(key, subkeys, values);
+        return Pass(&Store::GetCounts, key, subkeys, values);
     }
     HRESULT LARYNTH_CALL GetSubkey(LPCSTR key, int index, LPCSTR* name) override {
-        return real->GetSubkey(key, index, name);
+        return Pass(&Store::GetSubkey, key, index, name);
     }
 
   private:
-    static constexpr HRESULT kCode = REGDB_E_WRITEREGDB;
-    bool Fails() { return ++calls == failing; }
+    HRESULT Pass(auto method, auto... arguments) {
+        const HRESULT hr = script.Next("store");
+        return FAILED(hr) ? hr : (real.Get()->*method)(arguments...);
+    }
 };
 
 // In the form of a class's script.
@@ -79,7 +81,8 @@ class RegistrarTest : public testing::Test {
     }
 
     TestStore folder_;
-    FailingStore store_;
+    test::Script script_;
+    FailingStore store_{script_};
 };
 
 }  // namespace
@@ -108,11 +111,10 @@ TEST_F(RegistrarTest, AFlagDecidesWhatHappensToWhatWasThereBefore) {
 TEST_F(RegistrarTest, AFailureTakesBackWhatTheBlockHadWritten) {
     for (int call = 1; call <= kCalls; ++call) {
         SCOPED_TRACE(call);
-        store_.failing = 0;
+        script_.Restart();
         ASSERT_EQ(Register("HKCR { Prog.1 = s 'older' }"), "S_OK");
         const std::string before = Keys();
-        store_.calls = 0;
-        store_.failing = call;
+        script_.Restart(call);
         EXPECT_EQ(Register(kClassScript), "DISP_E_EXCEPTION");
         const bool committed = call > 1 && call < kCalls;
         EXPECT_TRUE(committed ? Keys().empty() || Keys() == " CLSID" : Keys() == before) << Keys();
@@ -122,11 +124,10 @@ TEST_F(RegistrarTest, AFailureTakesBackWhatTheBlockHadWritten) {
 
 TEST_F(RegistrarTest, OneBlocksFailureLeavesTheOthers) {
     constexpr char kScript[] = "HKCR { ForceRemove A ForceRemove B } HKLM { C }";
-    store_.failing = 9;  // Begin, the root, A and B each deleted and created, Commit, Begin, the second root
+    script_.Restart(9);  // Begin, the root, A and B each deleted and created, Commit, Begin, the second root
     EXPECT_EQ(Register(kScript), "DISP_E_EXCEPTION");
     EXPECT_EQ(Keys(), " A B");
-    store_.calls = 0;
-    store_.failing = 2;  // the deletion of A
+    script_.Restart(2);  // the deletion of A
     EXPECT_EQ(Unregister(kScript), "DISP_E_EXCEPTION");
     EXPECT_EQ(Keys(), " A");
 }

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <random>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -18,13 +17,15 @@
 
 #include "tests/support/Allocations.h"
 #include "tests/support/Code.h"
+#include "tests/support/Content.h"
 #include "tests/support/TestStore.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The keys for classes and type libraries in a registry, without the folder of the modules.
+/// The keys for classes and type libraries in a registry, without the folder of the modules; LARYNTH_KEYS is
+/// the record of those that were released.
 std::string KeysOf(ILarynthRegistry& registry) {
     static const std::string folder = std::filesystem::path(LARYNTH_MODULE).parent_path().string();
     std::string text = TestStore::Listing(registry, "HKEY_CLASSES_ROOT");
@@ -33,12 +34,6 @@ std::string KeysOf(ILarynthRegistry& registry) {
     return text;
 }
 std::string Keys() { return KeysOf(*TestStore::Open().Get()); }
-
-/// Those of both modules: the record of what was released.
-std::string KeysOfBoth() {
-    std::ifstream file(LARYNTH_KEYS);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class Registration : public testing::Test {
   protected:
@@ -66,7 +61,7 @@ TEST_F(Registration, WritesWhatWasReleasedForAnyProcessAndTakesItOutAgain) {
     Register(LARYNTH_MODULE);
     EXPECT_EQ(std::system(LARYNTH_CREATE_FROM_STORE), 0) << "by a class identifier alone";
     std::ofstream(LARYNTH_TEST_DIR "/keys.txt") << Keys();
-    EXPECT_EQ(Keys(), KeysOfBoth()) << "what there is now stands in " LARYNTH_TEST_DIR;
+    EXPECT_EQ(Keys(), ContentOf(LARYNTH_KEYS)) << "what there is now stands in " LARYNTH_TEST_DIR;
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_MODULE)), "S_OK");
     EXPECT_EQ(Keys(), companions);
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_COMPANION_MODULE)), "S_OK");
@@ -108,7 +103,7 @@ TEST_F(Registration, LeavesTheStoreAsItWasWhateverAllocationFails) {
             << ordinal << ": " << Code(hr);
         EXPECT_EQ(last_write_time(store_.File()) == written, failed) << ordinal;
     }
-    EXPECT_EQ(Keys(), KeysOfBoth());
+    EXPECT_EQ(Keys(), ContentOf(LARYNTH_KEYS));
 }
 
 TEST_F(Registration, TheCallerOfAPrivilegedProgramDoesNotChooseItsStore) {
@@ -139,7 +134,7 @@ TEST_F(StoreCrash, ProcessesThatRegisterAtOnceAllSucceed) {
         }));
     }
     for (const pid_t child : children) EXPECT_EQ(StatusOf(child), 0);
-    EXPECT_EQ(Keys(), KeysOfBoth());
+    EXPECT_EQ(Keys(), ContentOf(LARYNTH_KEYS));
 }
 
 TEST_F(StoreCrash, AProcessThatIsKilledLeavesAModuleWhollyThereOrNotAtAll) {

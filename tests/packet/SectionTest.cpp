@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 /// A packet's sections through its views.
 #include <cmath>
-#include <limits>
 
 #include "packet/ResonatorParams.h"
 #include "tests/packet/Packet.h"
+#include "tests/support/Numbers.h"
 
 namespace larynth::test {
 namespace {
@@ -13,8 +13,6 @@ using FB = ITTSResonatorFBParams;
 using ABC = ITTSResonatorABCParams;
 using AntiFB = ITTSAntiResonatorFBParams;
 using AntiABC = ITTSAntiResonatorABCParams;
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 template <class View>
 void SetForm(const ComPtr<View>& view, const Three& values) {

@@ -8,24 +8,30 @@
 
 #include "tests/runtime/SampleModule.h"
 #include "tests/support/Code.h"
+#include "tests/support/Fake.h"
 #include "tests/support/InThreads.h"
-#include "tests/support/StackObject.h"
 
 namespace {
 
+using larynth::test::Fake, larynth::test::Script;
+
 /// A class object of the test's own, and the object that it gives out.
-class HostFactory final : public larynth::StackObject<IClassFactory> {
+class HostFactory final : public Fake<IClassFactory> {
   public:
-    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept override {
-        if (revokeWhenAsked != 0) CoRevokeClassObject(revokeWhenAsked);
-        return StackObject::QueryInterface(riid, ppv);
+    using Fake::Fake;
+
+    // The runtime may rely on null behind a failure.
+    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) override {
+        const HRESULT hr = Fake::QueryInterface(riid, ppv);
+        if (FAILED(hr)) *ppv = nullptr;
+        return hr;
     }
-    ULONG LARYNTH_CALL Release() noexcept override {
+    ULONG LARYNTH_CALL Release() override {
         CoRevokeClassObject(0);  // calls of the runtime are welcome here
-        return StackObject::Release();
+        return Fake::Release();
     }
     HRESULT LARYNTH_CALL CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) override {
-        if (fault != nullptr) fault();
+        script.Next("create");
         return pUnkOuter != nullptr ? CLASS_E_NOAGGREGATION : QueryInterface(riid, ppv);
     }
     HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }
@@ -37,9 +43,6 @@ class HostFactory final : public larynth::StackObject<IClassFactory> {
             S_OK);
         return number;
     }
-
-    DWORD revokeWhenAsked = 0;
-    void (*fault)() = nullptr;
 };
 
 /// Who offers the class now: the interface pointer, without a reference.
@@ -55,7 +58,8 @@ TEST(ClassObjects, TheOneRegisteredLastIsFoundFirstAndBeforeAModules) {
     ASSERT_EQ(Code(LarynthLoadModule(SAMPLE_MODULE_1)), "S_OK");
     IClassFactory* const fromModule = WhoOffers(CLSID_SampleOne);
     EXPECT_NE(fromModule, nullptr);
-    HostFactory first, second;
+    Script script;
+    HostFactory first(script), second(script);
     const DWORD firstNumber = first.Register(), secondNumber = second.Register();
     EXPECT_EQ(WhoOffers(CLSID_SampleOne), &second);
     EXPECT_EQ(second.references, 1);
@@ -63,7 +67,7 @@ TEST(ClassObjects, TheOneRegisteredLastIsFoundFirstAndBeforeAModules) {
     EXPECT_EQ(second.references, 0);
     EXPECT_EQ(Code(CoRevokeClassObject(secondNumber)), "CO_E_OBJNOTREG");
     EXPECT_EQ(WhoOffers(CLSID_SampleOne), &first);
-    first.revokeWhenAsked = firstNumber;
+    script.Do("QueryInterface", [&] { CoRevokeClassObject(firstNumber); });
     EXPECT_EQ(WhoOffers(CLSID_SampleOne), &first) << "held until the look-up has ended";
     EXPECT_EQ(first.references, 0);
     EXPECT_EQ(WhoOffers(CLSID_SampleOne), fromModule);
@@ -71,11 +75,12 @@ TEST(ClassObjects, TheOneRegisteredLastIsFoundFirstAndBeforeAModules) {
 }
 
 TEST(ClassObjects, ACreationPassesOnWhatTheFactorySays) {
-    HostFactory factory;
+    Script script;
+    HostFactory factory(script);
     const DWORD number = factory.Register();
     ComPtr<IUnknown> object;
     const auto create = [&](IUnknown* outer, REFIID riid, void (*fault)() = nullptr) {
-        factory.fault = fault;
+        if (fault != nullptr) script.Do("create", fault);
         return Code(CoCreateInstance(CLSID_SampleOne, outer, CLSCTX_INPROC_SERVER, riid, object.PutVoid()));
     };
     EXPECT_EQ(create(nullptr, IID_IUnknown), "S_OK");

@@ -2,7 +2,6 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,6 +10,7 @@
 
 #include "tests/support/BadPointer.h"
 #include "tests/support/Code.h"
+#include "tests/support/Content.h"
 #include "tests/support/TestStore.h"
 
 namespace {
@@ -37,11 +37,6 @@ class Registry : public testing::Test {
     TestStore store_;
     ComPtr<ILarynthRegistry> view_ = TestStore::Open();
 };
-
-std::string ContentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 }  // namespace
 

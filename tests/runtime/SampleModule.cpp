@@ -3,8 +3,6 @@
 
 #include <atomic>
 
-#include "tests/support/StackObject.h"
-
 #define SAMPLE_EXPORT extern "C" [[gnu::visibility("default")]]
 
 namespace {
@@ -14,29 +12,26 @@ constexpr CLSID kOwnClasses[] = {CLSID_SampleOne, CLSID_SampleTwo, CLSID_SampleT
 constinit std::atomic<LONG> uses{0};
 constinit SampleControl control;
 
-class SampleObject final : public larynth::StackObject<ISample> {
+/// The class object, and every object that it makes.
+class Sample final : public ISample, public IClassFactory {
   public:
-    SampleObject() { ++uses; }
-    ~SampleObject() override { --uses; }
-    ULONG LARYNTH_CALL Release() noexcept override {
-        const ULONG left = StackObject::Release();
-        if (left == 0) delete this;
-        return left;
+    HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) override {
+        *ppv = nullptr;
+        if (riid == IID_ISample) *ppv = static_cast<ISample*>(this);
+        if (riid == IID_IUnknown || riid == IID_IClassFactory) *ppv = static_cast<IClassFactory*>(this);
+        if (*ppv == nullptr) return E_NOINTERFACE;
+        return ++uses, S_OK;
     }
+    ULONG LARYNTH_CALL AddRef() override { return static_cast<ULONG>(++uses); }
+    ULONG LARYNTH_CALL Release() override { return static_cast<ULONG>(--uses); }
+    HRESULT LARYNTH_CALL CreateInstance(IUnknown*, REFIID riid, void** ppv) override {
+        return QueryInterface(riid, ppv);
+    }
+    HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }
     LONG LARYNTH_CALL ModuleNumber() override { return SAMPLE_MODULE; }
 };
 
-class SampleFactory final : public larynth::StackObject<IClassFactory> {
-  public:
-    ULONG LARYNTH_CALL AddRef() noexcept override { return static_cast<ULONG>(++uses); }
-    ULONG LARYNTH_CALL Release() noexcept override { return static_cast<ULONG>(--uses); }
-    HRESULT LARYNTH_CALL CreateInstance(IUnknown*, REFIID riid, void** ppv) override {
-        return (new SampleObject)->QueryInterface(riid, ppv);
-    }
-    HRESULT LARYNTH_CALL LockServer(BOOL) override { return S_OK; }
-};
-
-SampleFactory factory;
+constinit Sample sample;
 
 }  // namespace
 
@@ -46,7 +41,7 @@ SAMPLE_EXPORT HRESULT LARYNTH_CALL DllGetClassObject(REFCLSID rclsid, REFIID rii
     *ppv = nullptr;
     if (control.beforeClassObject != nullptr) control.beforeClassObject();
     const bool own = rclsid == kOwnClasses[SAMPLE_MODULE - 1] || rclsid == CLSID_SampleCommon;
-    return own ? factory.QueryInterface(riid, ppv) : CLASS_E_CLASSNOTAVAILABLE;
+    return own ? sample.QueryInterface(riid, ppv) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
 #ifndef SAMPLE_NEVER_UNLOADS

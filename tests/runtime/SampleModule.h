@@ -4,7 +4,7 @@
 
 #include <larynth/Interface.h>
 
-/// An object of a sample module. Objects and class objects count as uses of their module.
+/// An object of a sample module. References to it count as uses of the module.
 struct LARYNTH_INTERFACE(ISample, "8d3e5b0a-1f0c-4b62-9a37-50c1f6d2e401") : IUnknown {
     virtual LONG LARYNTH_CALL ModuleNumber() = 0;
 };

@@ -16,18 +16,17 @@ class FakeView final : public Fake<Interface> {
   public:
     FakeView(Script& told, std::string name) : Fake<Interface>(told), name_(std::move(name)) {}
 
-    HRESULT LARYNTH_CALL GetA(double* pd) override { return this->Give(name_ + ".A", pd); }
-    HRESULT LARYNTH_CALL GetB(double* pd) override { return this->Give(name_ + ".B", pd); }
-    HRESULT LARYNTH_CALL GetC(double* pd) override { return this->Give(name_ + ".C", pd); }
+#define COEFFICIENT(X)                                                                          \
+    HRESULT LARYNTH_CALL Get##X(double* pd) override { return this->Give(name_ + "." #X, pd); } \
+    HRESULT LARYNTH_CALL Set##X(double) override { return E_NOTIMPL; }                          \
+    HRESULT LARYNTH_CALL GetID##X(int*) override { return E_NOTIMPL; }
+    COEFFICIENT(A)
+    COEFFICIENT(B)
+    COEFFICIENT(C)
+#undef COEFFICIENT
 
     HRESULT LARYNTH_CALL SetState(int) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL GetState(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetA(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetB(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL SetC(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDA(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDB(int*) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDC(int*) override { return E_NOTIMPL; }
 
   private:
     std::string name_;
@@ -104,16 +103,14 @@ class FakePacket final
     SCALAR(TL)
     SCALAR(AH)
     SCALAR(AF)
+    SCALAR(AB)
 #undef SCALAR
-    HRESULT LARYNTH_CALL GetAB(double* pd) override { return Give("AB", pd); }
     HRESULT LARYNTH_CALL GetAlphaDegree(int* pn) override { return Give("AlphaDegree", pn); }
     HRESULT LARYNTH_CALL GetBetaDegree(int* pn) override { return Give("BetaDegree", pn); }
     HRESULT LARYNTH_CALL GetAlpha(int n, double* pd) override { return Give(Numbered("Alpha", n), pd); }
     HRESULT LARYNTH_CALL GetBeta(int n, double* pd) override { return Give(Numbered("Beta", n), pd); }
 
     // Nobody who is given a packet writes to it or asks for items.
-    HRESULT LARYNTH_CALL SetAB(double) override { return E_NOTIMPL; }
-    HRESULT LARYNTH_CALL GetIDAB(int*) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetSampleFreq(double) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetFrameLen(int) override { return E_NOTIMPL; }
     HRESULT LARYNTH_CALL SetAlpha(int, double) override { return E_NOTIMPL; }

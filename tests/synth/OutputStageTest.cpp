@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
 #include <new>
 
 #include "synth/OutputStage.h"
 #include "tests/support/Allocations.h"
+#include "tests/support/Numbers.h"
 
 namespace larynth {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 constexpr std::pair<double, std::int16_t> kCuts[] = {
     {0.0, 0},          {0.999, 0},        {-1.9, -1},   {32767.9, 32767},  {32768.0, -32768},

@@ -7,8 +7,6 @@
 namespace larynth::test {
 namespace {
 
-using Shorts = std::vector<short>;
-
 class Reentrancy : public Synth {
   protected:
     Reentrancy() {
@@ -59,15 +57,8 @@ class Reentrancy : public Synth {
     ComPtr<ILarynthParams> packet = Packet(2);
     /// Those of a list's blocks.
     std::size_t CountSamples() const {
-        ComPtr<ITTSObjectList> list;
-        int count = 0;
         std::size_t samples = 0;
-        if (list.TryQuery(output.Get())) list->GetCount(&count);
-        for (int i = 0; i < count; ++i) {
-            ComPtr<IUnknown> block;
-            list->GetItem(i, IID_IUnknown, block.PutUnknown());
-            samples += SamplesOf(block.Get()).size();
-        }
+        for (const auto& block : ItemsOf(output.Get())) samples += SamplesOf(block.Get()).size();
         return samples;
     }
 
@@ -79,6 +70,9 @@ TEST_F(Reentrancy, NothingThatIsCalledGoesBeforeTheCallEnds) {
     const auto plug = [&](REFIID role, IUnknown* component) {
         if (structure) structure->AddComponent(component, role, &number);
     };
+    const auto sound = [&](IUnknown* as) {
+        if (attributes) attributes->SetVoice(as, GUID_NULL);
+    };
     const std::pair<const char*, std::function<void()>> actions[] = {
         {"the source goes", [&] { plug(IID_ITTSVoicingSource, packet.Get()); }},
         {"the source comes", [&] { plug(IID_ITTSVoicingSource, voiced.Unknown()); }},
@@ -86,18 +80,9 @@ TEST_F(Reentrancy, NothingThatIsCalledGoesBeforeTheCallEnds) {
         {"the frication goes", [&] { plug(IID_ITTSFricationSource, packet.Get()); }},
         {"the cascade goes", [&] { plug(IID_ITTSVocalTract, packet.Get()); }},
         {"the parallel tract comes", [&] { plug(IID_ITTSParallelTract, other.Unknown()); }},
-        {"the filter goes",
-         [&] {
-             if (structure) structure->RemoveComponent(6);
-         }},
-        {"the voice goes",
-         [&] {
-             if (attributes) attributes->SetVoice(nullptr, GUID_NULL);
-         }},
-        {"the voice comes",
-         [&] {
-             if (attributes) attributes->SetVoice(voice.Get(), GUID_NULL);
-         }},
+        {"the filter goes", [&] { return structure ? structure->RemoveComponent(6) : S_OK; }},
+        {"the voice goes", [&] { sound(nullptr); }},
+        {"the voice comes", [&] { sound(voice.Get()); }},
         {"another packet",
          [&] {
              ComPtr<IUnknown> block;

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include <limits>
 
 #include "com/FlushDenormals.h"
+#include "tests/support/Numbers.h"
 #include "tests/synth/Synth.h"
 
 namespace larynth::test {
 namespace {
 
 using Calls = std::vector<std::string>;
-using Shorts = std::vector<short>;
-
 class Rendering : public Synth {};
 
 TEST_F(Rendering, HandsOutThePacketAndMixesEachSampleInOrder) {
@@ -31,8 +29,7 @@ TEST_F(Rendering, RefusesWhatItCannotRender) {
     };
     refuses(Packet(3), "E_FAIL", IID_IUnknown);
     refuses(Packet(-1), "E_FAIL");
-    for (const double fs : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()})
-        refuses(Packet(3, fs), "E_FAIL");
+    for (const double fs : {0.0, -1.0, kNan}) refuses(Packet(3, fs), "E_FAIL");
     refuses(List(), "E_NOINTERFACE");  // asked for as nothing
     refuses(ComPtr<IUnknown>(), "E_POINTER");
     EXPECT_EQ(Code(process->Calculate(Packet(3).Get(), GUID_NULL, GUID_NULL, nullptr)), "E_POINTER");

@@ -5,8 +5,6 @@
 namespace larynth::test {
 namespace {
 
-using Shorts = std::vector<short>;
-
 class Roles : public Synth {
   protected:
     /// A voice; with a source of its own or none.

@@ -13,14 +13,10 @@ class Stream : public Synth {
     std::string Shape(const auto& input) {
         ComPtr<IUnknown> output;
         EXPECT_EQ(Code(Calculate(input.Get(), IID_ITTSObjectList, output)), "S_OK");
-        ComPtr<ITTSObjectList> list;
-        list.Query(output.Get());
         std::string shape;
-        int count = 0;
-        list->GetCount(&count);
-        for (int i = 0; i < count; ++i) {
+        for (const auto& item : ItemsOf(output.Get())) {
             ComPtr<ITTSSoundData> block;
-            list->GetItem(i, block.Id(), block.PutUnknown());
+            block.Query(item.Get());
             int format = 0;
             block->GetFormat(&format);
             shape +=

@@ -17,6 +17,8 @@
 
 namespace larynth::test {
 
+using Shorts = std::vector<short>;
+
 /// Offers a class to CoCreateInstance while it lives.
 class Offer final : public Fake<IClassFactory> {
   public:
@@ -81,7 +83,18 @@ ComPtr<ITTSObjectList> Holder(IUnknown* attached, const auto&... items) {
     return list;
 }
 
-inline std::vector<short> SamplesOf(IUnknown* output) {
+/// What stands in a list; nothing in what is none.
+inline std::vector<ComPtr<IUnknown>> ItemsOf(IUnknown* object) {
+    ComPtr<ITTSObjectList> list;
+    int count = 0;
+    if (list.TryQuery(object)) list->GetCount(&count);
+    std::vector<ComPtr<IUnknown>> items(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        list->GetItem(i, IID_IUnknown, items[static_cast<std::size_t>(i)].PutUnknown());
+    return items;
+}
+
+inline Shorts SamplesOf(IUnknown* output) {
     ComPtr<ITTSSoundData> block;
     if (!block.TryQuery(output)) return {};
     const short* samples = nullptr;
@@ -107,7 +120,7 @@ class Synth : public ::testing::Test {
     }
 
     /// The samples of one packet.
-    std::vector<short> Render(const ComPtr<ILarynthParams>& packet) {
+    Shorts Render(const ComPtr<ILarynthParams>& packet) {
         ComPtr<IUnknown> output;
         EXPECT_EQ(Code(Calculate(packet.Get(), GUID_NULL, output)), "S_OK");
         return SamplesOf(output.Get());

@@ -1,23 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <cstdint>
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <span>
-#include <vector>
 
 #include "runtime/typelib/Contents.h"
 #include "runtime/typelib/Tables.h"
+#include "tests/support/Content.h"
 
 namespace {
 
 /// The library as built, to be damaged.
 struct Library {
-    std::ifstream file{LARYNTH_TYPE_LIBRARY, std::ios::binary};
-    std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+    std::string bytes = ContentOf(LARYNTH_TYPE_LIBRARY);
 
     std::uint32_t At(std::size_t offset) const {
         return larynth::FileBytes(std::as_bytes(std::span(bytes))).At<std::uint32_t>(offset);

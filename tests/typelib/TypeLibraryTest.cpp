@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <regex>
 #include <sstream>
 
 #include <larynth/Larynth.h>
 
 #include "tests/support/Code.h"
+#include "tests/support/Content.h"
 
 namespace {
 
@@ -72,12 +72,6 @@ std::string Listing(ILarynthTypeLibrary& library) {
     return text;
 }
 
-std::string TextOf(const std::string& file) {
-    std::ifstream stream(file);
-    EXPECT_TRUE(stream) << file;
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 std::string Replaced(const std::string& text, const char* pattern, const char* with) {
     return std::regex_replace(text, std::regex(pattern), with);
 }
@@ -104,7 +98,7 @@ std::string DeclarationOf(std::istream& listing, const std::string& head) {
 TEST(TypeLibrary, ReleasedLinesStand) {
     const std::string listing = Listing(*LoadLibraryOf(LARYNTH_MODULE).Get());
     std::ofstream(LARYNTH_TEST_DIR "/LarynthLib.txt") << listing;
-    EXPECT_EQ(listing, TextOf(LARYNTH_LISTING)) << "what there is now stands in " LARYNTH_TEST_DIR;
+    EXPECT_EQ(listing, ContentOf(LARYNTH_LISTING)) << "what there is now stands in " LARYNTH_TEST_DIR;
     EXPECT_EQ(Listing(*LoadLibraryOf(LARYNTH_TYPE_LIBRARY).Get()), listing) << "the module's is the file's";
 }
 
@@ -112,9 +106,9 @@ TEST(TypeLibrary, ReleasedLinesStand) {
 TEST(TypeLibrary, TheHeadersDeclareTheSameInterfacesToTheLetter) {
     std::string headers;
     for (const char* header : {"Packet.h", "Resonators.h", "Sources.h", "Synthesizer.h", "Tracts.h"}) {
-        headers += Replaced(TextOf(std::string(LARYNTH_HEADERS "/") + header), "//[^\n]*|\\s", "");
+        headers += Replaced(ContentOf(std::string(LARYNTH_HEADERS "/") + header), "//[^\n]*|\\s", "");
     }
-    std::istringstream listing(TextOf(LARYNTH_LISTING));
+    std::istringstream listing(ContentOf(LARYNTH_LISTING));
     for (std::string line; std::getline(listing, line);) {
         if (!line.starts_with("interface ")) continue;
         const std::string expected = DeclarationOf(listing, line);

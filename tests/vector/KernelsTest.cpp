@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -12,12 +11,10 @@
 #include "engine/vector/Kernels.h"
 #include "engine/vector/PhaseTable.h"
 #include "synth/OutputStage.h"
+#include "tests/support/Numbers.h"
 
 namespace larynth::vector {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(Kernels, EverySetOfTheProcessorIsThere) {
     std::vector<std::string_view> names;

@@ -2,7 +2,6 @@
 #include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -21,13 +20,11 @@
 #include "packet/LarynthParams.h"
 #include "synth/Roles.h"
 #include "tests/support/ForwardingOuter.h"
+#include "tests/support/Numbers.h"
 #include "tests/support/Partners.h"
 
 namespace larynth::vector {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 template <class Class, class Role>
 void Fill(ComPtr<Role>& role) {
