@@ -20,7 +20,7 @@ bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0
 struct SequenceForm {
     unsigned mask, marking;
     std::size_t length;
-    std::uint32_t least;
+    char32_t least;
 };
 
 constexpr std::array kForms{
@@ -30,34 +30,13 @@ constexpr std::array kForms{
     SequenceForm{0xF8, 0xF0, 4, 0x10000},
 };
 
-struct Character {
-    std::size_t length = 0;  // bytes; 0: malformed
-    std::uint32_t code = 0;
-};
-
-// The character at the beginning of the text.
-Character FirstCharacter(std::string_view text) {
-    const unsigned first = static_cast<unsigned char>(text.front());
-    const auto form = std::find_if(kForms.begin(), kForms.end(),
-                                   [&](const SequenceForm& f) { return (first & f.mask) == f.marking; });
-    if (form == kForms.end() || text.size() < form->length) return {};
-    std::uint32_t code = first & ~form->mask & 0xFFU;
-    for (std::size_t i = 1; i < form->length; ++i) {
-        if (!IsContinuation(text[i])) return {};
-        code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    }
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < form->least || code > 0x10FFFF || surrogate) return {};
-    return {form->length, code};
-}
-
 // C0, DEL, C1, and the separators of lines and paragraphs.
-bool IsControl(std::uint32_t code) {
+bool IsControl(char32_t code) {
     return code < 0x20 || (code >= 0x7F && code <= 0x9F) || code == 0x2028 || code == 0x2029;
 }
 
 // Embeddings, overrides and isolates.
-bool ChangesDirection(std::uint32_t code) {
+bool ChangesDirection(char32_t code) {
     return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
@@ -81,6 +60,21 @@ std::optional<Number> ParseAll(std::string_view text) {
 }
 
 }  // namespace
+
+Character FirstCharacter(std::string_view text) {
+    const unsigned first = static_cast<unsigned char>(text.front());
+    const auto form = std::find_if(kForms.begin(), kForms.end(),
+                                   [&](const SequenceForm& f) { return (first & f.mask) == f.marking; });
+    if (form == kForms.end() || text.size() < form->length) return {};
+    char32_t code = first & ~form->mask & 0xFFU;
+    for (std::size_t i = 1; i < form->length; ++i) {
+        if (!IsContinuation(text[i])) return {};
+        code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
+    }
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < form->least || code > 0x10FFFF || surrogate) return {};
+    return {form->length, code};
+}
 
 BadInput::BadInput(const TextPosition& where, const std::string& expected)
     : std::runtime_error(where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) +

@@ -60,6 +60,13 @@ std::size_t FindControl(std::string_view text);
 /// U+10FFFF.
 bool IsUtf8(std::string_view text);
 
+/// A character at the beginning of a text.
+struct Character {
+    std::size_t length = 0;  ///< Bytes; 0: malformed, missing or overlong bytes, a surrogate, above U+10FFFF.
+    char32_t code = 0;
+};
+Character FirstCharacter(std::string_view text);  ///< Of a text that is not empty.
+
 /// Number of characters; a malformed sequence counts what it looks like.
 std::size_t CharacterCount(std::string_view text);
 

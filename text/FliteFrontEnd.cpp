@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "text/FliteFrontEnd.h"
+
+#include <algorithm>
+#include <flite/flite.h>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <string_view>
+#include <utility>
+
+extern "C" {
+void usenglish_init(cst_voice* voice);
+cst_lexicon* cmu_lex_init(void);
+}
+
+namespace larynth {
+namespace {
+
+// Pitch targets come in Hz and are held between 50 and 500 Hz: numbers that leave ±8 standard deviations of
+// room.
+constexpr double kMean = 275.0;
+constexpr double kDeviation = 28.0;
+
+cst_utterance* MakesNoWave(cst_utterance* utterance) { return utterance; }
+
+struct DeleteUtterance {
+    void operator()(cst_utterance* utterance) const { delete_utterance(utterance); }
+};
+using UtterancePointer = std::unique_ptr<cst_utterance, DeleteUtterance>;
+
+// A voice without sound: text rules, lexicon, letter-to-sound rules, durations and intonation. It lives as
+// long as the process.
+cst_voice* MakeVoice() {
+    flite_init();
+    cst_voice* const voice = new_voice();
+    if (voice == nullptr) throw std::bad_alloc();
+    voice->name = "none";
+    usenglish_init(voice);
+    cst_lexicon* const lexicon = cmu_lex_init();
+    feat_set(voice->features, "lexicon", lexicon_val(lexicon));
+    feat_set(voice->features, "postlex_func", uttfunc_val(lexicon->postlex));
+    feat_set_float(voice->features, "int_f0_target_mean", static_cast<float>(kMean));
+    feat_set_float(voice->features, "int_f0_target_stddev", static_cast<float>(kDeviation));
+    feat_set_float(voice->features, "duration_stretch", 1.0F);
+    feat_set(voice->features, "wave_synth_func", uttfunc_val(&MakesNoWave));
+    return voice;
+}
+
+// Reference counts and regular expressions of the library are the process's own: one thread at a time.
+cst_voice* Voice() {
+    static cst_voice* const voice = MakeVoice();
+    return voice;
+}
+
+UtterancePointer Analysed(const std::vector<SpokenWord>& words) {
+    UtterancePointer utterance(new_utterance());
+    utt_init(utterance.get(), Voice());
+    cst_relation* const tokens = utt_relation_create(utterance.get(), "Token");
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        cst_item* const token = relation_append(tokens, nullptr);
+        const char punctuation[] = {words[i].punctuation, 0};
+        item_set_string(token, "name", words[i].text.c_str());
+        item_set_string(token, "whitespace", i == 0 ? "" : " ");
+        item_set_string(token, "prepunctuation", "");
+        item_set_string(token, "punc", punctuation);
+        item_set_int(token, "word_index", static_cast<int>(i));
+        if (!words[i].phones.empty()) item_set_string(token, "phones", words[i].phones.c_str());
+    }
+    return utt_synth_tokens(utterance.get()) != nullptr ? std::move(utterance) : nullptr;
+}
+
+// The parent of an item in a tree; null for none and for an item that is not in it.
+cst_item* Parent(cst_item* item, const char* tree) {
+    cst_item* const inTree = item == nullptr ? nullptr : item_as(item, tree);
+    return inTree == nullptr ? nullptr : item_parent(inTree);
+}
+
+bool IsFirst(cst_item* item, const char* tree) { return item_prev(item_as(item, tree)) == nullptr; }
+
+std::size_t WordIndex(cst_item* word) {
+    cst_item* const token = Parent(word, "Token");
+    return token == nullptr ? SpokenPhones::kNoWord
+                            : static_cast<std::size_t>(item_feat_int(token, "word_index"));
+}
+
+Phone PhoneOf(cst_item* segment, double duration) {
+    Phone phone;
+    phone.name = item_feat_string(segment, "name");
+    phone.duration = duration;
+    if (cst_item* const syllable = Parent(segment, "SylStructure")) {
+        phone.stress = std::string_view(ffeature_string(syllable, "stress")) == "1" ? 1 : 0;
+        phone.startsSyllable = IsFirst(segment, "SylStructure");
+        phone.startsWord = phone.startsSyllable && IsFirst(syllable, "SylStructure");
+    }
+    return phone;
+}
+
+// Targets are given in time from the beginning, which lies at `ends[0]`.
+void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, SpokenPhones& spoken) {
+    if (!utt_relation_present(utterance, "Target")) return;
+    for (cst_item* target = relation_head(utt_relation(utterance, "Target")); target != nullptr;
+         target = item_next(target)) {
+        const double time = std::clamp<double>(item_feat_float(target, "pos"), ends.front(), ends.back());
+        const auto end = std::lower_bound(ends.begin() + 1, ends.end() - 1, time);
+        const double start = *(end - 1);
+        const double place = *end > start ? (time - start) / (*end - start) : 0.0;
+        spoken.pitch.push_back({static_cast<std::size_t>(end - ends.begin()) - 1, place,
+                                (item_feat_float(target, "f0") - kMean) / kDeviation});
+    }
+}
+
+}  // namespace
+
+SpokenPhones SayWords(const std::vector<SpokenWord>& words) {
+    static std::mutex oneAtATime;
+    const std::scoped_lock lock(oneAtATime);
+    SpokenPhones spoken;
+    const UtterancePointer utterance = Analysed(words);
+    if (!utterance || !utt_relation_present(utterance.get(), "Segment")) return spoken;
+    std::vector<double> ends;
+    double end = 0.0;
+    for (cst_item* segment = relation_head(utt_relation(utterance.get(), "Segment")); segment != nullptr;
+         segment = item_next(segment)) {
+        const double start = std::exchange(end, item_feat_float(segment, "end"));
+        cst_item* const word = Parent(Parent(segment, "SylStructure"), "SylStructure");
+        const bool leadingPause = word == nullptr && spoken.phones.empty();
+        if (!leadingPause) {
+            if (ends.empty()) ends.push_back(start);
+            spoken.phones.push_back(PhoneOf(segment, end - start));
+            spoken.words.push_back(word == nullptr ? SpokenPhones::kNoWord : WordIndex(word));
+            ends.push_back(end);
+        }
+    }
+    if (!spoken.phones.empty()) AddTargets(utterance.get(), ends, spoken);
+    return spoken;
+}
+
+}  // namespace larynth
