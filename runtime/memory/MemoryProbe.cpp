@@ -50,17 +50,21 @@ bool CanWritePage(std::uintptr_t page) noexcept {
     pthread_attr_destroy(&attributes);
 }
 
-/// Out-pointers almost always name a caller's local variable, which costs two comparisons; the kernel is
-/// asked about the rest.
-[[gnu::always_inline]] inline BOOL IsBad(const void* memory, std::size_t size, Access access) noexcept {
-    if (size == 0) return FALSE;
+/// Apart from the usual case, which then needs no registers of its own.
+[[gnu::noinline]] BOOL IsBadOffStack(const void* memory, std::size_t size, Access access) noexcept {
     const auto address = reinterpret_cast<std::uintptr_t>(memory);
-    if (InStackWindow(address, size)) return FALSE;
     if (memory == nullptr || size - 1 > UINTPTR_MAX - address) return TRUE;
     const int errorOfCaller = errno;
     const bool accessible = CanAccess(address, size, access);
     errno = errorOfCaller;
     return accessible ? FALSE : TRUE;
+}
+
+/// Out-pointers almost always name a caller's local variable, which costs two comparisons; the kernel is
+/// asked about the rest.
+[[gnu::always_inline]] inline BOOL IsBad(const void* memory, std::size_t size, Access access) noexcept {
+    if (size == 0 || InStackWindow(reinterpret_cast<std::uintptr_t>(memory), size)) return FALSE;
+    return IsBadOffStack(memory, size, access);
 }
 
 }  // namespace
