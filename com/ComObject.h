@@ -28,9 +28,9 @@ struct InterfaceOf<Face> {
 /// in order; IUnknown gives the first.
 ///
 /// The inner IUnknown counts, answers and destroys; the methods that clients see delegate to the controlling
-/// one, which is the outer object's in an aggregate and the inner one otherwise: both cases are one path. The
-/// count is plain: one object is used by one thread at a time. An object is born with one reference, its
-/// creator's, which the creator gives back through Inner().
+/// one, which is the outer object's in an aggregate and the inner one otherwise: that one is known, and
+/// called without its virtual table. The count is plain: one object is used by one thread at a time. An
+/// object is born with one reference, its creator's, which the creator gives back through Inner().
 template <class First, class... Others>
 class ComObject : public First, public Others... {
   public:
@@ -40,10 +40,15 @@ class ComObject : public First, public Others... {
     ComObject& operator=(const ComObject&) = delete;
 
     HRESULT LARYNTH_CALL QueryInterface(REFIID riid, void** ppv) noexcept final {
+        if (StandsAlone()) return inner_.QueryInterface(riid, ppv);
         return Guarded([&] { return controlling_->QueryInterface(riid, ppv); });
     }
-    ULONG LARYNTH_CALL AddRef() noexcept final { return controlling_->AddRef(); }
-    ULONG LARYNTH_CALL Release() noexcept final { return controlling_->Release(); }
+    ULONG LARYNTH_CALL AddRef() noexcept final {
+        return StandsAlone() ? inner_.AddRef() : controlling_->AddRef();
+    }
+    ULONG LARYNTH_CALL Release() noexcept final {
+        return StandsAlone() ? inner_.Release() : controlling_->Release();
+    }
 
     /// The non-delegating IUnknown. It belongs to whoever created the object: an outer object, or the class
     /// factory.
