@@ -33,6 +33,7 @@ class AttachedObject : public ITTSSyncHolder {
     using Interface = ITTSSyncHolder;
 
     HRESULT LARYNTH_CALL SetObject(IUnknown* pObject) noexcept override {
+        if (pObject == nullptr && !object_) return S_OK;
         const auto self = ComPtr<ITTSSyncHolder>::Share(this);  // what is held may give this back
         object_ = ComPtr<IUnknown>::Share(pObject);
         return S_OK;
