@@ -83,11 +83,11 @@ HRESULT Larynth::Calculate(IUnknown* pInput, REFIID, REFIID IdOut, IUnknown** pp
 
 HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutput) {
     // A packet of ours is neither holder nor list, and need not be asked.
-    const bool ownPacket = OwnObject<LarynthParams>::Find(input) != nullptr;
+    auto packet = ComPtr<ILarynthParams>::Share(OwnObject<LarynthParams>::Find(input));
+    if (packet) return CalculatePacket(packet.Get(), idOut, ppOutput);
     ComPtr<ITTSSyncHolder> holder;
     ComPtr<ITTSObjectList> list;
-    if (ownPacket || (!holder.TryQuery(input) && !list.TryQuery(input))) {
-        ComPtr<ILarynthParams> packet;
+    if (!holder.TryQuery(input) && !list.TryQuery(input)) {
         packet.Query(input);
         if (!packet) return E_FAIL;
         return CalculatePacket(packet.Get(), idOut, ppOutput);

@@ -68,8 +68,7 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     voice_.AdoptFrom(attached);
     if (!roles_.Complete()) CheckResult(E_FAIL);
     LarynthParams* const ownPacket = OwnObject<LarynthParams>::Find(packet);
-    OwnElements own;
-    if (ownPacket != nullptr) own = TakeAsFrame(*ownPacket);
+    OwnElements own = ownPacket != nullptr ? TakeAsFrame(*ownPacket) : OwnElements();
     if (!own) roles_.SetParams(packet);
 
     const Timing timing = ReadTiming(packet);

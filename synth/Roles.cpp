@@ -190,7 +190,13 @@ Roles::Called Roles::ToCall() const {
 }
 
 std::optional<Network::Elements> Roles::OwnElements() const noexcept {
-    Network::Elements own;
+    // Filled where the caller gets them: a copy would wait for what was just written.
+    std::optional<Network::Elements> elements(std::in_place);
+    if (!FindOwn(*elements)) elements.reset();
+    return elements;
+}
+
+bool Roles::FindOwn(Network::Elements& own) const noexcept {
     own.source = ElementOf<TTSVoicingSourceStd>(voicingSource.Get());
     own.waveSource = ElementOf<TTSVoicingSourceWave>(voicingSource.Get());
     own.aspiration = ElementOf<TTSAspirationSource>(aspirationSource.Get());
@@ -198,16 +204,15 @@ std::optional<Network::Elements> Roles::OwnElements() const noexcept {
     own.cascade = ElementOf<TTSVocalTractR>(vocalTract.Get());
     own.filterTract = ElementOf<TTSVocalTractF>(vocalTract.Get());
     own.parallel = ElementOf<TTSParallelTract>(parallelTract.Get());
-    if (!own.Complete()) return std::nullopt;
-    if (!voicingFilter) return own;
+    if (!own.Complete()) return false;
+    if (!voicingFilter) return true;
 
     auto* const filter = OwnObject<TTSVoicingSourceFilter>::Find(voicingFilter.Get());
-    if (filter == nullptr) return std::nullopt;
+    if (filter == nullptr) return false;
     ITTSVoicingSource* const moved = filter->Source();
-    if (moved != nullptr && moved != voicingSource.Get()) return std::nullopt;
     own.filter = &filter->Element();
     own.filterMovesSource = moved != nullptr;
-    return own;
+    return moved == nullptr || moved == voicingSource.Get();
 }
 
 }  // namespace larynth

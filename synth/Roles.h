@@ -112,6 +112,9 @@ class Roles {
     ComPtr<ITTSVoicingSourceFilter> voicingFilter;  // the one role that may stay empty
 
   private:
+    /// As OwnElements; false where there are none.
+    bool FindOwn(Network::Elements& own) const noexcept;
+
     /// Puts a component into its role. Raises what running out of memory raises, with the role as it was.
     template <class Role>
     void Assign(ComPtr<Role>& role, ComPtr<Role> component) {
