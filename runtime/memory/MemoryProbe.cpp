@@ -51,8 +51,9 @@ bool CanWritePage(std::uintptr_t page) noexcept {
 }
 
 /// Apart from the usual case, which then needs no registers of its own.
-[[gnu::noinline]] BOOL IsBadOffStack(const void* memory, std::size_t size, Access access) noexcept {
+[[gnu::noinline]] BOOL IsBadElsewhere(const void* memory, std::size_t size, Access access) noexcept {
     const auto address = reinterpret_cast<std::uintptr_t>(memory);
+    if (InStackWindow(OwnStackBounds(), address, size)) return FALSE;  // the thread's first probe
     if (memory == nullptr || size - 1 > UINTPTR_MAX - address) return TRUE;
     const int errorOfCaller = errno;
     const bool accessible = CanAccess(address, size, access);
@@ -63,8 +64,8 @@ bool CanWritePage(std::uintptr_t page) noexcept {
 /// Out-pointers almost always name a caller's local variable, which costs two comparisons; the kernel is
 /// asked about the rest.
 [[gnu::always_inline]] inline BOOL IsBad(const void* memory, std::size_t size, Access access) noexcept {
-    if (size == 0 || InStackWindow(reinterpret_cast<std::uintptr_t>(memory), size)) return FALSE;
-    return IsBadOffStack(memory, size, access);
+    if (size == 0 || InStackWindow(ownStack, reinterpret_cast<std::uintptr_t>(memory), size)) return FALSE;
+    return IsBadElsewhere(memory, size, access);
 }
 
 }  // namespace

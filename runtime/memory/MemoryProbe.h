@@ -28,10 +28,11 @@ const StackBounds& OwnStackBounds() noexcept;
 
 /// True when all of `size` bytes at `address` lie between the caller's frame and the base of the thread's
 /// stack: what is there is in use by the thread's own callers, hence mapped and writable. False says nothing.
-/// On a stack that is not the thread's own (a fiber's, a signal handler's) there is no window.
-[[gnu::always_inline]] inline bool InStackWindow(std::uintptr_t address, std::size_t size) noexcept {
+/// On a stack that is not the thread's own (a fiber's, a signal handler's) there is no window, and none in
+/// bounds that were not asked for yet.
+[[gnu::always_inline]] inline bool InStackWindow(const StackBounds& stack, std::uintptr_t address,
+                                                 std::size_t size) noexcept {
     const auto frame = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-    const StackBounds& stack = OwnStackBounds();
     if (frame < stack.low || frame >= stack.high) return false;
     return address >= frame && address < stack.high && size <= stack.high - address;
 }

@@ -44,7 +44,7 @@ std::uintptr_t Address(const void* memory) { return reinterpret_cast<std::uintpt
 
 /// The window as a function sees it that was handed an address.
 [[gnu::noinline]] bool Sees(std::uintptr_t address, std::size_t size) {
-    return larynth::InStackWindow(address, size);
+    return larynth::InStackWindow(larynth::OwnStackBounds(), address, size);
 }
 
 const char kConstant[] = "const data";
