@@ -68,7 +68,7 @@ BENCHMARK(TiltFilterElement);
 void VoicingSourceElement(benchmark::State& state) {
     VoicingSourceCore element;
     element.SetSampleTime(kT);
-    element.SetParams(110.0, 900.0, 0.6, 0.0, 0.0, 0.3);
+    element.SetParams(110.0, 900.0, 0.6, 0.3);
     for (auto _ : state) benchmark::DoNotOptimize(element.Evaluate());
     state.SetItemsProcessed(state.iterations());
 }
