@@ -23,8 +23,6 @@ namespace larynth::test {
 namespace {
 
 using Values = std::map<std::string, double>;
-using Samples = std::vector<double>;
-
 struct Component {
     std::function<HRESULT(double, double*)> next;
     std::function<HRESULT(double*)> last;

@@ -11,12 +11,11 @@
 #include "components/TTSVoicingSourceStd.h"
 #include "tests/support/Code.h"
 #include "tests/support/FakePacket.h"
+#include "tests/support/Numbers.h"
 #include "tests/support/Partners.h"
 
 namespace larynth::test {
 namespace {
-
-using Samples = std::vector<double>;
 
 double Next(auto& source) {
     double sample = 7.0;

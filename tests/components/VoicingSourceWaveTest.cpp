@@ -16,8 +16,6 @@
 namespace larynth::test {
 namespace {
 
-using Samples = std::vector<double>;
-
 TEST(PropertyIndex, KeepsDimensionsWhenTheirNumberChanges) {
     PropertyIndex index;
     index.SetDimensionCount(2);

@@ -2,13 +2,10 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <vector>
 
 #include "tests/support/Numbers.h"
 
 namespace larynth {
-
-using Samples = std::vector<double>;
 
 /// What `step` makes of each input in turn.
 Samples Feed(auto&& step, Samples samples) {

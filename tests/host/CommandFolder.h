@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <vector>
 
 #include "tests/support/Content.h"
 
@@ -52,11 +51,10 @@ class CommandFolder {
     /// Empty for a file that does not exist.
     std::string Read(const std::string& name) const { return ContentOf(Path(name)); }
     /// The names of everything in the folder, in order; hidden names too.
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
+    std::set<std::string> Names() const {
+        std::set<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(Path("")))
-            names.push_back(entry.path().filename());
-        std::sort(names.begin(), names.end());
+            names.insert(entry.path().filename());
         return names;
     }
 

@@ -43,6 +43,22 @@ class Registration : public testing::Test {
     TestStore store_;
 };
 
+/// Runs `work` in a process of its own, which ends with its result.
+template <class Work>
+pid_t InOwnProcess(Work work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work());
+    return child;
+}
+
+int StatusOf(pid_t child) {
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+using StoreCrash = Registration;
+
 }  // namespace
 
 TEST_F(Registration, WritesWhatWasReleasedForAnyProcessAndTakesItOutAgain) {
@@ -67,26 +83,6 @@ TEST_F(Registration, WritesWhatWasReleasedForAnyProcessAndTakesItOutAgain) {
     ASSERT_EQ(Code(LarynthUnregisterModule(LARYNTH_COMPANION_MODULE)), "S_OK");
     EXPECT_EQ(Keys(), none);
 }
-
-namespace {
-
-/// Runs `work` in a process of its own, which ends with its result.
-template <class Work>
-pid_t InOwnProcess(Work work) {
-    const pid_t child = fork();
-    if (child == 0) _exit(work());
-    return child;
-}
-
-int StatusOf(pid_t child) {
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
-
-using StoreCrash = Registration;
-
-}  // namespace
 
 TEST_F(Registration, LeavesTheStoreAsItWasWhateverAllocationFails) {
     Register(LARYNTH_COMPANION_MODULE);

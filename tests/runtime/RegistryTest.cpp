@@ -26,14 +26,6 @@ class Registry : public testing::Test {
         for (const char* key : keys) TestStore::Write(key, key);
     }
 
-    /// The value in another view, or the code of the failure.
-    static std::string Value(const char* key, const char* name = "") {
-        LPCSTR value = nullptr;
-        const auto other = TestStore::Open();
-        const HRESULT hr = other->GetValue(key, name, &value);
-        return SUCCEEDED(hr) ? value : Code(hr);
-    }
-
     TestStore store_;
     ComPtr<ILarynthRegistry> view_ = TestStore::Open();
 };
@@ -47,7 +39,7 @@ TEST_F(Registry, NamesCompareWithoutCaseAndKeepTheirFirstSpelling) {
     EXPECT_EQ(Code(view_->SetValue(HKCR "\\larynth\\VOICE", "Model", "both")), "S_OK");
     EXPECT_EQ(Code(view_->SetValue(HKCR "\\larynth\\VOICE", "MODEL", "caf\u00e9")), "S_OK");
     ASSERT_EQ(Code(view_->Commit()), "S_OK");
-    EXPECT_EQ(Value("HKEY_Classes_Root\\LARYNTH\\Voice", "mOdEl"), "caf\u00e9");
+    EXPECT_EQ(TestStore::Value("HKEY_Classes_Root\\LARYNTH\\Voice", "mOdEl"), "caf\u00e9");
     EXPECT_EQ(TestStore::Listing(*view_.Get(), HKCR),
               HKCR "\n" HKCR "\\Larynth\n" HKCR "\\Larynth\\Voice = " HKCR "\\Larynth\\Voice + 1\n");
 }
@@ -56,8 +48,8 @@ TEST_F(Registry, WhatIsNotThereIsSaidToBeMissing) {
     Write({HKCR "\\A"});
     LPCSTR text = nullptr;
     int count = 0;
-    EXPECT_EQ(Value(HKCR "\\B"), "REGDB_E_KEYMISSING");
-    EXPECT_EQ(Value(HKCR "\\A", "Name"), "REGDB_E_KEYMISSING");
+    EXPECT_EQ(TestStore::Value(HKCR "\\B"), "REGDB_E_KEYMISSING");
+    EXPECT_EQ(TestStore::Value(HKCR "\\A", "Name"), "REGDB_E_KEYMISSING");
     EXPECT_EQ(Code(view_->GetCounts(HKCR "\\B", &count, &count)), "REGDB_E_KEYMISSING");
     EXPECT_EQ(Code(view_->GetSubkey(HKCR, -1, &text)), "REGDB_E_KEYMISSING");
     EXPECT_EQ(Code(view_->GetSubkey(HKCR, 1, &text)), "REGDB_E_KEYMISSING");
@@ -74,14 +66,14 @@ TEST_F(Registry, DeletingAKeyTakesWhatIsBelowItAndNothingBesideIt) {
     EXPECT_EQ(TestStore::Listing(*view_.Get(), HKCR),
               HKCR "\n" HKCR "\\A B = " HKCR "\\A B\n" HKCR "\\A[ = " HKCR "\\A[\n" HKCR "\\A] = " HKCR
                    "\\A]\n" HKCR "\\A]\\D = " HKCR "\\A]\\D\n" HKCR "\\AB = " HKCR "\\AB\n");
-    EXPECT_EQ(Value("HKEY_USERS\\A"), "HKEY_USERS\\A");
+    EXPECT_EQ(TestStore::Value("HKEY_USERS\\A"), "HKEY_USERS\\A");
 }
 
 TEST_F(Registry, AMalformedPathABadPointerAndARootsDeletionAreRefused) {
     ASSERT_EQ(Code(view_->Begin()), "S_OK");
     for (const char* key : {"", "A", "HKCR\\A", "\\" HKCR, HKCR "\\", HKCR "\\\\A", HKCR "X\\A"}) {
         EXPECT_EQ(Code(view_->CreateKey(key)), "E_INVALIDARG") << key;
-        EXPECT_EQ(Value(key), "E_INVALIDARG") << key;
+        EXPECT_EQ(TestStore::Value(key), "E_INVALIDARG") << key;
     }
     EXPECT_EQ(Code(view_->DeleteKey("hkey_classes_root")), "E_INVALIDARG");
     int count = 0;
@@ -98,14 +90,14 @@ TEST_F(Registry, OthersSeeATransactionWhenItIsCommittedAndOneThatIsNotNever) {
     ASSERT_EQ(Code(view_->Begin()), "S_OK");
     EXPECT_EQ(Code(view_->Begin()), "E_FAIL");
     ASSERT_EQ(Code(view_->SetValue(HKCR "\\A", "", "1")), "S_OK");
-    EXPECT_EQ(Value(HKCR "\\A"), HKCR "\\A");
+    EXPECT_EQ(TestStore::Value(HKCR "\\A"), HKCR "\\A");
     ASSERT_EQ(Code(view_->Commit()), "S_OK");
-    EXPECT_EQ(Value(HKCR "\\A"), "1");
+    EXPECT_EQ(TestStore::Value(HKCR "\\A"), "1");
     for (const bool released : {false, true}) {
         ASSERT_EQ(Code(view_->Begin()), "S_OK");
         ASSERT_EQ(Code(view_->DeleteKey(HKCR "\\A")), "S_OK");
         released ? view_.Release() : static_cast<void>(view_->Rollback());
-        EXPECT_EQ(Value(HKCR "\\A"), "1") << released;
+        EXPECT_EQ(TestStore::Value(HKCR "\\A"), "1") << released;
     }
 }
 
@@ -126,7 +118,7 @@ TEST_F(Registry, TheEnvironmentSaysWhereTheStoreIsAndReadingCreatesNone) {
         const Setting dataHome("XDG_DATA_HOME", row.data), home("HOME", row.home);
         const auto view = TestStore::Open();
         const bool relative = row.registry != nullptr && row.registry[0] == 'f';
-        EXPECT_EQ(Value(HKCR), relative ? "REGDB_E_READREGDB" : "REGDB_E_KEYMISSING");
+        EXPECT_EQ(TestStore::Value(HKCR), relative ? "REGDB_E_READREGDB" : "REGDB_E_KEYMISSING");
         EXPECT_TRUE(std::filesystem::is_empty(folder));
         if (row.expected == nullptr) {
             EXPECT_EQ(Code(view->Begin()), "REGDB_E_WRITEREGDB");
@@ -144,7 +136,7 @@ TEST_F(Registry, TheEnvironmentSaysWhereTheStoreIsAndReadingCreatesNone) {
 
 TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
     std::ofstream(store_.File()).close();
-    EXPECT_EQ(Value(HKCR), "REGDB_E_KEYMISSING") << "an empty file is an empty store";
+    EXPECT_EQ(TestStore::Value(HKCR), "REGDB_E_KEYMISSING") << "an empty file is an empty store";
     Write({HKCR "\\A"});
     const struct {
         const char *file, *value, *reason;
@@ -162,7 +154,7 @@ TEST_F(Registry, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         const Setting setting("LARYNTH_REGISTRY", file.c_str());
         const std::string before = ContentOf(file);
         const auto view = TestStore::Open();
-        EXPECT_EQ(Value(HKCR), row.value) << file;
+        EXPECT_EQ(TestStore::Value(HKCR), row.value) << file;
         EXPECT_TRUE(FAILED(view->Begin())) << file;
         EXPECT_THAT(LarynthLastError(), testing::AllOf(HasSubstr(file.string()), HasSubstr(row.reason)));
         EXPECT_EQ(ContentOf(file), before);
@@ -194,7 +186,7 @@ TEST_F(Registry, OneThatOthersCanChangeIsNotUsed) {
             ASSERT_EQ(chmod(path.c_str(), change.first), 0);
         }
         const bool used = *row.reason == '\0';
-        EXPECT_EQ(Value(HKCR "\\A"), used ? HKCR "\\A" : "REGDB_E_READREGDB");
+        EXPECT_EQ(TestStore::Value(HKCR "\\A"), used ? HKCR "\\A" : "REGDB_E_READREGDB");
         const auto view = TestStore::Open();
         EXPECT_EQ(Code(view->Begin()), used ? "S_OK" : "REGDB_E_WRITEREGDB");
         EXPECT_THAT(LarynthLastError(), HasSubstr(row.reason));
@@ -206,7 +198,7 @@ TEST_F(Registry, AReaderGivesUpWhenAnotherProcessKeepsTheLock) {
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open(store_.File().c_str(), &other), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    EXPECT_EQ(Value(HKCR "\\A"), "REGDB_E_READREGDB");
+    EXPECT_EQ(TestStore::Value(HKCR "\\A"), "REGDB_E_READREGDB");
     EXPECT_THAT(LarynthLastError(), HasSubstr("another process is writing"));
     sqlite3_close(other);
 }

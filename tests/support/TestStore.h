@@ -10,6 +10,8 @@
 #include <larynth/ComPtr.h>
 #include <larynth/Registry.h>
 
+#include "tests/support/Code.h"
+
 /// Sets an environment variable (takes it away) as long as it lives.
 class Setting {
   public:
@@ -47,6 +49,14 @@ class TestStore {
         ComPtr<ILarynthRegistry> registry;
         if (FAILED(LarynthOpenRegistry(registry.Put()))) throw std::runtime_error(LarynthLastError());
         return registry;
+    }
+
+    /// The value of a key, or the code of the failure.
+    static std::string Value(const char* key, const char* name = "") {
+        LPCSTR value = nullptr;
+        const auto registry = Open();
+        const HRESULT hr = registry->GetValue(key, name, &value);
+        return SUCCEEDED(hr) ? value : Code(hr);
     }
 
     /// Creates a key with that default value, in a transaction of its own.

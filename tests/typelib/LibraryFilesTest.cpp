@@ -28,12 +28,7 @@ class LibraryFiles : public testing::Test {
     ~LibraryFiles() override { fs::current_path(before_); }
 
     /// The module that the library is registered for, or the code.
-    static std::string Stored() {
-        LPCSTR value = nullptr;
-        const auto registry = TestStore::Open();
-        const HRESULT hr = registry->GetValue(kKey, "", &value);
-        return SUCCEEDED(hr) ? value : Code(hr);
-    }
+    static std::string Stored() { return TestStore::Value(kKey); }
 
   private:
     static constexpr char kKey[] =
