@@ -19,7 +19,7 @@ namespace larynth {
 /// Renders many samples of a voice at once, from the elements that make it: the samples, and all that the
 /// elements keep and show, are what advancing them one by one would leave. The order for each sample is
 /// voicing, aspiration, frication, voicing filter, cascade tract, parallel tract.
-class Network {
+class Network {  // NOLINT(clang-analyzer-optin.performance.Padding): little beside a stretch's arrays
   public:
     /// The elements of one voice, which belong to others and outlive the rendering.
     struct Elements {
