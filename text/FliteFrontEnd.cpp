@@ -2,12 +2,15 @@
 #include "text/FliteFrontEnd.h"
 
 #include <algorithm>
+#include <array>
 #include <flite/flite.h>
 #include <memory>
 #include <mutex>
 #include <new>
 #include <string_view>
 #include <utility>
+
+#include "text/Characters.h"
 
 extern "C" {
 void usenglish_init(cst_voice* voice);
@@ -101,13 +104,39 @@ void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, Spoke
     if (!utt_relation_present(utterance, "Target")) return;
     for (cst_item* target = relation_head(utt_relation(utterance, "Target")); target != nullptr;
          target = item_next(target)) {
-        const double time = std::clamp<double>(item_feat_float(target, "pos"), ends.front(), ends.back());
+        const double time = std::min<double>(item_feat_float(target, "pos"), ends.back());
+        if (time < ends.front()) continue;  // in the pause that was left out
         const auto end = std::lower_bound(ends.begin() + 1, ends.end() - 1, time);
         const double start = *(end - 1);
         const double place = *end > start ? (time - start) / (*end - start) : 0.0;
         spoken.pitch.push_back({static_cast<std::size_t>(end - ends.begin()) - 1, place,
                                 (item_feat_float(target, "f0") - kMean) / kDeviation});
     }
+}
+
+bool AsksForYesOrNo(const std::vector<SpokenWord>& words) {
+    constexpr std::array<std::string_view, 9> kAskForMore{"what", "who",   "whom", "whose", "which",
+                                                          "when", "where", "why",  "how"};
+    if (words.empty() || words.back().punctuation != '?') return false;
+    const std::string first = Lower(words.front().text);
+    return std::find(kAskForMore.begin(), kAskForMore.end(), first.substr(0, first.find('\''))) ==
+           kAskForMore.end();
+}
+
+// The intonation rules fall at every end. A question for yes or no is low on its last stressed syllable and
+// rises from there.
+void RaiseEnd(SpokenPhones& spoken) {
+    constexpr double kLow = -0.5, kHigh = 2.2;  // standard deviations
+    const auto& phones = spoken.phones;
+    const auto isSaid = [](const Phone& p) { return p.name != "pau"; };
+    const auto last = std::find_if(phones.rbegin(), phones.rend(), isSaid);
+    const auto stressed =
+        std::find_if(last, phones.rend(), [](const Phone& p) { return p.startsSyllable && p.stress > 0; });
+    if (stressed == phones.rend()) return;
+    const auto begin = static_cast<std::size_t>(phones.rend() - stressed) - 1;
+    std::erase_if(spoken.pitch, [&](const PitchTarget& t) { return t.phone >= begin; });
+    spoken.pitch.push_back({begin, 0.5, kLow});
+    spoken.pitch.push_back({static_cast<std::size_t>(phones.rend() - last) - 1, 1.0, kHigh});
 }
 
 }  // namespace
@@ -133,6 +162,7 @@ SpokenPhones SayWords(const std::vector<SpokenWord>& words) {
         }
     }
     if (!spoken.phones.empty()) AddTargets(utterance.get(), ends, spoken);
+    if (AsksForYesOrNo(words)) RaiseEnd(spoken);
     return spoken;
 }
 

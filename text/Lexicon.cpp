@@ -3,7 +3,7 @@
 
 #include "input/Text.h"
 #include "text/Characters.h"
-#include "text/PhoneNames.h"
+#include "text/PhoneInput.h"
 
 namespace larynth {
 
@@ -14,18 +14,15 @@ Lexicon::Lexicon(std::istream& input, const std::string& name) {
         const std::size_t tabulator = line.find('\t');
         if (tabulator == std::string_view::npos || Trimmed(line.substr(0, tabulator)).empty())
             throw BadInput(lines.At(1), "a word, a tabulator and phones");
-        std::string phones;
-        for (std::string_view rest = Trimmed(line.substr(tabulator)); !rest.empty();) {
-            const std::string_view symbol = rest.substr(0, rest.find_first_of(kBlanks));
-            const auto phone = FindArpabet(symbol);
-            if (!phone) throw BadInput(lines.At(symbol), "a phone of ARPAbet instead of " + Quoted(symbol));
-            phones += (phones.empty() ? "" : " ") + std::string(phone->name);
-            if (phone->IsVowel()) phones += static_cast<char>('0' + phone->stress);
-            rest = Trimmed(rest.substr(symbol.size()));
+        const std::string_view written = Trimmed(line.substr(tabulator));
+        std::string bad;
+        const auto phones = PhonesOfWord(written, TextForm::Arpabet, bad);
+        if (!phones) {
+            const std::size_t place = bad.empty() ? line.size() : line.find(bad, tabulator);
+            throw BadInput(lines.At(line.substr(place, 0)),
+                           bad.empty() ? "phones" : "a phone of ARPAbet instead of " + Quoted(bad));
         }
-        if (phones.empty())
-            throw BadInput(lines.At(static_cast<std::int64_t>(CharacterCount(line)) + 1), "phones");
-        phones_[Lower(Trimmed(line.substr(0, tabulator)))] = phones;
+        phones_[Lower(Trimmed(line.substr(0, tabulator)))] = *phones;
     }
 }
 

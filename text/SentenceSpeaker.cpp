@@ -71,14 +71,15 @@ std::string WordAsWritten(std::string_view written) {
 class Speaker {
   public:
     Speaker(const Tokens& tokens, const std::vector<SpokenWord>& words, SpokenPhones&& spoken)
-        : tokens_(tokens), words_(words), spoken_(std::move(spoken)) {}
+        : tokens_(tokens), words_(words), spoken_(std::move(spoken)), heard_(tokens.tokens.size()) {
+        for (const SpokenWord& word : words) heard_[word.source] = true;
+    }
 
     Utterance Speak() {
         for (std::size_t i = 0; i < spoken_.phones.size(); ++i) {
-            places_.push_back(utterance_.phones.size());
             const std::size_t word = spoken_.words[i];
             if (word != SpokenPhones::kNoWord) BeginTokens(words_[word].source + 1);
-            if (places_[i] != utterance_.phones.size()) places_[i] = utterance_.phones.size();
+            places_.push_back(utterance_.phones.size());
             utterance_.phones.push_back(std::move(spoken_.phones[i]));
             utterance_.phones.back().prosody = ProsodyHere();
         }
@@ -96,6 +97,7 @@ class Speaker {
     void BeginTokens(std::size_t end) {
         for (; begun_ < end; ++begun_) {
             GiveAnnotations(begun_);
+            if (!heard_[begun_]) continue;
             const std::string word = WordAsWritten(tokens_.tokens[begun_].written);
             utterance_.marks.push_back({utterance_.phones.size(), Mark::Kind::Word, word});
         }
@@ -120,6 +122,7 @@ class Speaker {
             utterance_.phones.back().name = "pau";
         }
         utterance_.phones.back().duration = seconds;
+        utterance_.phones.back().prosody = {};
     }
 
     Prosody ProsodyHere() const {
@@ -130,6 +133,7 @@ class Speaker {
     const Tokens& tokens_;
     const std::vector<SpokenWord>& words_;
     SpokenPhones spoken_;
+    std::vector<bool> heard_;  // tokens that have words
     Utterance utterance_;
     std::vector<std::size_t> places_;  // of the spoken phones in the utterance
     std::size_t begun_ = 0;            // tokens

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kLongBytes = 400;         // from here on a comma or a blank ends a sentence
 constexpr std::size_t kLeastBytes = 200;        // if it leaves as much in front
-constexpr std::size_t kMostBytes = 600;         // here anything does
+constexpr std::size_t kMostBytes = 450;         // here anything does
 constexpr std::size_t kMostAnnotations = 1000;  // in a sentence
 
 enum class Ending { No, Perhaps, Yes };  // perhaps: before a capital letter

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "text/UtteranceReader.h"
 
-#include "input/BadInput.h"
+#include <utility>
+
 #include "text/Characters.h"
+#include "text/PhoneInput.h"
 #include "text/SentenceSpeaker.h"
 #include "text/Sentences.h"
+#include "text/Ssml.h"
 
 namespace larynth {
 namespace {
@@ -16,33 +19,81 @@ class Source {
     virtual bool Next(Utterance& utterance) = 0;
 };
 
-class PlainText final : public Source {
+/// Sentences that are to be analysed.
+class SentenceSource : public Source {
   public:
-    PlainText(std::istream& input, const TextOptions& options) : characters_(input), options_(options) {}
+    explicit SentenceSource(const TextOptions& options) : options_(options) {}
 
-    bool Next(Utterance& utterance) override {
-        MarkedText sentence;
-        for (;;) {
-            while (!cutter_.HasSentence() && characters_.Next()) cutter_.Add(characters_.Current());
-            if (!cutter_.HasSentence()) cutter_.Finish();
-            if (!cutter_.Take(sentence)) return false;
+    bool Next(Utterance& utterance) final {
+        for (MarkedText sentence; NextSentence(sentence);) {
             utterance = SpeakSentence(sentence, options_);
             if (!utterance.phones.empty() || !utterance.marks.empty()) return true;
         }
+        return false;
     }
 
   private:
-    CharacterStream characters_;
+    virtual bool NextSentence(MarkedText& sentence) = 0;
+
     const TextOptions& options_;
+};
+
+class PlainText final : public SentenceSource {
+  public:
+    PlainText(std::istream& input, const TextOptions& options)
+        : SentenceSource(options), characters_(input) {}
+
+  private:
+    bool NextSentence(MarkedText& sentence) override {
+        while (!cutter_.HasSentence() && characters_.Next()) cutter_.Add(characters_.Current());
+        if (!cutter_.HasSentence()) cutter_.Finish();
+        return cutter_.Take(sentence);
+    }
+
+    CharacterStream characters_;
     SentenceCutter cutter_;
 };
+
+class MarkedUpText final : public SentenceSource {
+  public:
+    MarkedUpText(std::istream& input, std::string name, const TextOptions& options)
+        : SentenceSource(options), reader_(input, std::move(name), options.meanPitch) {}
+
+  private:
+    bool NextSentence(MarkedText& sentence) override { return reader_.Next(sentence); }
+
+    SsmlReader reader_;
+};
+
+class Phones final : public Source {
+  public:
+    Phones(std::istream& input, std::string name, TextForm form) : reader_(input, std::move(name), form) {}
+
+    bool Next(Utterance& utterance) override { return reader_.Next(utterance); }
+
+  private:
+    PhoneReader reader_;
+};
+
+std::unique_ptr<Source> MakeSource(std::istream& input, std::string name, const TextOptions& options) {
+    switch (options.form) {
+        case TextForm::Text:
+            return std::make_unique<PlainText>(input, options);
+        case TextForm::Ssml:
+            return std::make_unique<MarkedUpText>(input, std::move(name), options);
+        case TextForm::Arpabet:
+        case TextForm::Ipa:
+            break;
+    }
+    return std::make_unique<Phones>(input, std::move(name), options.form);
+}
 
 }  // namespace
 
 class UtteranceReader::Implementation {
   public:
-    Implementation(std::istream& input, const TextOptions& options)
-        : options_(options), source_(std::make_unique<PlainText>(input, options_)) {}
+    Implementation(std::istream& input, std::string name, const TextOptions& options)
+        : options_(options), source_(MakeSource(input, std::move(name), options_)) {}
 
     bool Next() { return source_->Next(current_); }
     const Utterance& Current() const { return current_; }
@@ -53,8 +104,8 @@ class UtteranceReader::Implementation {
     std::unique_ptr<Source> source_;
 };
 
-UtteranceReader::UtteranceReader(std::istream& input, std::string, const TextOptions& options)
-    : implementation_(std::make_unique<Implementation>(input, options)) {}
+UtteranceReader::UtteranceReader(std::istream& input, std::string name, const TextOptions& options)
+    : implementation_(std::make_unique<Implementation>(input, std::move(name), options)) {}
 
 UtteranceReader::~UtteranceReader() = default;
 

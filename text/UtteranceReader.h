@@ -30,7 +30,9 @@ struct TextOptions {
     TextForm form = TextForm::Text;
     Punctuation punctuation = Punctuation::None;
     Capitals capitals = Capitals::None;
-    bool spell = false;                ///< Letter by letter.
+    bool spell = false;  ///< Letter by letter.
+    double meanPitch =
+        110.0;  ///< The speaker's mean F0, Hz: what absolute pitches of SSML are compared with.
     const Lexicon* lexicon = nullptr;  ///< The user's own pronunciations; must outlive the reader.
 };
 
