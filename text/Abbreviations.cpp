@@ -9,7 +9,13 @@
 namespace larynth {
 namespace {
 
-enum class When { Point, Always, BeforeName, BeforeNumber };
+enum class When {
+    Always,
+    Point,         // with a point behind it
+    BeforeName,    // with a point and a capital letter behind it
+    BeforeNumber,  // with a point and a digit behind it
+    Title,         // in front of a capital letter
+};
 
 struct Abbreviation {
     std::string_view written, full;
@@ -19,10 +25,10 @@ struct Abbreviation {
 // The first line that fits counts.
 constexpr Abbreviation kAbbreviations[] = {
     {"mr", "mister", When::Always},         {"mrs", "missus", When::Always},
-    {"ms", "miz", When::BeforeName},        {"dr", "doctor", When::BeforeName},
-    {"dr", "drive", When::Point},           {"st", "saint", When::BeforeName},
+    {"ms", "miz", When::BeforeName},        {"dr", "doctor", When::Title},
+    {"dr", "drive", When::Point},           {"st", "saint", When::Title},
     {"st", "street", When::Point},          {"ft", "fort", When::BeforeName},
-    {"mt", "mount", When::BeforeName},      {"prof", "professor", When::Point},
+    {"mt", "mount", When::BeforeName},      {"prof", "professor", When::Always},
     {"rev", "reverend", When::BeforeName},  {"gen", "general", When::BeforeName},
     {"sen", "senator", When::BeforeName},   {"rep", "representative", When::BeforeName},
     {"gov", "governor", When::BeforeName},  {"capt", "captain", When::Point},
@@ -57,6 +63,8 @@ bool Fits(const Abbreviation& abbreviation, const AbbreviationContext& context) 
             return context.point;
         case When::BeforeName:
             return context.point && IsUpper(next);
+        case When::Title:
+            return IsUpper(next);
         case When::BeforeNumber:
             return context.point && IsDigit(next);
     }

@@ -232,7 +232,9 @@ class Normalizer {
         if (core.starts_with("--")) AddPause(',');
         core = rest;
         if (sign == U'#' && !StartsWithDigit(core)) return AddWord("hash");
-        SayNamed(sign, count);
+        const Punctuation usual = std::exchange(punctuation_, std::max(punctuation_, Punctuation::Some));
+        SayNamed(sign, count);  // inside a word signs have a meaning
+        punctuation_ = usual;
     }
 
     // Whether two characters are counted together.

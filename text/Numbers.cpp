@@ -81,6 +81,7 @@ std::string TakeGrouped(std::string_view& text) {
 
 // A number in front of a text.
 struct Number {
+    bool positive = false;  // with a sign
     bool negative = false;
     bool grouped = false;  // with commas
     std::string whole;
@@ -88,7 +89,7 @@ struct Number {
     std::string_view vulgar;  // "½" in words
 
     bool IsOne() const { return whole == "1" && fraction.empty() && vulgar.empty(); }
-    bool IsPlain() const { return !negative && !grouped && fraction.empty() && vulgar.empty(); }
+    bool IsPlain() const { return !positive && !negative && !grouped && fraction.empty() && vulgar.empty(); }
 };
 
 struct VulgarFraction {
@@ -112,6 +113,7 @@ std::optional<Number> TakeNumber(std::string_view& text) {
     std::string_view rest = text;
     Number number;
     number.negative = TakeStart(rest, "-");
+    number.positive = !number.negative && TakeStart(rest, "+");
     const std::size_t before = rest.size();
     number.whole = TakeGrouped(rest);
     number.grouped = before - rest.size() != number.whole.size();
@@ -128,7 +130,7 @@ std::optional<Number> TakeNumber(std::string_view& text) {
 }
 
 std::string Say(const Number& number) {
-    std::string words = number.negative ? "minus" : "";
+    std::string words = number.negative ? "minus" : number.positive ? "plus" : "";
     if (!number.whole.empty()) AddWord(words, Cardinal(number.whole));
     if (!number.fraction.empty()) AddWord(words, "point"), AddWord(words, EachDigit(number.fraction));
     if (!number.vulgar.empty() && !number.whole.empty()) AddWord(words, "and");
@@ -312,7 +314,7 @@ std::optional<std::string> SayRange(std::string_view text) {
     bool unused = false;
     if (auto measure = SayMeasure(text, {}, unused)) return SayOrLeave(*first) + " to " + *measure;
     const auto second = TakeNumber(text);
-    if (!second || second->negative || !text.empty()) return std::nullopt;
+    if (!second || second->negative || second->positive || !text.empty()) return std::nullopt;
     return SayOrLeave(*first) + " to " + SayOrLeave(*second);
 }
 
