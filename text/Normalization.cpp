@@ -106,10 +106,10 @@ class Normalizer {
         const bool last = index_ + 1 == tokens_.size();
         while (!marks.empty()) {
             const char c = marks[0];
-            if (marks.starts_with("...") || marks.starts_with("--")) AddPause(',');
-            if (c == ')') AddPause(',');
-            if (Has(kPausing, c) && (c != '.' || last)) AddPause(c);
+            const bool parts = c == ')' || marks.starts_with("...") || marks.starts_with("--");
             marks.remove_prefix(SayMarks(marks));
+            if (parts) AddPause(',');
+            if (Has(kPausing, c) && (c != '.' || last)) AddPause(c);
         }
     }
 
@@ -213,10 +213,12 @@ class Normalizer {
     }
 
     static std::size_t WordLength(std::string_view text) {
+        const auto isPart = [&](std::size_t i) {
+            const bool apostrophe = text[i] == '\'' && i > 0 && i + 1 < text.size() && IsLetter(text[i + 1]);
+            return IsLetterOrDigit(text[i]) || apostrophe;
+        };
         std::size_t count = 0;
-        while (count < text.size() && count < kLongestWord &&
-               (IsLetterOrDigit(text[count]) || (text[count] == '\'' && count > 0)))
-            ++count;
+        while (count < text.size() && count < kLongestWord && isPart(count)) ++count;
         return count;
     }
 

@@ -26,13 +26,11 @@ class TokenMaker {
         auto annotation = sentence_.annotations.begin();
         const auto end = sentence_.annotations.end();
         for (std::size_t i = 0; i <= sentence_.text.size(); ++i) {
+            const bool wordEnds = i == sentence_.text.size() || sentence_.text[i] == ' ';
+            if (wordEnds && style_->phones.empty()) Finish();
             for (; annotation != end && annotation->place == i; ++annotation) Take(*annotation);
             if (i == sentence_.text.size()) break;
-            const char c = sentence_.text[i];
-            if (c == ' ' && style_->phones.empty())
-                Finish();
-            else
-                word_ += c;
+            if (!wordEnds || !style_->phones.empty()) word_ += sentence_.text[i];
         }
         Finish();
         return std::move(made_);

@@ -84,8 +84,6 @@ bool IsIdeographicEnd(char32_t c) { return c == U'。' || c == U'！' || c == U'
 
 bool IsSmallLetter(char32_t c) { return (c >= U'a' && c <= U'z') || (c >= 0xDF && c <= 0xFF); }
 
-bool IsInsideCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
 }  // namespace
 
 void SentenceCutter::AddBlank(bool lineEnd) {
@@ -144,7 +142,7 @@ void SentenceCutter::CutTooLong() {
             return CutAt(i);
     const std::size_t blank = text.find_last_of(' ');
     if (blank != std::string_view::npos && blank > kLeastBytes) return CutAt(blank);
-    if (text.size() >= kMostBytes && !IsInsideCharacter(text.back())) CutAt(text.size());
+    if (text.size() >= kMostBytes) CutAt(text.size());
 }
 
 void SentenceCutter::CutAt(std::size_t place) {
