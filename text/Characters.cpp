@@ -141,6 +141,12 @@ char32_t TakeCharacter(std::string_view& text) {
     return code;
 }
 
+bool TakeStart(std::string_view& text, std::string_view start) {
+    if (!text.starts_with(start)) return false;
+    text.remove_prefix(start.size());
+    return true;
+}
+
 void AppendUtf8(std::string& text, char32_t c) {
     if (c < 0x80) {
         text += static_cast<char>(c);

@@ -39,6 +39,9 @@ class CharacterStream {
 /// Takes the first character off a text that is not empty.
 char32_t TakeCharacter(std::string_view& text);
 
+/// Takes `start` off the beginning of a text; false where it does not stand there.
+bool TakeStart(std::string_view& text, std::string_view start);
+
 void AppendUtf8(std::string& text, char32_t c);
 
 /// Blanks of every width, line ends, control characters.

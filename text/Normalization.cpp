@@ -10,6 +10,8 @@
 #include "text/Abbreviations.h"
 #include "text/CharacterNames.h"
 #include "text/Characters.h"
+#include "text/Dates.h"
+#include "text/Figures.h"
 #include "text/Lexicon.h"
 #include "text/Numbers.h"
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-/// Numbers, and what is written with them, in words.
+/// Numbers in words, and numbers at the beginning of a text.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,13 +14,37 @@ std::string Ordinal(std::string_view digits);
 std::string Year(std::string_view digits);     ///< Four digits in pairs.
 std::string EachDigit(std::string_view text);  ///< Digits one by one; other characters are left out.
 
-/// An amount of money, a measure, a date, a time, a range, a fraction, a version, … in words; nothing for any
-/// other text. `next` is the word behind it, in which a multiplier or a unit may stand; `usedNext` tells that
-/// it is said.
-std::optional<std::string> SayFigures(std::string_view text, std::string_view next, bool& usedNext);
+std::string BelowHundred(int n);
 
-/// A date in figures, whose order is given by the letters y, m and d; an empty order: found out.
-std::optional<std::string> SayDate(std::string_view text, std::string_view order);
-std::optional<std::string> SayTime(std::string_view text);
+/// Of digits, up to 999,999,999; -1 for any other text.
+int Value(std::string_view digits);
+
+/// Puts a word, or several, behind others; an empty one is none.
+void AddWord(std::string& words, std::string_view word);
+
+/// Takes the digits off the beginning of a text.
+std::string_view TakeDigits(std::string_view& text);
+
+struct Number {
+    bool positive = false;  // with a sign
+    bool negative = false;
+    bool grouped = false;  // with commas
+    std::string whole;
+    std::string fraction;
+    std::string_view vulgar;  // "½" in words
+
+    bool IsOne() const { return whole == "1" && fraction.empty() && vulgar.empty(); }
+    bool IsPlain() const { return !positive && !negative && !grouped && fraction.empty() && vulgar.empty(); }
+};
+
+/// Takes a number off the beginning of a text, with its sign, commas between thousands, decimals and "½";
+/// nothing, and the text unchanged, where none stands.
+std::optional<Number> TakeNumber(std::string_view& text);
+
+std::string Say(const Number& number);
+
+/// Plain integers are left as they are: whether one is a year, a code or a count is told from its neighbours
+/// later.
+std::string SayOrLeave(const Number& number);
 
 }  // namespace larynth

@@ -43,12 +43,6 @@ bool EndsUtterance(char c) { return c == '.' || c == '!' || c == '?'; }
 // Length of a pause, s.
 double PauseOf(char punctuation) { return EndsUtterance(punctuation) ? 0.3 : 0.2; }
 
-bool TakeStart(std::string_view& text, std::string_view start) {
-    if (!text.starts_with(start)) return false;
-    text.remove_prefix(start.size());
-    return true;
-}
-
 // Signs that do not tell phones of English apart: ties, length, aspiration, marks on letters.
 bool TakeDetail(std::string_view& text) {
     for (const std::string_view sign : {"ː", "ˑ", "ʰ", "ʲ", "ʷ", "ˠ", "‿", "̯"})
