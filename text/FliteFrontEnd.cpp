@@ -101,7 +101,7 @@ Phone PhoneOf(cst_item* segment, double duration) {
 
 // Targets are given in time from the beginning, which lies at `ends[0]`.
 void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, SpokenPhones& spoken) {
-    if (!utt_relation_present(utterance, "Target")) return;
+    if (utt_relation_present(utterance, "Target") == 0) return;
     for (cst_item* target = relation_head(utt_relation(utterance, "Target")); target != nullptr;
          target = item_next(target)) {
         const double time = std::min<double>(item_feat_float(target, "pos"), ends.back());
@@ -146,7 +146,7 @@ SpokenPhones SayWords(const std::vector<SpokenWord>& words) {
     const std::scoped_lock lock(oneAtATime);
     SpokenPhones spoken;
     const UtterancePointer utterance = Analysed(words);
-    if (!utterance || !utt_relation_present(utterance.get(), "Segment")) return spoken;
+    if (!utterance || utt_relation_present(utterance.get(), "Segment") == 0) return spoken;
     std::vector<double> ends;
     double end = 0.0;
     for (cst_item* segment = relation_head(utt_relation(utterance.get(), "Segment")); segment != nullptr;

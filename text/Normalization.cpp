@@ -46,9 +46,9 @@ bool IsAddress(std::string_view text) {
     if (text.find("://") != std::string_view::npos || text.starts_with("www.")) return true;
     const std::size_t at = text.find('@');
     if (at != std::string_view::npos) return at > 0 && text.find('.', at) != std::string_view::npos;
-    for (const std::string_view end : {".com", ".org", ".net", ".edu", ".gov", ".io"})
-        if (text.size() > end.size() && text.ends_with(end)) return true;
-    return false;
+    constexpr std::array<std::string_view, 6> kEnds{".com", ".org", ".net", ".edu", ".gov", ".io"};
+    return std::any_of(kEnds.begin(), kEnds.end(),
+                       [&](std::string_view end) { return text.size() > end.size() && text.ends_with(end); });
 }
 
 // "U.S", "p.m", "J.R.R"
@@ -164,7 +164,7 @@ class Normalizer {
         SayClosing(std::string_view(folded_[index_]).substr(coreLength));
     }
 
-    std::optional<std::string> SayAsTold(std::string_view core, const Style& style) const {
+    static std::optional<std::string> SayAsTold(std::string_view core, const Style& style) {
         const bool digits = std::all_of(core.begin(), core.end(), IsDigit);
         switch (style.sayAs) {
             case SayAs::Cardinal:

@@ -185,7 +185,7 @@ class SsmlReader::Implementation {
         std::optional<double> seconds = PauseOfStrength("medium");
         if (const auto strength = attributes.Find("strength")) seconds = PauseOfStrength(*strength);
         if (const auto time = attributes.Find("time")) seconds = ParseDuration(*time);
-        if (!seconds) throw Error("a break with a time like \"250ms\" or a strength like \"strong\"");
+        if (!seconds) throw Error(R"(a break with a time like "250ms" or a strength like "strong")");
         cutter_.Annotate({0, Annotation::Kind::Break, {}, *seconds, nullptr});
     }
 
@@ -194,7 +194,7 @@ class SsmlReader::Implementation {
         for (const std::string_view name : {"rate", "pitch", "range", "volume"}) {
             const auto value = attributes.Find(name);
             if (value && !ApplyProsody(name, *value, meanPitch_, changed.prosody))
-                throw Error("a " + std::string(name) + " like \"+10%\" or \"medium\" instead of " +
+                throw Error("a " + std::string(name) + R"( like "+10%" or "medium" instead of )" +
                             Quoted(*value));
         }
         SetStyle(std::make_shared<const Style>(changed));
@@ -231,7 +231,7 @@ class SsmlReader::Implementation {
         const std::string_view ph = attributes.Get("ph");
         const bool isIpa = alphabet == "ipa";
         if (!isIpa && alphabet != "x-arpabet" && alphabet != "arpabet")
-            throw Error("the alphabet \"ipa\" or \"x-arpabet\" instead of " + Quoted(alphabet));
+            throw Error(R"(the alphabet "ipa" or "x-arpabet" instead of )" + Quoted(alphabet));
         std::string bad;
         const auto phones = PhonesOfWord(ph, isIpa ? TextForm::Ipa : TextForm::Arpabet, bad);
         if (!phones) throw Error("phones instead of " + Quoted(bad.empty() ? std::string(ph) : bad));
