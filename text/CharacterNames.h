@@ -9,8 +9,8 @@
 namespace larynth {
 
 struct CharacterName {
-    char32_t code;
     std::string_view name;
+    char32_t code;
     Punctuation from;  ///< The least punctuation with which it is said; `None`: always.
 };
 

@@ -153,7 +153,7 @@ std::string Ordinal(std::string_view digits) {
     std::string words = Cardinal(digits);
     const std::size_t last = words.find_last_of(' ') + 1;
     for (const Irregular& i : kIrregular)
-        if (words.substr(last) == i.cardinal) return words.replace(last, std::string::npos, i.ordinal);
+        if (words.substr(last) == i.cardinal) return words.substr(0, last) + std::string(i.ordinal);
     if (words.back() == 'y') words.replace(words.size() - 1, 1, "ie");
     return words + "th";
 }

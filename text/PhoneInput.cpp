@@ -59,7 +59,8 @@ class IpaWord {
     explicit IpaWord(std::string_view text) : text_(text) {
         // A tie and its two letters are one symbol, as without it.
         for (const std::string_view tie : {"͡", "͜"})
-            for (std::size_t at; (at = text_.find(tie)) != std::string::npos;) text_.erase(at, tie.size());
+            for (std::size_t at = 0; (at = text_.find(tie, at)) != std::string::npos;)
+                text_.erase(at, tie.size());
     }
 
     // What is no symbol, with what follows it; empty where all is well.
