@@ -82,6 +82,9 @@ Ending AtEnd(std::string_view text) {
 // Full stops, exclamation and question marks that no blank follows.
 bool IsIdeographicEnd(char32_t c) { return c == U'。' || c == U'！' || c == U'？'; }
 
+// At the beginning of a line.
+bool IsBullet(char32_t c) { return c == U'*' || c == U'-' || c == U'•'; }
+
 bool IsSmallLetter(char32_t c) { return (c >= U'a' && c <= U'z') || (c >= 0xDF && c <= 0xFF); }
 
 }  // namespace
@@ -99,7 +102,7 @@ void SentenceCutter::AddBlank(bool lineEnd) {
 
 void SentenceCutter::Add(char32_t c) {
     if (IsBlank(c)) return AddBlank(c == U'\n');
-    lineEnded_ = false;
+    if (std::exchange(lineEnded_, false) && IsBullet(c)) EndSentence();
     const bool continues = IsSmallLetter(c) || (c >= U'0' && c <= U'9') || c == U',' || c == U';';
     if (std::exchange(undecided_, false) && !continues) EndSentence();
     if (current_.text.empty() && current_.annotations.empty()) current_.style = style_;

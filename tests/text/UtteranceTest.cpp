@@ -18,9 +18,10 @@ using testing::ElementsAre;
 TEST(Sentences, EndWhereAReaderWouldStop) {
     EXPECT_THAT(
         Words("Mr. A. Smith paid 3.5 dollars. No! \"Stop!\" he said. We left at 5 p.m. The\nend... or not? "
-              "A title\n\nText"),
+              "A title\n\nText\n* one\n* two"),
         ElementsAre("{Mr}{A}{Smith}{paid}{3.5}{dollars}", "{No}", "{Stop}{he}{said}",
-                    "{We}{left}{at}{5}{p.m}", "{The}{end}{or}{not}", "{A}{title}", "{Text}"));
+                    "{We}{left}{at}{5}{p.m}", "{The}{end}{or}{not}", "{A}{title}", "{Text}", "{one}",
+                    "{two}"));
 }
 
 TEST(Sentences, ThatDoNotEndAreCut) {
