@@ -14,9 +14,10 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kBetweenVowels = 0.04;    // s; a vowel's transition where it owns the boundary itself
 constexpr double kGlideTransition = 0.03;  // s
 constexpr double kDiphthongOnset = 0.30, kDiphthongOffset = 0.25;  // most of its length that transitions take
-constexpr double kMostTransitions = 0.9;                           // of a phone's length
-constexpr double kMostUndershoot = 0.45;  // share of the way from target to boundaries that is not gone
-constexpr double kUndershootPerLack = 0.6;
+constexpr double kMostTransitions = 0.8;                           // of a phone's length
+// Of the share of the transitions that has no room, the share of the way from target to boundaries that is
+// not gone.
+constexpr double kUndershootPerLack = 0.2;
 constexpr double kEarlyMovement = 0.3;  // of the voice onset time, in which the formants move already
 constexpr std::array kLeastDistance{150.0, 180.0};  // Hz, F2 over F1, F3 over F2
 
@@ -70,9 +71,7 @@ void FormantPath::AddTargets(std::size_t i, Stretch& stretch) const {
     const Formants middle = Between(stretch.values[0], stretch.values[1], 0.5);
     if (in + out > kMostTransitions * length) {
         const double share = kMostTransitions * length / (in + out);
-        const double undershoot = entry.kind == PhoneClass::Vowel
-                                      ? std::min(kMostUndershoot, kUndershootPerLack * (1.0 - share))
-                                      : 0.0;
+        const double undershoot = entry.kind == PhoneClass::Vowel ? kUndershootPerLack * (1.0 - share) : 0.0;
         first = Between(first, middle, undershoot);
         second = Between(second, middle, undershoot);
         in *= share;

@@ -10,10 +10,11 @@ inline constexpr double kUsualRate = 240.0;
 
 /// Puts the phones, whose durations stand in `end`, one behind the other at `tempo` times the usual rate.
 ///
-/// When speech is faster, vowels give most and closures and bursts little; when it is slower, they take
-/// likewise (Gay 1981): each duration goes with a power of the tempo that belongs to the phone's class, and
-/// none goes below the table's shortest. The speech between the pauses is as long as the tempo asks; where
-/// all phones are as short as they can be it stays longer.
+/// When speech is faster, vowels give most and closures and bursts little (Gay 1981); when it is slower, what
+/// can be held takes most: vowels and frication, but not reduced vowels, glides and closures. Each duration
+/// goes with a power of the tempo that belongs to the phone's class, and none goes below the table's
+/// shortest. The speech between the pauses is as long as the tempo asks; where all phones are as short as
+/// they can be it stays longer.
 void PutInTime(std::span<SpokenPhone> phones, double tempo);
 
 }  // namespace larynth

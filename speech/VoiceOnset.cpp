@@ -9,7 +9,7 @@ namespace {
 constexpr double kUnstressedShare = 0.7;
 constexpr double kBehindFricative = 0.012;     // s
 constexpr double kVoicelessNoSonorant = 0.02;  // s; a release into a consonant or silence
-constexpr double kLeastClosure = 0.44;         // share of a voiceless stop
+constexpr double kLeastClosure = 0.55;         // share of a voiceless stop
 constexpr double kMostVoicedRelease = 0.3;     // share of a voiced stop
 
 }  // namespace
