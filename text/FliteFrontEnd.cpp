@@ -83,7 +83,7 @@ bool IsFirst(cst_item* item, const char* tree) { return item_prev(item_as(item, 
 
 std::size_t WordIndex(cst_item* word) {
     cst_item* const token = Parent(word, "Token");
-    return token == nullptr ? SpokenPhones::kNoWord
+    return token == nullptr ? PhonesOfWords::kNoWord
                             : static_cast<std::size_t>(item_feat_int(token, "word_index"));
 }
 
@@ -100,7 +100,7 @@ Phone PhoneOf(cst_item* segment, double duration) {
 }
 
 // Targets are given in time from the beginning, which lies at `ends[0]`.
-void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, SpokenPhones& spoken) {
+void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, PhonesOfWords& spoken) {
     if (utt_relation_present(utterance, "Target") == 0) return;
     for (cst_item* target = relation_head(utt_relation(utterance, "Target")); target != nullptr;
          target = item_next(target)) {
@@ -125,7 +125,7 @@ bool AsksForYesOrNo(const std::vector<SpokenWord>& words) {
 
 // The intonation rules fall at every end. A question for yes or no is low on its last stressed syllable and
 // rises from there.
-void RaiseEnd(SpokenPhones& spoken) {
+void RaiseEnd(PhonesOfWords& spoken) {
     constexpr double kLow = -0.5, kHigh = 2.2;  // standard deviations
     const auto& phones = spoken.phones;
     const auto isSaid = [](const Phone& p) { return p.name != "pau"; };
@@ -141,10 +141,10 @@ void RaiseEnd(SpokenPhones& spoken) {
 
 }  // namespace
 
-SpokenPhones SayWords(const std::vector<SpokenWord>& words) {
+PhonesOfWords SayWords(const std::vector<SpokenWord>& words) {
     static std::mutex oneAtATime;
     const std::scoped_lock lock(oneAtATime);
-    SpokenPhones spoken;
+    PhonesOfWords spoken;
     const UtterancePointer utterance = Analysed(words);
     if (!utterance || utt_relation_present(utterance.get(), "Segment") == 0) return spoken;
     std::vector<double> ends;
@@ -157,7 +157,7 @@ SpokenPhones SayWords(const std::vector<SpokenWord>& words) {
         if (!leadingPause) {
             if (ends.empty()) ends.push_back(start);
             spoken.phones.push_back(PhoneOf(segment, end - start));
-            spoken.words.push_back(word == nullptr ? SpokenPhones::kNoWord : WordIndex(word));
+            spoken.words.push_back(word == nullptr ? PhonesOfWords::kNoWord : WordIndex(word));
             ends.push_back(end);
         }
     }

@@ -19,7 +19,7 @@ struct SpokenWord {
 };
 
 /// Phones and the words that they belong to.
-struct SpokenPhones {
+struct PhonesOfWords {
     static constexpr std::size_t kNoWord = static_cast<std::size_t>(-1);
 
     std::vector<Phone> phones;
@@ -29,6 +29,6 @@ struct SpokenPhones {
 
 /// Says the words as one sentence, which ends with a pause and begins without one. Threads wait for each
 /// other.
-SpokenPhones SayWords(const std::vector<SpokenWord>& words);
+PhonesOfWords SayWords(const std::vector<SpokenWord>& words);
 
 }  // namespace larynth

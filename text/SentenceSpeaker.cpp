@@ -68,7 +68,7 @@ std::string WordAsWritten(std::string_view written) {
 
 class Speaker {
   public:
-    Speaker(const Tokens& tokens, const std::vector<SpokenWord>& words, SpokenPhones&& spoken)
+    Speaker(const Tokens& tokens, const std::vector<SpokenWord>& words, PhonesOfWords&& spoken)
         : tokens_(tokens), words_(words), spoken_(std::move(spoken)), heard_(tokens.tokens.size()) {
         for (const SpokenWord& word : words) heard_[word.source] = true;
     }
@@ -76,7 +76,7 @@ class Speaker {
     Utterance Speak() {
         for (std::size_t i = 0; i < spoken_.phones.size(); ++i) {
             const std::size_t word = spoken_.words[i];
-            if (word != SpokenPhones::kNoWord) BeginTokens(words_[word].source + 1);
+            if (word != PhonesOfWords::kNoWord) BeginTokens(words_[word].source + 1);
             places_.push_back(utterance_.phones.size());
             utterance_.phones.push_back(std::move(spoken_.phones[i]));
             utterance_.phones.back().prosody = ProsodyHere();
@@ -130,7 +130,7 @@ class Speaker {
 
     const Tokens& tokens_;
     const std::vector<SpokenWord>& words_;
-    SpokenPhones spoken_;
+    PhonesOfWords spoken_;
     std::vector<bool> heard_;  // tokens that have words
     Utterance utterance_;
     std::vector<std::size_t> places_;  // of the spoken phones in the utterance
@@ -143,7 +143,7 @@ class Speaker {
 Utterance SpeakSentence(const MarkedText& sentence, const TextOptions& options) {
     const Tokens tokens = TokenMaker(sentence).Make();
     const std::vector<SpokenWord> words = Normalized(tokens.tokens, options);
-    return Speaker(tokens, words, words.empty() ? SpokenPhones{} : SayWords(words)).Speak();
+    return Speaker(tokens, words, words.empty() ? PhonesOfWords{} : SayWords(words)).Speak();
 }
 
 }  // namespace larynth
