@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/OwnModules.h"
 
+#include <bit>
+#include <dlfcn.h>
 #include <filesystem>
+#include <stdexcept>
 
 #include <larynth/Runtime.h>
 
@@ -10,8 +13,12 @@
 namespace larynth {
 
 std::vector<std::string> OwnModules() {
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    const auto folder = (program.parent_path() / LARYNTH_MODULES_FROM_PROGRAM).lexically_normal();
+    Dl_info runtime{};
+    if (dladdr(std::bit_cast<void*>(&LarynthLoadModule), &runtime) == 0) {
+        throw std::runtime_error("cannot tell where the runtime's library lies");
+    }
+    const std::filesystem::path library = runtime.dli_fname;
+    const auto folder = std::filesystem::canonical(library.parent_path()) / "larynth";
     return {(folder / "Larynth.so").string(), (folder / "LarynthCompanion.so").string()};
 }
 
