@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <iterator>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -102,15 +101,15 @@ bool IsSameFile(const std::string& one, const std::string& other) {
     return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-InputFile::InputFile(const std::string& path) : InputFile(path, OpenToRead(path)) {}
+InputFile::InputFile(const std::string& path, Use use) : InputFile(path, OpenToRead(path), use) {}
 
-InputFile::InputFile(std::string name, int descriptor)
+InputFile::InputFile(std::string name, int descriptor, Use use)
     : name_(std::move(name)),
       descriptor_(descriptor),
       start_(lseek(descriptor, 0, SEEK_CUR)),
       buffer_(kBufferSize) {
     stream_.exceptions(std::ios::badbit);  // lets through what reading raises
-    if (start_ >= 0) return;
+    if (start_ >= 0 || use == Use::Once) return;
     copy_ = OpenScratch();
     if (copy_ >= 0) return;
     const int reason = errno;
@@ -124,9 +123,9 @@ InputFile::~InputFile() {
     }
 }
 
-InputFile InputFile::FromArgument(const std::string& path) {
-    if (path == "-") return {"<stdin>", STDIN_FILENO};
-    return InputFile(path);
+InputFile InputFile::FromArgument(const std::string& path, Use use) {
+    if (path == "-") return {"<stdin>", STDIN_FILENO, use};
+    return InputFile(path, use);
 }
 
 InputFile::int_type InputFile::underflow() {
@@ -135,9 +134,10 @@ InputFile::int_type InputFile::underflow() {
     while (count < 0 && errno == EINTR);
     if (count < 0) throw BadInput(name_ + ": cannot be read: " + std::generic_category().message(errno));
     const auto bytes = std::span(buffer_).first(static_cast<std::size_t>(count));
-    if (start_ < 0 && !WriteAll(copy_, bytes)) {
+    if (copy_ >= 0 && start_ < 0 && !WriteAll(copy_, bytes)) {
         throw std::system_error(errno, std::generic_category(), name_ + ": cannot be copied");
     }
+    read_ += bytes.size();
     setg(buffer_.data(), buffer_.data(), buffer_.data() + count);
     return count == 0 ? traits_type::eof() : traits_type::to_int_type(buffer_[0]);
 }
@@ -148,9 +148,20 @@ void InputFile::Rewind() {
         start_ = 0;
     }
     if (lseek(descriptor_, start_, SEEK_SET) < 0) throw BadInput(name_ + ": cannot be read twice");
+    read_ = 0;
     setg(nullptr, nullptr, nullptr);
     stream_.clear();
 }
+
+std::uint64_t InputFile::Size() const {
+    struct stat status {};
+    const bool isKnown = fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
+    return isKnown && start_ >= 0 && status.st_size > start_
+               ? static_cast<std::uint64_t>(status.st_size - start_)
+               : 0;
+}
+
+std::uint64_t InputFile::Consumed() const { return read_ - static_cast<std::uint64_t>(egptr() - gptr()); }
 
 std::string InputFile::ReadAll(std::size_t most) {
     std::string bytes;
@@ -272,11 +283,11 @@ void OutputFile::CopyToDevice() {
     if (count < 0) Fail("cannot be written");
 }
 
-void OutputFile::Commit(std::initializer_list<OutputFile*> files) {
+void OutputFile::Commit(const std::vector<OutputFile*>& files) {
     for (OutputFile* file : files) file->Finish();
     const HeldSignals whileNamesChange;
     try {
-        for (OutputFile* file : files) file->TakePlace(file != *std::prev(files.end()));
+        for (OutputFile* file : files) file->TakePlace(file != files.back());
     } catch (...) {
         for (OutputFile* file : files) file->LeavePlace();
         throw;

@@ -3,7 +3,6 @@
 
 #include <csignal>
 #include <cstdint>
-#include <initializer_list>
 #include <istream>
 #include <optional>
 #include <span>
@@ -20,33 +19,39 @@ namespace larynth {
 bool IsSameFile(const std::string& one, const std::string& other);
 
 /// A file to read, as often as wanted: what can be read only once, a pipe or a terminal, is copied meanwhile
-/// to an unnamed file in the folder for temporary files. Raises BadInput when it cannot be opened or read,
-/// also out of the stream's functions, and std::system_error when it cannot be copied.
+/// to an unnamed file in the folder for temporary files, unless the file is not to be read again. Raises
+/// BadInput when it cannot be opened or read, also out of the stream's functions, and std::system_error when
+/// it cannot be copied.
 class InputFile : private std::streambuf {
   public:
-    explicit InputFile(const std::string& path);
+    enum class Use { Repeated, Once };
+
+    explicit InputFile(const std::string& path, Use use = Use::Repeated);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
     ~InputFile() override;
 
     /// The same, but "-" is standard input, from where it stands.
-    static InputFile FromArgument(const std::string& path);
+    static InputFile FromArgument(const std::string& path, Use use = Use::Repeated);
 
     const std::string& Name() const noexcept { return name_; }  ///< For messages.
     std::istream& Stream() noexcept { return stream_; }
-    void Rewind();  ///< Back to the first byte. What was not read yet of a pipe is left out.
+    void Rewind();                   ///< Back to the first byte. What was not read yet of a pipe is left out.
+    std::uint64_t Size() const;      ///< Bytes from where it stood; 0 where that is not known.
+    std::uint64_t Consumed() const;  ///< Bytes that the stream has given so far.
 
     /// The bytes that are left, which serve as a whole and so are limited: BadInput for more than `most`.
     std::string ReadAll(std::size_t most);
 
   private:
-    InputFile(std::string name, int descriptor);
+    InputFile(std::string name, int descriptor, Use use);
     int_type underflow() override;
 
     std::string name_;
     int descriptor_;
-    int copy_ = -1;  // gets what is read; -1: the descriptor can be read again
-    off_t start_;    // below 0: can be read once only
+    int copy_ = -1;           // gets what is read; -1: the descriptor can be read again
+    off_t start_;             // below 0: can be read once only
+    std::uint64_t read_ = 0;  // bytes, up to the buffer's end
     std::vector<char> buffer_;
     std::istream stream_{this};
 };
@@ -90,16 +95,16 @@ class OutputFile {
     void Write(std::span<const char> bytes);
     /// Where the next bytes go; only with Access::Seeking.
     void Seek(std::uint64_t position);
+    void Flush();  ///< Hands on what a reader of standard output or of a pipe may be waiting for.
     /// Lets the files take their targets' places, all of them or none: each is complete and on the disk
     /// before the first one gets its name, and when a name cannot be given, the names given before are taken
     /// back.
-    static void Commit(std::initializer_list<OutputFile*> files);
+    static void Commit(const std::vector<OutputFile*>& files);
     void Commit() { Commit({this}); }
 
   private:
     void OpenBesides();
     void TakeMode(bool replaces, unsigned mode);
-    void Flush();
     void Finish();
     void CopyToDevice();
     void TakePlace(bool mayHaveToLeave);

@@ -44,19 +44,23 @@ std::vector<char> LittleEndian(std::span<const short> samples) {
     return bytes;
 }
 
+[[noreturn]] void RefuseSamples(const OutputFile& output, const std::string& expected, std::uint64_t found) {
+    throw std::runtime_error(output.Name() + ": expected " + expected + ", found " + std::to_string(found) +
+                             " samples");
+}
+
 void RequireRoom(const OutputFile& output, AudioFormat format, std::uint64_t samples) {
-    const auto refuse = [&](const std::string& expected) {
-        throw std::runtime_error(output.Name() + ": expected " + expected + ", found " +
-                                 std::to_string(samples) + " samples");
-    };
     if (format == AudioFormat::Wav && samples > kMostWavSamples) {
-        refuse("at most 4 GiB in a WAV file (.raw and .flac hold more)");
+        RefuseSamples(output, "at most 4 GiB in a WAV file (.raw and .flac hold more)", samples);
     }
     if (format == AudioFormat::Flac && samples > kMostFlacSamples) {
-        refuse("at most 2^36 - 1 samples in a FLAC file (.raw holds more)");
+        RefuseSamples(output, "at most 2^36 - 1 samples in a FLAC file (.raw holds more)", samples);
     }
+}
+
+void RequireSound(const OutputFile& output, AudioFormat format, std::uint64_t samples) {
     if (format == AudioFormat::Flac && samples == 0) {
-        refuse("a sound that is not empty in a FLAC file (.raw and .wav may be empty)");
+        RefuseSamples(output, "a sound that is not empty in a FLAC file (.raw and .wav may be empty)", samples);
     }
 }
 
@@ -179,9 +183,13 @@ int HeaderRate(AudioFormat format, double sampleFreq) {
     return static_cast<int>(rate);
 }
 
-AudioFile::AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::uint64_t samples)
-    : output_(output), left_(samples) {
-    RequireRoom(output, format, samples);
+AudioFile::AudioFile(OutputFile& output, AudioFormat format, int headerRate,
+                     std::optional<std::uint64_t> samples)
+    : output_(output), format_(format), expected_(samples) {
+    if (expected_) {
+        RequireRoom(output, format, *expected_);
+        RequireSound(output, format, *expected_);
+    }
     if (format != AudioFormat::Raw) encoder_ = std::make_unique<Encoder>(&output, format, headerRate);
 }
 
@@ -192,8 +200,9 @@ OutputFile::Access AudioFile::AccessFor(AudioFormat format) {
 }
 
 void AudioFile::Append(std::span<const short> samples) {
-    if (samples.size() > left_) throw std::runtime_error("the input changed while it was read");
-    left_ -= samples.size();
+    count_ += samples.size();
+    if (expected_ && count_ > *expected_) throw std::runtime_error("the input changed while it was read");
+    RequireRoom(output_, format_, count_);
     if (encoder_) {
         encoder_->Append(samples);
     } else {
@@ -202,7 +211,8 @@ void AudioFile::Append(std::span<const short> samples) {
 }
 
 void AudioFile::Finish() {
-    if (left_ > 0) throw std::runtime_error("the input changed while it was read");
+    if (expected_ && count_ < *expected_) throw std::runtime_error("the input changed while it was read");
+    RequireSound(output_, format_, count_);
     if (encoder_) encoder_->Finish();
 }
 

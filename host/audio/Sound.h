@@ -47,22 +47,24 @@ int HeaderRate(AudioFormat format, double sampleFreq);
 /// A sound of one channel as a file, written as it comes. All functions raise std::runtime_error.
 class AudioFile {
   public:
-    /// For a sound of `samples` samples, which the format must be able to hold. The output, which must take
-    /// bytes as the format needs it, must live as long as this object.
-    AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::uint64_t samples);
+    /// For a sound of `samples` samples, or of as many as will come; the format must be able to hold them.
+    /// The output, which must take bytes as the format needs it, must live as long as this object.
+    AudioFile(OutputFile& output, AudioFormat format, int headerRate, std::optional<std::uint64_t> samples);
     ~AudioFile();
 
     /// What the output of a format must be opened for.
     static OutputFile::Access AccessFor(AudioFormat format);
 
     void Append(std::span<const short> samples);
-    /// Completes the file; it must have as many samples as was said.
+    /// Completes the file; it must have as many samples as were announced.
     void Finish();
 
   private:
     OutputFile& output_;
+    AudioFormat format_;
     std::unique_ptr<class Encoder> encoder_;  // null: no header, the samples alone
-    std::uint64_t left_;                      // samples that have not come yet
+    std::optional<std::uint64_t> expected_;   // samples
+    std::uint64_t count_ = 0;                 // samples that came
 };
 
 }  // namespace larynth
