@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/command/RenderCommand.h"
 
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <limits>
-#include <utility>
-#include <vector>
 
 #include <larynth/Runtime.h>
 
 #include "host/Files.h"
 #include "host/OwnModules.h"
+#include "host/command/Options.h"
 #include "host/command/Terminal.h"
 #include "input/Text.h"
 
@@ -19,29 +17,6 @@ namespace {
 
 constexpr std::size_t kMostVoiceBytes = 64 << 20;
 constexpr std::int64_t kMostSeed = std::numeric_limits<std::uint32_t>::max();
-
-[[noreturn]] void Refuse(const std::string& option, const std::string& expected, const std::string& found) {
-    throw CLI::ValidationError(option, "expected " + expected + ", found \"" + found + "\"");
-}
-
-// CLI11's form of a check: what is wrong, or nothing.
-std::string RefuseNoName(const std::string& file) {
-    return file.empty() ? "expected the name of a file, found an empty text" : std::string();
-}
-
-// Numbers on the command line follow the same grammar as in a table.
-template <class Number, class Parse>
-CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional<Number>& target, Parse parse,
-                       const std::string& expected, const std::string& help) {
-    return command.add_option_function<std::string>(
-        name,
-        [&target, parse, name, expected](const std::string& text) {
-            const auto number = parse(text);
-            if (!number) Refuse(name, expected, text);
-            target = static_cast<Number>(*number);
-        },
-        help);
-}
 
 // The file of "wave:FILE"; nothing for the standard source.
 std::optional<std::string> ParseSource(const std::string& text) {
@@ -55,11 +30,6 @@ TractForm ParseTract(const std::string& text) {
     if (text == "resonator") return TractForm::Resonator;
     if (text == "filter") return TractForm::Filter;
     Refuse("--tract", "resonator or filter", text);
-}
-
-/// What "-" stands for has a name of its own.
-std::string PathOf(const std::string& argument, const char* standardStream) {
-    return argument == "-" ? standardStream : argument;
 }
 
 /// All frames into the audio file and, where there is one, the label file. The place of the first frame after
@@ -157,7 +127,7 @@ void RenderCommand::AddSoundOptions() {
 
 void RenderCommand::Run() const {
     const auto start = std::chrono::steady_clock::now();
-    const AudioFormat format = ChosenFormat();
+    const AudioFormat format = AudioFormatOfOutput(output_);
     RequireOwnFiles();
     LoadOwnModules();
     if (inputForm_ == InputForm::Packets && defaults_.frameLen) {
@@ -173,28 +143,13 @@ void RenderCommand::Run() const {
     if (verbose_ || ProgressBar::IsWanted()) Summarize(extent, taken.count());
 }
 
-AudioFormat RenderCommand::ChosenFormat() const {
-    const std::optional<AudioFormat> format = AudioFormatOf(output_);
-    if (!format) throw BadInput("--output: expected - or a name in .wav, .flac or .raw, found " + output_);
-    return *format;
-}
-
-// Nothing that is written may be something that is read, or the other thing that is written.
 void RenderCommand::RequireOwnFiles() const {
-    std::vector<std::pair<const char*, std::string>> taken{{"the input", PathOf(input_, "/dev/stdin")}};
-    if (voiceFile_) taken.emplace_back("the voice", *voiceFile_);
-    if (waveFile_) taken.emplace_back("the waveform", *waveFile_);
-    const auto take = [&](const char* option, const char* meaning, const std::string& path) {
-        for (const auto& [what, other] : taken) {
-            if (!IsSameFile(path, other)) continue;
-            throw BadInput(std::string(option) + ": expected another file than " + what + ", found " + path);
-        }
-        taken.emplace_back(meaning, path);
-    };
-    take("--output", "the output", PathOf(output_, "/dev/stdout"));
-    if (labels_ == "-" && output_ == "-")
-        throw BadInput("--labels: expected another file than the output, found -");
-    if (!labels_.empty()) take("--labels", "the labels", PathOf(labels_, "/dev/stdout"));
+    UsedFiles files;
+    files.AddInput("the input", input_);
+    if (voiceFile_) files.AddInput("the voice", *voiceFile_);
+    if (waveFile_) files.AddInput("the waveform", *waveFile_);
+    files.AddOutput("--output", "the output", output_);
+    if (!labels_.empty()) files.AddOutput("--labels", "the labels", labels_);
 }
 
 std::unique_ptr<FrameReader> RenderCommand::NewReader(InputFile& file,

@@ -32,7 +32,6 @@ class RenderCommand {
     void AddInputOptions();
     void AddSoundOptions();
     void Run() const;
-    AudioFormat ChosenFormat() const;
     void RequireOwnFiles() const;
     std::unique_ptr<FrameReader> NewReader(InputFile& file, const ItemVocabulary& vocabulary) const;
     SynthesizerSettings ReadSettings() const;
