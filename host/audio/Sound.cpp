@@ -60,7 +60,8 @@ void RequireRoom(const OutputFile& output, AudioFormat format, std::uint64_t sam
 
 void RequireSound(const OutputFile& output, AudioFormat format, std::uint64_t samples) {
     if (format == AudioFormat::Flac && samples == 0) {
-        RefuseSamples(output, "a sound that is not empty in a FLAC file (.raw and .wav may be empty)", samples);
+        RefuseSamples(output, "a sound that is not empty in a FLAC file (.raw and .wav may be empty)",
+                      samples);
     }
 }
 

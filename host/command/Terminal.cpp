@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/command/Terminal.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -27,7 +28,7 @@ ProgressBar::~ProgressBar() {
 
 void ProgressBar::Show(std::uint64_t done) noexcept {
     if (total_ == 0) return;
-    const int percent = static_cast<int>(100 * done / total_);
+    const int percent = static_cast<int>(100 * std::min(done, total_) / total_);
     if (percent == shown_) return;
     shown_ = percent;
     std::fprintf(stderr, "\r[%-*.*s] %3d %%", kWidth, kWidth * percent / 100, kFull, percent);

@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <new>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "host/Files.h"
 #include "host/command/Listings.h"
@@ -13,6 +15,9 @@
 #include "host/command/RenderCommand.h"
 #include "host/command/Terminal.h"
 #include "input/BadInput.h"
+#if LARYNTH_SPEECH
+#include "host/command/SayCommand.h"
+#endif
 
 namespace {
 
@@ -41,10 +46,25 @@ int Answer(const CLI::App& program, const CLI::ParseError& request) {
     return kDone;
 }
 
+// "render, items or classes".
+std::string CommandNames(const CLI::App& program) {
+    const std::vector<const CLI::App*> commands =
+        program.get_subcommands([](const CLI::App*) { return true; });
+    std::string names;
+    for (const CLI::App* command : commands) {
+        if (!names.empty()) names += command == commands.back() ? " or " : ", ";
+        names += command->get_name();
+    }
+    return names;
+}
+
 int Run(int argc, char** argv) {
     CLI::App program("Formant speech synthesizer", "larynth");
     program.set_version_flag("--version", LARYNTH_VERSION);
     program.require_subcommand(0, 1);
+#if LARYNTH_SPEECH
+    larynth::SayCommand say(program);
+#endif
     larynth::RenderCommand render(program);
     larynth::AddItemsCommand(program);
     larynth::AddRegistrationCommands(program);
@@ -55,8 +75,7 @@ int Run(int argc, char** argv) {
         return error.get_exit_code() == 0 ? Answer(program, error) : Report(kBadInput, error.what());
     }
     if (program.get_subcommands().empty()) {
-        throw larynth::BadInput(
-            "expected render, items, register, unregister or classes, see larynth --help");
+        throw larynth::BadInput("expected " + CommandNames(program) + ", see larynth --help");
     }
     return kDone;
 }

@@ -60,7 +60,7 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     std::filesystem::create_directory(folder_.Path("d.wav"));
     const std::string render = "larynth render t.csv -o ", toWav = render + "o.wav ";
     const std::tuple<int, std::string, std::string> rows[] = {
-        {2, "larynth", "expected render, items, register, unregister or classes"},
+        {2, "larynth", "render, items, register, unregister or classes"},
         {2, "larynth render t.csv", "output"},
         {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
