@@ -53,7 +53,14 @@ set(ENV{LD_LIBRARY_PATH} ${WORK}/prefix/${LIBDIR})
 expect_output("250 samples\n" ${WORK}/by-pkg-config ${modules})
 unset(ENV{LD_LIBRARY_PATH})
 
-# The command finds its library and its modules.
+# The programs find their library and their modules.
+if(SPEECH)
+  execute_process(COMMAND echo INIT COMMAND ${WORK}/prefix/lib/speech-dispatcher-modules/sd_larynth
+    ${WORK}/prefix/etc/speech-dispatcher/modules/larynth.conf OUTPUT_VARIABLE answer COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT answer MATCHES "\n299 OK LOADED SUCCESSFULLY\n")
+    message(FATAL_ERROR "the installed output module said: ${answer}")
+  endif()
+endif()
 run(${WORK}/prefix/bin/larynth render ${EXAMPLE} -o ${WORK}/word.raw)
 file(SIZE ${WORK}/word.raw size)
 if(NOT size EQUAL 12128)
