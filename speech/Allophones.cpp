@@ -8,8 +8,8 @@
 namespace larynth {
 namespace {
 
-constexpr double kFrontF2 = 1500.0;    // Hz; front vowels aim above it
-constexpr double kLongestFlap = 0.03;  // s (Zue and Laferriere 1979: 26 ms)
+constexpr double kFrontF2 = 1500.0;     // Hz; front vowels aim above it
+constexpr double kLongestFlap = 0.035;  // s (Zue and Laferriere 1979: 26 ms)
 
 const PhoneEntry& EntryOf(const PhoneTable& table, const std::string& name) {
     const PhoneEntry* const entry = table.Find(name);

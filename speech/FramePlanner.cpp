@@ -25,9 +25,9 @@ constexpr double kFloor = -46.0;  // dB; a faint even noise where there is none 
 constexpr NoiseBands kFloorColour{-60, -60, -60, -60, -60, -60, -60, -12};
 constexpr double kSilence = -60.0;  // dB
 
-constexpr double kVelarPole = 270.0, kNasalBandwidth = 100.0;  // Hz; Klatt 1980
-constexpr double kOpenGlottisBandwidth = 250.0;                // Hz, of F1
-constexpr double kTail = 0.02;                                 // s behind the last phone, for what rings on
+constexpr double kVelarPole = 250.0, kNasalBandwidth = 90.0;  // Hz; after Klatt 1980
+constexpr double kOpenGlottisBandwidth = 350.0;               // Hz, of F1
+constexpr double kTail = 0.02;                                // s behind the last phone, for what rings on
 
 // The parallel branch: resonator 1 stands low, 2 to 4 on F2 to F4, the others in the bands of frication.
 constexpr double kLowBand = 700.0;                                                       // Hz

@@ -4,11 +4,11 @@
 namespace larynth {
 namespace {
 
-constexpr double kNoiseRise = 0.03, kNoiseFall = 0.025, kVoicingEdge = 0.02;  // s
+constexpr double kNoiseRise = 0.03, kNoiseFall = 0.025, kVoicingEdge = 0.012;  // s
 constexpr double kDevoicedShare = 0.4;  // of a voiced fricative's length (Haggard 1978)
 
 constexpr double kGlottal = -9.0, kGlottalFrication = -30.0;  // dB
-constexpr double kVoicedH = -14.0;                            // dB; between voiced phones h keeps a murmur
+constexpr double kVoicedH = -14.0;  // dB; behind a vowel, glide or nasal h keeps a murmur
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void SpeakAspirate(const SpokenPhones& phones, std::size_t i, Gestures& gestures
     gestures.Add(Track::Frication, phone.start, phone.end, kGlottalFrication, kNoiseRise, kVoicingEdge);
     gestures.colours.push_back({phone.start, phone.end, AspirationColour()});
     gestures.openings.push_back({phone.start, phone.end});
-    if (phones.Before(i).voiced) {
+    if (phones.Before(i).voiced && IsSonorant(phones.Before(i))) {
         gestures.Add(Track::Voicing, phone.start, phone.end, kVoicedH, kVoicingEdge, kVoicingEdge);
     }
 }

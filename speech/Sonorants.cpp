@@ -6,7 +6,7 @@
 namespace larynth {
 namespace {
 
-constexpr double kEdge = 0.012;        // s; rise and fall of voicing between voiced phones
+constexpr double kEdge = 0.006;        // s; rise and fall of voicing between voiced phones
 constexpr double kUnstressed = -1.5;   // dB
 constexpr double kLongestDecay = 0.1;  // s; of voicing in front of silence
 constexpr double kDecayShare = 0.6;    // of the phone, at most

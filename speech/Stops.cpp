@@ -13,8 +13,8 @@ constexpr double kClosureRise = 0.012, kClosureFall = 0.006;             // s
 constexpr double kTiltFrom = 0.005, kTiltTo = 0.003;                     // s inside of the closure
 constexpr double kVoicedRelease = -4.0;                                  // dB
 constexpr double kReleaseRise = 0.006, kReleaseFall = 0.004;             // s
-constexpr double kBurstRise = 0.003, kBurstFall = 0.01;                  // s
-constexpr double kBurstNoSonorant = -5.0;                                // dB; an unheard release is weaker
+constexpr double kBurstRise = 0.003, kBurstFall = 0.018;                 // s
+constexpr double kBurstNoSonorant = -10.0;                               // dB; an unheard release is weaker
 constexpr double kBurstColourBefore = 0.008, kBurstColourAfter = 0.015;  // s
 constexpr double kBurstBeyond = 0.004;                                   // s into the next phone
 constexpr double kAspiration = -9.0, kAspirationFrication = -30.0;       // dB

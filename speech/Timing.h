@@ -6,7 +6,7 @@
 namespace larynth {
 
 /// Words a minute, between the first and the last sound of a sentence, of the front end's own durations.
-inline constexpr double kUsualRate = 240.0;
+inline constexpr double kUsualRate = 258.0;
 
 /// Puts the phones, whose durations stand in `end`, one behind the other at `tempo` times the usual rate.
 ///

@@ -6,9 +6,9 @@
 namespace larynth {
 namespace {
 
-constexpr double kUnstressedShare = 0.7;
-constexpr double kBehindFricative = 0.012;     // s
-constexpr double kVoicelessNoSonorant = 0.02;  // s; a release into a consonant or silence
+constexpr double kUnstressedShare = 0.85;
+constexpr double kBehindFricative = 0.018;     // s
+constexpr double kVoicelessNoSonorant = 0.01;  // s; a release into a consonant or silence
 constexpr double kLeastClosure = 0.55;         // share of a voiceless stop
 constexpr double kMostVoicedRelease = 0.3;     // share of a voiced stop
 

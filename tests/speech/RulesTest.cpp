@@ -64,8 +64,9 @@ TEST(Boundary, OfAVelarIsFurtherForwardBesideFrontVowels) {
 
 TEST(Vowel, ReachesItsTargetsWhenThereIsTimeAndFallsShortWhenThereIsNot) {
     const double target = Entry("uw").end[1];
-    EXPECT_NEAR(Least(FramesOf("d:80 uw1:250 d:80"), kF2, 80, 330), target, 60.0);
-    EXPECT_GT(Least(FramesOf("d:80 uw1:60 d:80"), kF2, 80, 140), target + 80.0);
+    const double nearest = Least(FramesOf("d:80 uw1:250 d:80"), kF2, 80, 330);
+    EXPECT_NEAR(nearest, target, 100.0);  // as far as it does not yield
+    EXPECT_GT(Least(FramesOf("d:80 uw1:60 d:80"), kF2, 80, 140), nearest + 80.0);
 }
 
 TEST(Diphthong, GoesFromOneTargetToTheOther) {
