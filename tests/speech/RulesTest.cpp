@@ -160,6 +160,7 @@ TEST(Pitch, FollowsTargetsSpeakerAndSettings) {
     speaker.spread = 0.5;
     const Frames frames = FramesOf(utterance, UsualSettings(), speaker);
     EXPECT_NEAR(At(frames, kF0, 2), 100.0, 3.0);
+    EXPECT_NEAR(At(frames, kF0, 100), 141.4, 4.0);
     EXPECT_NEAR(At(frames, kF0, 200), 200.0, 6.0);  // two deviations of half an octave
     SpeechSettings settings = UsualSettings();
     settings.range = 0.0;
