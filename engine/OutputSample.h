@@ -6,11 +6,11 @@
 
 namespace larynth {
 
-/// volume·(y[n] − coefficient·y[n−1]). `Number` is double or a vector of doubles.
+/// y[n] − coefficient·y[n−1], before the volume. `Number` is double or a vector of doubles.
 template <class Number>
-[[gnu::always_inline]] constexpr Number Emphasised(const Number& y, const Number& before, double coefficient,
-                                                   double volume) {
-    return volume * (y - coefficient * before);
+[[gnu::always_inline]] constexpr Number Emphasised(const Number& y, const Number& before,
+                                                   double coefficient) {
+    return y - coefficient * before;
 }
 
 /// The 16-bit sample of a value: truncated toward zero, of which the low 16 bits are kept. There is no

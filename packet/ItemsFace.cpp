@@ -1,25 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "packet/ItemsFace.h"
 
-#include <algorithm>
-
 namespace larynth {
 
 namespace {
 
 constexpr std::string_view kDescription = "No description available !";
-
-/// True for a buffer that holds what its length promises. A negative length promises nothing.
-bool CanFill(LPSTR pcBuffer, int nLen) noexcept {
-    return CanWriteBytes(pcBuffer, static_cast<std::size_t>(std::max(nLen, 0)));
-}
-
-/// Copies the text and a terminating zero, or nothing.
-HRESULT PutText(LPSTR pcBuffer, int nLen, std::string_view text) noexcept {
-    if (nLen < static_cast<int>(text.size()) + 1) return E_FAIL;
-    *std::copy(text.begin(), text.end(), pcBuffer) = '\0';
-    return S_OK;
-}
 
 HRESULT PutIndex(int* pnIndex, std::optional<int> index) noexcept {
     if (!index) return E_FAIL;

@@ -28,8 +28,14 @@ class OutputStage {
     /// Changes nothing when memory runs out.
     void SetShelves(const ShelfSettings& low, const ShelfSettings& high);
 
+    /// What a sample is behind each step; a filter that does not run passes it.
+    struct Steps {
+        double gained, lowShelved, highShelved, emphasised, output;
+    };
+
     /// One sample; advances the filters and the pre-emphasis.
-    std::int16_t Process(double tractSum) noexcept;
+    Steps Advance(double tractSum) noexcept;
+    std::int16_t Process(double tractSum) noexcept { return ToSample(Advance(tractSum).output); }
     /// The same for many, with the settings as they are now.
     void Process(std::span<const double> tractSums, std::int16_t* samples) noexcept;
 
@@ -51,13 +57,17 @@ class OutputStage {
     double previousInput_ = 0.0;  // of the pre-emphasis
 };
 
-inline std::int16_t OutputStage::Process(double tractSum) noexcept {
-    double y = tractSum * outputGain;
+inline OutputStage::Steps OutputStage::Advance(double tractSum) noexcept {
+    Steps steps;
+    double y = steps.gained = tractSum * outputGain;
     if (lowOn_) y = lowFilter_.Filter(y);
+    steps.lowShelved = y;
     if (highOn_) y = highFilter_.Filter(y);
-    const double value = Emphasised(y, previousInput_, preEmphasis, volume);
+    steps.highShelved = y;
+    steps.emphasised = Emphasised(y, previousInput_, preEmphasis);
+    steps.output = volume * steps.emphasised;
     previousInput_ = y;
-    return ToSample(value);
+    return steps;
 }
 
 }  // namespace larynth

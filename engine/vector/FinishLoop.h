@@ -21,13 +21,13 @@ LARYNTH_KERNEL bool CutSmall(double value, std::int16_t& out) {
 }
 
 LARYNTH_KERNEL double FinishedValue(const Finish& f, double sum, double sumBefore) {
-    return Emphasised(sum * f.gain, sumBefore * f.gain, f.coefficient, f.volume);
+    return f.volume * Emphasised(sum * f.gain, sumBefore * f.gain, f.coefficient);
 }
 
 LARYNTH_KERNEL void FinishSamples(const Finish& finish, double previous, const double* sums,
                                   std::int16_t* out, std::size_t count) {
     const Finish f = finish;  // a copy: compilers then keep it in registers
-    const double first = Emphasised(sums[0] * f.gain, previous, f.coefficient, f.volume);
+    const double first = f.volume * Emphasised(sums[0] * f.gain, previous, f.coefficient);
     out[0] = ToSample(first);
     std::int64_t large = 0;
     for (std::size_t i = 1; i < count; ++i) {
