@@ -66,3 +66,59 @@ struct LARYNTH_INTERFACE(ILarynthStruct, "614d292e-1f1e-4bfa-a300-3324c470d28b")
     virtual HRESULT LARYNTH_CALL GetComponent(LONG nID /*in*/, REFIID riid /*in*/,
                                               IUnknown** ppIComponent /*out*/) = 0;
 };
+
+/// What a synthesizer remembers from one packet to the next, to be kept and put back: the samples of the
+/// packets that follow are then the same to the last bit. All components are this system's own, and stand
+/// alone: else E_NOTIMPL, as for an empty role and for a voicing filter that moves another source than the
+/// synthesizer's.
+///
+/// A state holds everything that decides later samples when the same packets follow: coefficients and states
+/// of all sections, phases, the flutter's time, the wave table, gain, volume, pre-emphasis and output
+/// filters, and the state of the noise generator. The voice stays the one that is set, and so does the
+/// waveform of a wave-table source, from which the next table would be built.
+struct LARYNTH_INTERFACE(ILarynthState, "9130173a-66bd-48a0-a1e2-4d8170d416eb") : IUnknown {
+    /// A new, empty state, which the caller owns. It answers IUnknown alone and may outlive the synthesizer.
+    /// E_OUTOFMEMORY, with null written.
+    virtual HRESULT LARYNTH_CALL CreateState(IUnknown** ppState /*out*/) = 0;
+    /// Replaces what `pState` holds. One that has held the state of such a synthesizer takes no new memory.
+    /// E_POINTER; E_INVALIDARG when it is none of CreateState's; E_FAIL when memory runs out: then it is
+    /// empty.
+    virtual HRESULT LARYNTH_CALL SaveState(IUnknown* pState /*in*/) = 0;
+    /// Puts `pState` back, here or in another synthesizer with the same kinds of components; any number of
+    /// times. The process has one noise generator: it is set for every synthesizer of it, as LarynthSeedNoise
+    /// does, and the bits are the same only as long as no other draws from it. With any failure nothing has
+    /// changed: E_POINTER and E_INVALIDARG as above; E_FAIL for an empty state, for other kinds of
+    /// components, and when memory runs out.
+    virtual HRESULT LARYNTH_CALL RestoreState(IUnknown* pState /*in*/) = 0;
+};
+
+/// The signals inside a synthesizer, sample by sample, to be looked at. Each has a number, from 0 on, and a
+/// name:
+///
+///   voicing                            the source, its F0 moved by flutter
+///   tilted_voicing                     behind the voicing filter
+///   aspiration, frication              noise
+///   cascade_input                      tilted voicing and aspiration
+///   cascade_nz, cascade_np,            nasal zero, nasal pole and formants of the cascade, in the order in
+///   cascade_f1 … cascade_f5            which they are passed; NaN for a tract in filter form
+///   parallel_bypass,                   what is added to the parallel branch
+///   parallel_f0 … parallel_f6
+///   cascade, parallel, sum             both branches
+///   gained                             behind the output gain
+///   low_shelf, high_shelf              behind each output filter, whether it runs or not
+///   pre_emphasis                       behind the pre-emphasis
+///   output                             behind the volume: the sample before it is cut to 16 bits
+struct LARYNTH_INTERFACE(ILarynthSignals, "c4df327a-2ae5-457a-a743-79afd2796537") : IUnknown {
+    virtual HRESULT LARYNTH_CALL GetSignalsCount(int* pnCount /*out*/) = 0;
+    /// Copies name and terminating zero, at most 16 bytes. E_FAIL for an index outside and when `nLen` bytes
+    /// are too few, E_POINTER when they are not writable.
+    virtual HRESULT LARYNTH_CALL GetSignalName(int nIndex /*in*/, LPSTR pcBuffer /*out*/,
+                                               int nLen /*in*/) = 0;
+    /// Renders a packet as IACLIOProcess::Calculate does, to the same bits and with the same codes, and
+    /// writes the signals: sample i of signal k to pdValues[k·nRowLength + i]. The caller owns array and
+    /// output. E_INVALIDARG for a row length below the frame's, E_POINTER for an array that cannot be
+    /// written, E_NOTIMPL unless all components are this system's own, as for ILarynthState; the components
+    /// may then have received the packet.
+    virtual HRESULT LARYNTH_CALL CalculateSignals(IUnknown* pInput /*in*/, double* pdValues /*out*/,
+                                                  int nRowLength /*in*/, IUnknown** ppOutput /*out*/) = 0;
+};

@@ -4,10 +4,13 @@
 #include <larynth/Classes.h>
 
 #include "com/Boundary.h"
+#include "com/Create.h"
 #include "com/OutPointer.h"
 #include "com/OwnObject.h"
 #include "packet/LarynthParams.h"
+#include "synth/SignalTaps.h"
 #include "synth/StreamRenderer.h"
+#include "synth/SynthesizerState.h"
 
 namespace larynth {
 
@@ -105,7 +108,7 @@ HRESULT Larynth::CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutpu
 
 HRESULT Larynth::CalculatePacket(ILarynthParams* packet, REFIID idOut, IUnknown** ppOutput) {
     if (!(idOut == GUID_NULL || idOut == IID_ITTSSoundData)) return E_FAIL;
-    *ppOutput = packets_.Render(packet, packetSyncPoints_ ? packet : nullptr).Detach();
+    *ppOutput = packets_.Render(packet, AttachedFor(packet)).Detach();
     return S_OK;
 }
 
@@ -165,6 +168,58 @@ HRESULT Larynth::GetComponent(LONG nID, REFIID riid, IUnknown** ppIComponent) no
     return GuardedAlive([&] {
         const auto filter = roles_.voicingFilter;
         return filter->QueryInterface(riid, reinterpret_cast<void**>(ppIComponent));
+    });
+}
+
+HRESULT Larynth::CreateState(IUnknown** ppState) noexcept {
+    if (const HRESULT hr = Put(ppState, nullptr); FAILED(hr)) return hr;
+    return CreateInstance<SynthesizerState>(nullptr, IID_IUnknown, reinterpret_cast<void**>(ppState));
+}
+
+HRESULT Larynth::SaveState(IUnknown* pState) noexcept {
+    return WithState(
+        pState, [this](SynthesizerState& state, const Network::Elements& own) { state.Save(own, output_); });
+}
+
+HRESULT Larynth::RestoreState(IUnknown* pState) noexcept {
+    return WithState(pState, [this](const SynthesizerState& state, const Network::Elements& own) {
+        state.Restore(own, output_);
+    });
+}
+
+HRESULT Larynth::WithState(IUnknown* object, auto&& action) noexcept {
+    if (!CanCall(object)) return E_POINTER;
+    return Guarded([&]() -> HRESULT {
+        SynthesizerState* const state = OwnObject<SynthesizerState>::Find(object);
+        if (state == nullptr) return E_INVALIDARG;
+        const auto own = roles_.OwnElements();
+        if (!own) return E_NOTIMPL;
+        action(*state, *own);
+        return S_OK;
+    });
+}
+
+HRESULT Larynth::GetSignalsCount(int* pnCount) noexcept {
+    return Put(pnCount, static_cast<int>(SignalNames().size()));
+}
+
+HRESULT Larynth::GetSignalName(int nIndex, LPSTR pcBuffer, int nLen) noexcept {
+    if (!CanFill(pcBuffer, nLen)) return E_POINTER;
+    if (nIndex < 0 || nIndex >= static_cast<int>(SignalNames().size())) return E_FAIL;
+    return PutText(pcBuffer, nLen, SignalNames()[static_cast<std::size_t>(nIndex)]);
+}
+
+HRESULT Larynth::CalculateSignals(IUnknown* pInput, double* pdValues, int nRowLength,
+                                  IUnknown** ppOutput) noexcept {
+    if (!initialized_) return E_FAIL;
+    if (pInput == nullptr || FAILED(Put(ppOutput, nullptr))) return E_POINTER;
+    return GuardedAlive([&]() -> HRESULT {
+        ComPtr<ILarynthParams> packet;
+        packet.Query(pInput);
+        if (!packet) return E_FAIL;
+        const SignalRows rows{pdValues, nRowLength};
+        *ppOutput = packets_.Render(packet.Get(), AttachedFor(packet.Get()), &rows).Detach();
+        return S_OK;
     });
 }
 

@@ -12,7 +12,8 @@
 namespace larynth {
 
 /// The synthesizer object: what clients call, and the parts that do the work.
-class Larynth final : public ComObject<ILarynthAttributes, IACLIOProcess, ILarynthStruct> {
+class Larynth final
+    : public ComObject<ILarynthAttributes, IACLIOProcess, ILarynthStruct, ILarynthState, ILarynthSignals> {
   public:
     using ComObject::ComObject;
 
@@ -41,10 +42,27 @@ class Larynth final : public ComObject<ILarynthAttributes, IACLIOProcess, ILaryn
     HRESULT LARYNTH_CALL RemoveComponent(LONG nID) noexcept override;
     HRESULT LARYNTH_CALL GetComponent(LONG nID, REFIID riid, IUnknown** ppIComponent) noexcept override;
 
+    HRESULT LARYNTH_CALL CreateState(IUnknown** ppState) noexcept override;
+    HRESULT LARYNTH_CALL SaveState(IUnknown* pState) noexcept override;
+    HRESULT LARYNTH_CALL RestoreState(IUnknown* pState) noexcept override;
+
+    HRESULT LARYNTH_CALL GetSignalsCount(int* pnCount) noexcept override;
+    HRESULT LARYNTH_CALL GetSignalName(int nIndex, LPSTR pcBuffer, int nLen) noexcept override;
+    HRESULT LARYNTH_CALL CalculateSignals(IUnknown* pInput, double* pdValues, int nRowLength,
+                                          IUnknown** ppOutput) noexcept override;
+
   private:
     /// Renders whatever kind of input it is and writes the output; raises the failures.
     HRESULT CalculateFrom(IUnknown* input, REFIID idOut, IUnknown** ppOutput);
     HRESULT CalculatePacket(ILarynthParams* packet, REFIID idOut, IUnknown** ppOutput);
+
+    /// Calls `action` with the state object behind `object` and the elements of this synthesizer.
+    HRESULT WithState(IUnknown* object, auto&& action) noexcept;
+
+    /// What a packet's sample block carries.
+    IUnknown* AttachedFor(ILarynthParams* packet) const noexcept {
+        return packetSyncPoints_ ? packet : nullptr;
+    }
 
     Roles roles_;
     OutputStage output_;

@@ -16,6 +16,7 @@
 #include "synth/CurrentVoice.h"
 #include "synth/OutputStage.h"
 #include "synth/Roles.h"
+#include "synth/SignalTaps.h"
 
 namespace larynth {
 
@@ -60,7 +61,8 @@ Timing ReadTiming(ILarynthParams* packet) {
 
 }  // namespace
 
-ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* attached) {
+ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* attached,
+                                             const SignalRows* signals) {
     const Roles::Rendering rendering(roles_);
     ComPtr<ITTSSoundData> block;
     CheckResult(block.Create(CLSID_TTSSoundData));
@@ -76,13 +78,17 @@ ComPtr<ITTSSoundData> PacketRenderer::Render(ILarynthParams* packet, IUnknown* a
     output_.SetSampleFreq(timing.sampleFreq);
     if (!roles_.Complete()) CheckResult(E_FAIL);  // the packet, or a component, may have called the host
     if (ownPacket == nullptr) own = roles_.OwnElements();
+    if (signals != nullptr) {
+        if (!own) CheckResult(E_NOTIMPL);
+        signals->RequireRoomFor(timing.frameLength);
+    }
     const auto count = static_cast<std::size_t>(timing.frameLength);
     if (count <= kUsualLength) {
         std::int16_t staging[kUsualLength];
-        RenderInto(*block.Get(), own, std::span(staging, count));
+        RenderInto(*block.Get(), own, signals, std::span(staging, count));
     } else {
         std::vector<std::int16_t> staging(count);
-        RenderInto(*block.Get(), own, staging);
+        RenderInto(*block.Get(), own, signals, staging);
     }
     return block;
 }
@@ -93,9 +99,13 @@ PacketRenderer::OwnElements PacketRenderer::TakeAsFrame(LarynthParams& packet) {
     return elements;
 }
 
-void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own,
+void PacketRenderer::RenderInto(ITTSSoundData& block, const OwnElements& own, const SignalRows* signals,
                                 std::span<std::int16_t> staging) {
-    RenderSamples(own, staging);
+    if (signals != nullptr) {
+        RenderSignals(*own, *signals, staging);
+    } else {
+        RenderSamples(own, staging);
+    }
     block.AppendSamples(kFormat16Bit, staging.data(), static_cast<int>(staging.size()));
 }
 
@@ -108,6 +118,13 @@ void PacketRenderer::RenderSamples(const OwnElements& own, std::span<std::int16_
         const LeasedDraws leased(*LarynthNoise());
         RenderOneByOne(samples);
     }
+}
+
+void PacketRenderer::RenderSignals(const Network::Elements& own, const SignalRows& signals,
+                                   std::span<std::int16_t> samples) {
+    const FlushDenormals whileRendering;
+    const LeasedDraws leased(*LarynthNoise());
+    SignalTaps(own, output_, signals).Render(samples);
 }
 
 void PacketRenderer::RenderOneByOne(std::span<std::int16_t> samples) {

@@ -17,6 +17,7 @@ class CurrentVoice;
 class LarynthParams;
 class OutputStage;
 class Roles;
+struct SignalRows;
 
 /// Turns one packet into one sample block.
 class PacketRenderer {
@@ -27,8 +28,10 @@ class PacketRenderer {
     /// A new block with the packet's samples and `attached` (or none) as its object. Raises ComException with
     /// the code of the first call that fails, E_FAIL for an empty mandatory role or a negative frame length,
     /// CKlattException for a sample frequency that is not above 0; the components may then have received the
-    /// packet.
-    ComPtr<ITTSSoundData> Render(ILarynthParams* packet, IUnknown* attached);
+    /// packet. With `signals` these are written as well, and the codes of SignalRows and E_NOTIMPL for a
+    /// network with foreign components are raised.
+    ComPtr<ITTSSoundData> Render(ILarynthParams* packet, IUnknown* attached,
+                                 const SignalRows* signals = nullptr);
 
   private:
     using OwnElements = std::optional<Network::Elements>;
@@ -37,9 +40,12 @@ class PacketRenderer {
     /// stays what it is. Nothing, with nothing done, for any other network.
     OwnElements TakeAsFrame(LarynthParams& packet);
 
-    void RenderInto(ITTSSoundData& block, const OwnElements& own, std::span<std::int16_t> staging);
+    void RenderInto(ITTSSoundData& block, const OwnElements& own, const SignalRows* signals,
+                    std::span<std::int16_t> staging);
     /// In stretches when every component is this module's own, else one by one through the interfaces.
     void RenderSamples(const OwnElements& own, std::span<std::int16_t> samples);
+    void RenderSignals(const Network::Elements& own, const SignalRows& signals,
+                       std::span<std::int16_t> samples);
     /// Apart from what ends the lease of draws, which would cost the loop its registers.
     [[gnu::noinline]] void RenderOneByOne(std::span<std::int16_t> samples);
     void RenderInStretches(const Network::Elements& own, std::span<std::int16_t> samples) noexcept;

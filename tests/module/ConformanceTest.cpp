@@ -58,7 +58,8 @@ constexpr NamedInterface kInterfaces[] = {
     NAMED(ITTSFricationSource), NAMED(ITTSObjectList), NAMED(ITTSSyncHolder), NAMED(ITTSSoundData),
     NAMED(ILarynthAttributes), NAMED(IACLIOProcess), NAMED(ILarynthStruct), NAMED(ITTSVocalTract),
     NAMED(ITTSVocalTractR), NAMED(ITTSVocalTractF), NAMED(ITTSParallelTract), NAMED(ITTSVoice),
-    NAMED(ITTSVoiceSourceParams), NAMED(ITTSVoiceFilterParams), NAMED(ITTSVoiceSettings),
+    NAMED(ITTSVoiceSourceParams), NAMED(ITTSVoiceFilterParams), NAMED(ITTSVoiceSettings), NAMED(ILarynthState),
+    NAMED(ILarynthSignals),
 };
 // clang-format on
 
@@ -230,7 +231,8 @@ const std::vector<ClassRow> kClasses = {
     CLASS(TTSVocalTractR, kLarynth, "ITTSVocalTract", "ITTSVocalTractR"),
     CLASS(TTSParallelTract, kLarynth, "ITTSParallelTract"),
     CLASS(TTSVoicingSourceStd, kLarynth, "ITTSVoicingSource", "ITTSVoicingSourceStd"),
-    CLASS(Larynth, kLarynth, "ILarynthAttributes", "IACLIOProcess", "ILarynthStruct"),
+    CLASS(Larynth, kLarynth,
+          "ILarynthAttributes", "IACLIOProcess", "ILarynthStruct", "ILarynthState", "ILarynthSignals"),
     CLASS(TTSAntiResonatorParams, kLarynth,
           "ITTSAntiResonatorFBParams", "ITTSAntiResonatorABCParams", "ITTSAntiResonatorStructInfo"),
     CLASS(TTSResonatorParams, kLarynth,

@@ -28,17 +28,17 @@ struct Library {
 
 TEST(CorruptLibrary, ContradictionsAreNamed) {
     constexpr std::size_t kParams = 0;  // ILarynthParams
-    constexpr std::size_t kClass = 32;  // LarynthParams
+    constexpr std::size_t kClass = 34;  // LarynthParams
     const struct {
         const char* Reason;
         std::function<void(Library&)> Damage;
     } rows[] = {
         {"reach beyond", [](Library& b) { b.Set(b.Segment(7), 0xFFFFFFF0); }},
-        {"types without a record", [](Library& b) { b.Set(b.Segment(0) + 4, 44 * 0x64); }},
+        {"types without a record", [](Library& b) { b.Set(b.Segment(0) + 4, 46 * 0x64); }},
         {"the members of types overlap",
          [](Library& b) {
              // All interfaces with the members of the largest.
-             for (std::size_t type = 0; type < 32; ++type) {
+             for (std::size_t type = 0; type < 34; ++type) {
                  b.Set(b.Type(type) + 4, b.At(b.Type(1) + 4));
                  b.Set(b.Type(type) + 0x18, 21);
              }

@@ -126,7 +126,7 @@ TEST(TypeLibrary, AnIndexOutsideAndANullPointerAreRefused) {
     LarynthFunctionInfo function{};
     LarynthParameterInfo parameter{};
     LarynthImplementedInfo implemented{};
-    for (const int outside : {-1, 45}) {
+    for (const int outside : {-1, 47}) {
         EXPECT_EQ(Code(library->GetType(outside, &type)), "E_FAIL");
         EXPECT_EQ(Code(library->GetFunction(0, outside, &function)), "E_FAIL");
         EXPECT_EQ(Code(library->GetParameter(0, outside, 0, &parameter)), "E_FAIL");

@@ -19,6 +19,8 @@
 #include "packet/ItemTable.h"
 #include "packet/LarynthParams.h"
 #include "synth/Roles.h"
+#include "synth/SignalTaps.h"
+#include "synth/SynthesizerState.h"
 #include "tests/support/ForwardingOuter.h"
 #include "tests/support/Numbers.h"
 #include "tests/support/Partners.h"
@@ -88,7 +90,7 @@ class Comparison {
   public:
     Comparison(const Kernels& kernels, const Kind& kind) : network_(kernels), kind_(kind) {
         FillRoles(single_, kind);
-        FillRoles(blocks_, kind);
+        for (Roles* const roles : {&blocks_, &tapped_, &restored_}) FillRoles(*roles, kind);
     }
 
     /// One frame, the stretches as long as `stretches` says, again and again.
@@ -123,6 +125,68 @@ class Comparison {
         for (std::size_t i = 0; i < shown.size(); ++i) {
             ASSERT_TRUE(SameBits(shown[i], expectedShown[i])) << "output of component " << i;
         }
+
+        LarynthSeedNoise(state);
+        OutputStage output;
+        kept_->Save(*tapped_.OwnElements(), output);
+        for (Roles* const roles : {&tapped_, &restored_, &tapped_}) {
+            kept_->Restore(*roles->OwnElements(), output);
+            roles->SetParams(static_cast<ILarynthParams*>(packet.get()));
+            CompareSignals(*roles->OwnElements(), packet->Values().frame.sections, expected, shown);
+            ASSERT_EQ(LarynthNoise()->State(), stateBehind);
+        }
+    }
+
+    /// The signals of a frame are what the components give, and follow from each other.
+    void CompareSignals(const Network::Elements& own, const CoefficientRows& sections,
+                        const std::vector<double>& sums, const std::vector<double>& shown) {
+        const std::size_t count = sums.size();
+        if (count == 0) return;
+        OutputStage stages[5];  // each has a step more
+        for (int k = 0; k < 5; ++k) {
+            stages[k].outputGain = 0.5;
+            stages[k].SetShelves({.G = k > 0 ? 2.0 : 1.0, .F = 300.0, .P3 = 0.75},
+                                 {.G = k > 1 ? 3.0 : 1.0, .F = 3000.0, .P3 = 0.6});
+            stages[k].SetSampleFreq(11025.0);
+            stages[k].preEmphasis = k > 2 ? 0.9 : 0.0;
+            stages[k].volume = k > 3 ? 0.7 : 1.0;
+        }
+        std::vector<double> rows(static_cast<std::size_t>(Signal::Count) * count);
+        const auto row = [&](Signal signal) { return &rows[static_cast<std::size_t>(signal) * count]; };
+        std::vector<std::int16_t> samples(count);
+        OutputStage output = stages[4];
+        SignalTaps(own, output, {rows.data(), static_cast<int>(count)}).Render(samples);
+        for (std::size_t i = 0; i < count; ++i) {
+            ASSERT_TRUE(SameBits(row(Signal::Sum)[i], sums[i])) << i;
+            for (std::size_t k = 0; k < 5; ++k) {
+                const double y = row(Signal::Gained)[k * count + i];
+                ASSERT_TRUE(SameBits(y, stages[k].Advance(sums[i]).output)) << "step " << k << " at " << i;
+            }
+            ASSERT_EQ(samples[i], ToSample(row(Signal::Output)[i]));
+        }
+        const Signal components[] = {Signal::Voicing,       Signal::Aspiration, Signal::Frication,
+                                     Signal::TiltedVoicing, Signal::Cascade,    Signal::Parallel};
+        // A wave-table source that is silent still shows what it gave last.
+        for (std::size_t k = kind_.waveSource ? 1 : 0; k < shown.size(); ++k) {
+            const bool isPassed = k == 3 && !kind_.voicingFilter;
+            const double expected = isPassed ? row(Signal::Voicing)[count - 1] : shown[k];
+            ASSERT_TRUE(SameBits(row(components[k])[count - 1], expected)) << "component " << k;
+        }
+        for (std::size_t place = 0; place < Frame::kSectionCount; ++place) {
+            // Behind each other but for the zero, which comes first; the bypass is where it would be.
+            const bool isZero = place == Frame::kFirstCascadeZero,
+                       inParallel = place > Frame::kFirstCascadeZero;
+            const double* const y =
+                isZero ? row(Signal::CascadeZero) : row(Signal::FirstCascadePole) + place * count;
+            const double* const x = inParallel ? row(Signal::Frication) : y - count;
+            const double* const kept = isZero ? x : y;
+            const auto [A, B, C] = sections.At(place);
+            for (std::size_t i = 2; i < count; ++i) {
+                const double expected = (B * kept[i - 1] + C * kept[i - 2]) + A * x[i];
+                ASSERT_TRUE(SameBits(y[i], kind_.filterTract && !inParallel ? kNan : expected))
+                    << "section " << place << " at " << i;
+            }
+        }
     }
 
     std::size_t Random(std::size_t count) { return random_() % count; }
@@ -148,14 +212,16 @@ class Comparison {
     }
 
     Network network_;
-    Roles single_, blocks_;
+    Roles single_, blocks_, tapped_, restored_;
+    Created<SynthesizerState> kept_ = MakeObject<SynthesizerState>();
     const Kind& kind_;
     std::mt19937 random_{17};
 };
 
-const Items kFlutter = {{"F0", {90.0, 200.0, 231.7}}, {"AV", {900.0, 0.0}},   {"OQ", {0.0, 0.3, 0.6, 1.0}},
-                        {"FL", {0.1, 0.0, 0.5}},      {"FLT", {9.07, 800.0}}, {"TL", {0.0, 7.0, 41.0}},
-                        {"DI", {0.0, 0.0, 0.4, -1.0}}};
+const Items kFlutter = {
+    {"F0", {90.0, 200.0, 231.7, 0.0}}, {"AV", {900.0, 0.0}},   {"OQ", {0.0, 0.3, 0.6, 1.0}},
+    {"FL", {0.1, 0.0, 0.5}},           {"FLT", {9.07, 800.0}}, {"TL", {0.0, 7.0, 41.0}},
+    {"DI", {0.0, 0.0, 0.4, -1.0}}};
 const Items kSilent = {{"F0", {0.0, 100.0, kNan}}, {"AV", {0.0, 100.0}}, {"AH", {0.0}}, {"AF", {0.0}}};
 const Items kStrange = {{"F0", {-100.0, 90.0, 8000.0, 1e-300, kInfinity}},
                         {"AV", {10.0}},
