@@ -10,6 +10,7 @@
 #include "speech/Allophones.h"
 #include "speech/FormantPath.h"
 #include "speech/Gestures.h"
+#include "speech/Pauses.h"
 #include "speech/PitchContour.h"
 #include "speech/Timing.h"
 
@@ -45,9 +46,9 @@ double PeakGain(double frequency, double bandwidth) {
     return (1.0 - b - c) / std::sqrt(real * real + imaginary * imaginary);
 }
 
-SpokenPhones Spoken(const PhoneTable& table, const SpeechSettings& settings, const Utterance& utterance) {
-    std::vector<SpokenPhone> phones = Allophones(utterance, table);
-    PutInTime(phones, settings.rate / kUsualRate);
+SpokenPhones Spoken(const PhoneTable& table, const PausedUtterance& paused) {
+    std::vector<SpokenPhone> phones = Allophones(paused.utterance, table);
+    PutInTime(phones, paused.tempo);
     return {std::move(phones), table.Pause()};
 }
 
@@ -56,13 +57,13 @@ SpokenPhones Spoken(const PhoneTable& table, const SpeechSettings& settings, con
 class FramePlanner::Implementation {
   public:
     Implementation(const PhoneTable& table, const Speaker& speaker, const SpeechSettings& settings,
-                   const Utterance& utterance)
+                   const PausedUtterance& paused)
         : speaker_(speaker),
           settings_(settings),
-          phones_(Spoken(table, settings, utterance)),
+          phones_(Spoken(table, paused)),
           path_(phones_),
-          pitch_(utterance, phones_),
-          marks_(utterance.marks.begin(), utterance.marks.end()),
+          pitch_(paused.utterance, phones_),
+          marks_(paused.utterance.marks.begin(), paused.utterance.marks.end()),
           step_(settings.frameLength / kSpeechSampleFreq) {
         for (std::size_t k = 0; k < kHighBands.size(); ++k) {
             highGains_[k] = PeakGain(kHighBands[k], kBandBandwidths[k + 4]);
@@ -228,7 +229,8 @@ class FramePlanner::Implementation {
 
 FramePlanner::FramePlanner(const PhoneTable& table, const Speaker& speaker, const SpeechSettings& settings,
                            const Utterance& utterance)
-    : implementation_(std::make_unique<Implementation>(table, speaker, settings, utterance)) {}
+    : implementation_(std::make_unique<Implementation>(
+          table, speaker, settings, WithPauses(utterance, settings.rate / kUsualRate, table.Pause().name))) {}
 FramePlanner::FramePlanner(FramePlanner&&) noexcept = default;
 FramePlanner& FramePlanner::operator=(FramePlanner&&) noexcept = default;
 FramePlanner::~FramePlanner() = default;
