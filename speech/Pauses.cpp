@@ -61,7 +61,7 @@ PausedUtterance WithPauses(Utterance utterance, double tempo, const std::string&
     constexpr double kCareful = kCarefulRate / kUsualRate;
     if (tempo >= kCareful) return {std::move(utterance), tempo};
     double length = 0.0;
-    for (const Phone& phone : utterance.phones) length += phone.duration;
+    for (const Phone& phone : utterance.phones) length += phone.name == pause ? 0.0 : phone.duration;
     const double silence = length / tempo - length / kCareful;
     const std::vector<std::size_t> places = Places(utterance.phones, pause);
     const std::size_t count = std::min(places.size(), static_cast<std::size_t>(silence / kShortestPause));

@@ -30,7 +30,7 @@ Elasticity ElasticityOf(const PhoneEntry& entry) {
             return {0.6, 0.9};
         case PhoneClass::Fricative:
         case PhoneClass::Aspirate:
-            return {1.1, 0.8};
+            return {0.9, 0.8};
         case PhoneClass::Stop:
         case PhoneClass::Affricate:
             return {0.3, 0.65};
