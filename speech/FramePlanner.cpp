@@ -21,7 +21,7 @@ constexpr double kLn2 = 0.693147180559945309;
 constexpr double kTwoPi = 6.28318530717958648;
 
 // Amplitudes of a stressed vowel's voicing and of the noise of s that fill about a third of 16 bits.
-constexpr double kVoicingAmplitude = 1500.0, kFricationAmplitude = 5200.0;
+constexpr double kVoicingAmplitude = 1100.0, kFricationAmplitude = 3800.0;
 constexpr double kFloor = -46.0;  // dB; a faint even noise where there is none other, as in any room
 constexpr NoiseBands kFloorColour{-60, -60, -60, -60, -60, -60, -60, -12};
 constexpr double kSilence = -60.0;  // dB
