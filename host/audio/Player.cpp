@@ -6,6 +6,8 @@
 
 #if LARYNTH_HAS_PORTAUDIO
 #include <algorithm>
+#include <csetjmp>
+#include <csignal>
 #include <fcntl.h>
 #include <portaudio.h>
 #include <unistd.h>
@@ -45,6 +47,20 @@ class QuietStandardError {
     int before_;
 };
 
+thread_local sigjmp_buf beforeAbort;
+
+// Where ALSA has no configuration the library aborts the process instead of finding no device.
+PaError Initialize() {
+    struct sigaction goBack {
+    }, before{};
+    goBack.sa_handler = [](int) { siglongjmp(beforeAbort, 1); };
+    volatile PaError error = paDeviceUnavailable;  // which a jump leaves alone
+    sigaction(SIGABRT, &goBack, &before);
+    if (sigsetjmp(beforeAbort, 1) == 0) error = Pa_Initialize();
+    sigaction(SIGABRT, &before, nullptr);
+    return error;
+}
+
 // Between the first sound that is heard and the gaps that a busy machine makes, s.
 constexpr double kLeastLatency = 0.02;
 
@@ -66,16 +82,20 @@ void Check(PaError error) {
     if (error != paNoError && error != paOutputUnderflowed) RefuseToPlay(Pa_GetErrorText(error));
 }
 
+void CheckDevice(PaError error) {
+    if (error == paDeviceUnavailable) RefuseToPlay("there is no sound device");
+    Check(error);
+}
+
 }  // namespace
 
 Player::Player(double sampleFreq) {
     const QuietStandardError quiet;
-    Check(Pa_Initialize());
+    CheckDevice(Initialize());
     const PaError error = OpenDefaultStream(&stream_, sampleFreq);
     if (error == paNoError) return;
     Pa_Terminate();
-    if (error == paDeviceUnavailable) RefuseToPlay("there is no sound device");
-    Check(error);
+    CheckDevice(error);
 }
 
 Player::~Player() {

@@ -71,14 +71,20 @@ SayCommand::SayCommand(CLI::App& program)
 
 void SayCommand::AddInputOptions() {
     command_->add_option("TEXT", words_, "What to say; - is standard input");
-    command_->add_option("-f,--file", textFile_, "What to say; - is standard input")->type_name("FILE");
+    command_->add_option("-f,--file", textFile_, "What to say; - is standard input")
+        ->type_name("FILE")
+        ->check(RefuseNoName);
     command_
         ->add_option_function<std::string>(
             "--input", [this](const std::string& text) { form_ = ParseForm(text); },
             "What the text is: English, phones or marked up (default text)")
         ->type_name("text|arpabet|ipa|ssml");
-    command_->add_option("--lexicon", lexiconFile_, "Pronunciations of your own")->type_name("FILE");
-    command_->add_option("--phone-table", phoneTableFile_, "Sounds of another language")->type_name("FILE");
+    command_->add_option("--lexicon", lexiconFile_, "Pronunciations of your own")
+        ->type_name("FILE")
+        ->check(RefuseNoName);
+    command_->add_option("--phone-table", phoneTableFile_, "Sounds of another language")
+        ->type_name("FILE")
+        ->check(RefuseNoName);
 }
 
 void SayCommand::AddOutputOptions() {
@@ -86,19 +92,23 @@ void SayCommand::AddOutputOptions() {
         ->add_option("-o,--output", output_,
                      "Write the sound instead, by extension .wav, .flac or .raw; - writes raw samples "
                      "(16-bit, little-endian, 16000 Hz) to standard output")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(RefuseNoName);
     command_->add_option("--labels", labels_, "Words and marks with their times: start, end (seconds), text")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(RefuseNoName);
     command_
         ->add_option("--table", table_, "Write the frames, for larynth render; plays nothing without -o too")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(RefuseNoName);
     command_->add_flag("--phones", listsPhones_, "Print the phones, make no sound")->excludes("--output");
     command_->add_flag("--voices", listsVoices_, "List the voices");
 }
 
 void SayCommand::AddVoiceOptions() {
     command_->add_option("--voice", voice_, "Who speaks: one that --voices lists, or a file of your own")
-        ->type_name("NAME|FILE");
+        ->type_name("NAME|FILE")
+        ->check(RefuseNoName);
     AddFactor(*command_, "--rate", settings_.rate, SpeechSettings::kSlowest, SpeechSettings::kFastest,
               "Words a minute (default 175)");
     AddFactor(*command_, "--pitch", settings_.pitch, 0.25, 4.0, "Factor on the height of the voice");

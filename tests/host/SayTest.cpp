@@ -51,6 +51,8 @@ TEST_F(Say, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {1, "larynth say '<speak><mark name=\"m\"/></speak>' --input ssml -o o.flac --table t.csv",
          "expected a sound that is not empty"},
         {1, "ALSA_CONFIG_PATH=$PWD/alsa.conf HOME=. larynth say Hello", "write a file with -o"},
+        {1, "ALSA_CONFIG_PATH=/dev/null larynth say Hello", "no sound device; write a file with -o"},
+        {2, "larynth say Hello -o ''", "expected the name of a file"},
     };
     for (const auto& [status, line, message] : rows) {
         const CommandResult result = folder_.Run(line);
@@ -104,8 +106,8 @@ TEST_F(Say, PhonesReadBackAsTheyWerePrinted) {
     EXPECT_THAT(phones, HasSubstr("HH AX0 L OW1"));
     folder_.Write("p", phones);
     EXPECT_EQ(Out("larynth say --phones --input arpabet -f p"), phones);
-    folder_.Write("l", "hello\tG UH1 D AY0\n");
-    EXPECT_THAT(Out("larynth say --phones Hello --lexicon l"), HasSubstr("G UH1 D AY0"));
+    folder_.Write("l", "hello\tG UH1 D AY2\n");
+    EXPECT_THAT(Out("larynth say --phones Hello --lexicon l"), HasSubstr("G UH1 D AY2"));
 }
 
 }  // namespace
