@@ -24,8 +24,8 @@ enum SpeechItem : std::size_t {
     kFNZ,
     kBWNZ,
     kF1,
-    kPF0 = kF1 + 2 * 5,
-    kSpeechItems = kPF0 + 3 * 7,
+    kPF0 = kF1 + std::size_t{2} * 5,
+    kSpeechItems = kPF0 + std::size_t{3} * 7,
 };
 
 /// A frame of speech: what the rest of a packet is to a new one stays.
