@@ -59,6 +59,16 @@ std::optional<std::string> SayRange(std::string_view text) {
     return SayOrLeave(*first) + " to " + SayOrLeave(*second);
 }
 
+// "2:30-3:30"
+std::optional<std::string> SayTimes(std::string_view text) {
+    const std::size_t dash = std::min(text.find('-'), text.size());
+    const auto first = SayTime(text.substr(0, dash));
+    text.remove_prefix(dash);
+    if (!first || (!TakeStart(text, "--") && !TakeStart(text, "-"))) return std::nullopt;
+    const auto second = SayTime(text);
+    return second ? std::optional(*first + " to " + *second) : std::nullopt;
+}
+
 std::optional<std::string> SayFraction(std::string_view text) {
     const int numerator = Value(TakeDigits(text));
     if (!TakeStart(text, "/")) return std::nullopt;
@@ -68,6 +78,24 @@ std::optional<std::string> SayFraction(std::string_view text) {
         return std::nullopt;
     const std::string part = denominator == 2 ? "half" : denominator == 4 ? "quarter" : Ordinal(digits);
     return BelowHundred(numerator) + " " + part + (numerator > 1 ? "s" : "");
+}
+
+// "3 1/2"
+std::optional<std::string> SayMixed(std::string_view text, std::string_view next, bool& usedNext) {
+    const auto fraction = SayFraction(next);
+    if (!fraction || Value(text) < 0) return std::nullopt;
+    usedNext = true;
+    return Cardinal(text) + " and " + *fraction;
+}
+
+// "1.5e-3"
+std::optional<std::string> SayPowerOfTen(std::string_view text) {
+    const auto number = TakeNumber(text);
+    if (!number || number->whole.empty() || (!TakeStart(text, "e") && !TakeStart(text, "E")))
+        return std::nullopt;
+    const auto power = TakeNumber(text);
+    if (!power || !text.empty() || power->whole.empty() || !power->fraction.empty()) return std::nullopt;
+    return Say(*number) + " times ten to the " + Say(*power);
 }
 
 // "1.2.3": the numbers of a version, an address, a chapter.
@@ -97,9 +125,10 @@ std::optional<std::string> SayFigures(std::string_view text, std::string_view ne
     usedNext = false;
     if (auto words = SayCurrency(text, next, usedNext)) return words;
     if (auto words = SayMeasure(text, next, usedNext)) return words;
+    if (auto words = SayMixed(text, next, usedNext)) return words;
     if (auto words = SayDate(text, "")) return words;
-    for (const auto say :
-         {SayTime, SayMultiple, SayOrdinal, SayTelephone, SayRange, SayFraction, SaySimple, SayPointed})
+    for (const auto say : {SayTime, SayTimes, SayMultiple, SayOrdinal, SayTelephone, SayRange, SayFraction,
+                           SayPowerOfTen, SaySimple, SayPointed})
         if (auto words = say(text)) return words;
     return std::nullopt;
 }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -24,6 +25,10 @@ namespace {
 // room.
 constexpr double kMean = 275.0;
 constexpr double kDeviation = 28.0;
+
+// The time that the contour takes grows with the square of its length. No sentence that somebody wrote has as
+// many words.
+constexpr std::size_t kMostWords = 120;
 
 cst_utterance* MakesNoWave(cst_utterance* utterance) { return utterance; }
 
@@ -56,19 +61,24 @@ cst_voice* Voice() {
     return voice;
 }
 
-UtterancePointer Analysed(const std::vector<SpokenWord>& words) {
+UtterancePointer Analysed(std::span<const SpokenWord> words) {
     UtterancePointer utterance(new_utterance());
     utt_init(utterance.get(), Voice());
     cst_relation* const tokens = utt_relation_create(utterance.get(), "Token");
     for (std::size_t i = 0; i < words.size(); ++i) {
         cst_item* const token = relation_append(tokens, nullptr);
         const char punctuation[] = {words[i].punctuation, 0};
-        item_set_string(token, "name", words[i].text.c_str());
+        // A capital letter would be an initial, behind which there is no pause in front of another capital.
+        const bool isLastLetter = words[i].text.size() == 1 && words[i].punctuation != 0;
+        item_set_string(token, "name", (isLastLetter ? Lower(words[i].text) : words[i].text).c_str());
         item_set_string(token, "whitespace", i == 0 ? "" : " ");
         item_set_string(token, "prepunctuation", "");
         item_set_string(token, "punc", punctuation);
         item_set_int(token, "word_index", static_cast<int>(i));
-        if (!words[i].phones.empty()) item_set_string(token, "phones", words[i].phones.c_str());
+        if (words[i].phones.empty()) continue;
+        std::string phones = words[i].phones;
+        std::ranges::replace(phones, '2', '0');  // no accent: see RestoreStress
+        item_set_string(token, "phones", phones.c_str());
     }
     return utt_synth_tokens(utterance.get()) != nullptr ? std::move(utterance) : nullptr;
 }
@@ -81,10 +91,10 @@ cst_item* Parent(cst_item* item, const char* tree) {
 
 bool IsFirst(cst_item* item, const char* tree) { return item_prev(item_as(item, tree)) == nullptr; }
 
-std::size_t WordIndex(cst_item* word) {
+std::size_t WordIndex(cst_item* word, std::size_t first) {
     cst_item* const token = Parent(word, "Token");
     return token == nullptr ? PhonesOfWords::kNoWord
-                            : static_cast<std::size_t>(item_feat_int(token, "word_index"));
+                            : first + static_cast<std::size_t>(item_feat_int(token, "word_index"));
 }
 
 Phone PhoneOf(cst_item* segment, double duration) {
@@ -99,8 +109,9 @@ Phone PhoneOf(cst_item* segment, double duration) {
     return phone;
 }
 
-// Targets are given in time from the beginning, which lies at `ends[0]`.
-void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, PhonesOfWords& spoken) {
+// Targets are given in time from the beginning, which lies at `ends[0]`, where the phone `first` begins.
+void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, std::size_t first,
+                PhonesOfWords& spoken) {
     if (utt_relation_present(utterance, "Target") == 0) return;
     for (cst_item* target = relation_head(utt_relation(utterance, "Target")); target != nullptr;
          target = item_next(target)) {
@@ -109,7 +120,7 @@ void AddTargets(cst_utterance* utterance, const std::vector<double>& ends, Phone
         const auto end = std::lower_bound(ends.begin() + 1, ends.end() - 1, time);
         const double start = *(end - 1);
         const double place = *end > start ? (time - start) / (*end - start) : 0.0;
-        spoken.pitch.push_back({static_cast<std::size_t>(end - ends.begin()) - 1, place,
+        spoken.pitch.push_back({first + static_cast<std::size_t>(end - ends.begin()) - 1, place,
                                 (item_feat_float(target, "f0") - kMean) / kDeviation});
     }
 }
@@ -139,30 +150,57 @@ void RaiseEnd(PhonesOfWords& spoken) {
     spoken.pitch.push_back({static_cast<std::size_t>(phones.rend() - last) - 1, 1.0, kHigh});
 }
 
+// The stress digit of a syllable in phones as a word may have them.
+char StressDigit(std::string_view phones, std::size_t syllable) {
+    for (const char c : phones)
+        if (IsDigit(c) && syllable-- == 0) return c;
+    return '0';
+}
+
+// The front end knows stress or none. A syllable with secondary stress has no accent, but is not reduced.
+void RestoreStress(const std::vector<SpokenWord>& words, PhonesOfWords& spoken) {
+    std::size_t syllable = 0;
+    for (std::size_t i = 0; i < spoken.phones.size(); ++i) {
+        Phone& phone = spoken.phones[i];
+        syllable = phone.startsWord ? 0 : phone.startsSyllable ? syllable + 1 : syllable;
+        const bool isSaid = spoken.words[i] != PhonesOfWords::kNoWord;
+        if (isSaid && StressDigit(words[spoken.words[i]].phones, syllable) == '2') phone.stress = 2;
+    }
+}
+
+// Adds what the words from `begin` on are said as, up to `end`.
+void AddPhrase(const std::vector<SpokenWord>& words, std::size_t begin, std::size_t end,
+               PhonesOfWords& spoken) {
+    const UtterancePointer utterance = Analysed(std::span(words).subspan(begin, end - begin));
+    if (!utterance || utt_relation_present(utterance.get(), "Segment") == 0) return;
+    const std::size_t first = spoken.phones.size();
+    std::vector<double> ends;
+    double time = 0.0;
+    for (cst_item* segment = relation_head(utt_relation(utterance.get(), "Segment")); segment != nullptr;
+         segment = item_next(segment)) {
+        const double start = std::exchange(time, item_feat_float(segment, "end"));
+        cst_item* const word = Parent(Parent(segment, "SylStructure"), "SylStructure");
+        const bool leadingPause = word == nullptr && spoken.phones.size() == first;
+        if (!leadingPause) {
+            if (ends.empty()) ends.push_back(start);
+            spoken.phones.push_back(PhoneOf(segment, time - start));
+            spoken.words.push_back(word == nullptr ? PhonesOfWords::kNoWord : WordIndex(word, begin));
+            ends.push_back(time);
+        }
+    }
+    if (!ends.empty()) AddTargets(utterance.get(), ends, first, spoken);
+}
+
 }  // namespace
 
 PhonesOfWords SayWords(const std::vector<SpokenWord>& words) {
     static std::mutex oneAtATime;
     const std::scoped_lock lock(oneAtATime);
     PhonesOfWords spoken;
-    const UtterancePointer utterance = Analysed(words);
-    if (!utterance || utt_relation_present(utterance.get(), "Segment") == 0) return spoken;
-    std::vector<double> ends;
-    double end = 0.0;
-    for (cst_item* segment = relation_head(utt_relation(utterance.get(), "Segment")); segment != nullptr;
-         segment = item_next(segment)) {
-        const double start = std::exchange(end, item_feat_float(segment, "end"));
-        cst_item* const word = Parent(Parent(segment, "SylStructure"), "SylStructure");
-        const bool leadingPause = word == nullptr && spoken.phones.empty();
-        if (!leadingPause) {
-            if (ends.empty()) ends.push_back(start);
-            spoken.phones.push_back(PhoneOf(segment, end - start));
-            spoken.words.push_back(word == nullptr ? PhonesOfWords::kNoWord : WordIndex(word));
-            ends.push_back(end);
-        }
-    }
-    if (!spoken.phones.empty()) AddTargets(utterance.get(), ends, spoken);
+    for (std::size_t i = 0; i < words.size(); i += kMostWords)
+        AddPhrase(words, i, std::min(i + kMostWords, words.size()), spoken);
     if (AsksForYesOrNo(words)) RaiseEnd(spoken);
+    RestoreStress(words, spoken);
     return spoken;
 }
 

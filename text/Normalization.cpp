@@ -111,8 +111,18 @@ class Normalizer {
             const bool parts = c == ')' || marks.starts_with("...") || marks.starts_with("--");
             marks.remove_prefix(SayMarks(marks));
             if (parts) AddPause(',');
-            if (Has(kPausing, c) && (c != '.' || last)) AddPause(c);
+            if (Has(kPausing, c) && (c != '.' || last || NextBeginsSentence()))
+                AddPause(c == '.' && !last ? ',' : c);
         }
+    }
+
+    // "in the U.S. The end": where the point leaves open whether the sentence goes on.
+    bool NextBeginsSentence() const {
+        constexpr std::array<std::string_view, 18> kBeginnings{
+            "The", "It",  "He",    "She",   "We",    "They", "You", "This", "That",
+            "But", "And", "These", "There", "Those", "If",   "In",  "When", "However"};
+        const std::string next = NextCore();
+        return std::find(kBeginnings.begin(), kBeginnings.end(), next) != kBeginnings.end();
     }
 
     // Names a row of one punctuation mark where the options ask for it; returns its length.
@@ -201,7 +211,10 @@ class Normalizer {
         if (core[0] == '-' && StartsWithDigit(core.substr(1))) AddWord("minus"), core.remove_prefix(1);
         while (!core.empty()) {
             if (const std::size_t count = WordLength(core)) {
-                SayWord(core.substr(0, count));
+                if (count < core.size() || IsBehindWord())
+                    SayPart(core.substr(0, count));
+                else
+                    SayWord(core);
                 core.remove_prefix(count);
             } else if (core[0] == '.' && core.size() > 1 && IsLetterOrDigit(core[1]) && IsBehindWord()) {
                 AddWord(StartsWithDigit(core.substr(1)) && IsDigit(words_.back().text.back()) ? "point"
@@ -237,7 +250,10 @@ class Normalizer {
         core = rest;
         if (sign == U'#' && !StartsWithDigit(core)) return AddWord("hash");
         const Punctuation usual = std::exchange(punctuation_, std::max(punctuation_, Punctuation::Some));
+        const std::size_t said = words_.size();
         SayNamed(sign, count);  // inside a word signs have a meaning
+        if (words_.size() == said && sign < 0x80 && Has(kPausing, static_cast<char>(sign)))
+            AddPause(static_cast<char>(sign));
         punctuation_ = usual;
     }
 
@@ -247,6 +263,13 @@ class Normalizer {
         return c >= 0x80 && sign >= 0x80 && FindCharacterName(c) == nullptr &&
                FindCharacterName(sign) == nullptr &&
                KindOfCharacter(c, false) == KindOfCharacter(sign, false);
+    }
+
+    // The front end reads figures in a row digit by digit, and leaves noughts out that stand in front.
+    void SayPart(std::string_view part) {
+        const bool isShort = part.size() == 2 || part.size() == 3;
+        if (!isShort || !std::all_of(part.begin(), part.end(), IsDigit)) return SayWord(part);
+        AddWords(part[0] == '0' ? EachDigit(part) : Cardinal(part));
     }
 
     void SayWord(std::string_view word) {

@@ -192,7 +192,7 @@ std::optional<std::string> PhonesOfWord(std::string_view text, TextForm form, st
     for (const WrittenPhone& phone : phones) {
         if (!names.empty()) names += ' ';
         names += phone.symbol.name;
-        if (phone.symbol.IsVowel()) names += phone.symbol.stress == 1 ? '1' : '0';
+        if (phone.symbol.IsVowel()) names += static_cast<char>('0' + phone.symbol.stress);
     }
     return names;
 }

@@ -13,7 +13,10 @@ namespace {
 struct Currency {
     std::string_view sign, one, many, centOne, centMany;
 };
-constexpr std::array<Currency, 5> kCurrencies{{
+constexpr std::array<Currency, 8> kCurrencies{{
+    {"US$", "U S dollar", "U S dollars", "cent", "cents"},
+    {"C$", "Canadian dollar", "Canadian dollars", "cent", "cents"},
+    {"A$", "Australian dollar", "Australian dollars", "cent", "cents"},
     {"$", "dollar", "dollars", "cent", "cents"},
     {"€", "euro", "euros", "cent", "cents"},
     {"£", "pound", "pounds", "penny", "pence"},

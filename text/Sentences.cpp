@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kLongBytes = 400;         // from here on a comma or a blank ends a sentence
 constexpr std::size_t kLeastBytes = 200;        // if it leaves as much in front
 constexpr std::size_t kMostBytes = 450;         // here anything does
+constexpr std::size_t kLongestRow = 1000;       // characters without a blank; of more, the number is said
 constexpr std::size_t kMostAnnotations = 1000;  // in a sentence
 
 enum class Ending { No, Perhaps, Yes };  // perhaps: before a capital letter
@@ -90,6 +91,7 @@ bool IsSmallLetter(char32_t c) { return (c >= U'a' && c <= U'z') || (c >= 0xDF &
 }  // namespace
 
 void SentenceCutter::AddBlank(bool lineEnd) {
+    EndRow();
     const bool afterWord = !current_.text.empty() && current_.text.back() != ' ';
     if (afterWord) {
         const Ending ending = AtEnd(current_.text);
@@ -102,6 +104,7 @@ void SentenceCutter::AddBlank(bool lineEnd) {
 
 void SentenceCutter::Add(char32_t c) {
     if (IsBlank(c)) return AddBlank(c == U'\n');
+    if (++row_ > kLongestRow && !IsIdeographicEnd(c)) return;
     if (std::exchange(lineEnded_, false) && IsBullet(c)) EndSentence();
     const bool continues = IsSmallLetter(c) || (c >= U'0' && c <= U'9') || c == U',' || c == U';';
     if (std::exchange(undecided_, false) && !continues) EndSentence();
@@ -119,11 +122,21 @@ void SentenceCutter::Annotate(Annotation annotation) {
     if (current_.annotations.size() >= kMostAnnotations) Finish();
 }
 
+// What is as long as this is no word. A megabyte of it would take a day to say.
+void SentenceCutter::EndRow() {
+    const std::size_t row = std::exchange(row_, 0);
+    if (row <= kLongestRow) return;
+    for (const char c : " and " + std::to_string(row - kLongestRow) + " more characters")
+        Add(static_cast<unsigned char>(c));
+    row_ = 0;
+}
+
 void SentenceCutter::EndSentence() {
     if (!current_.text.empty()) Finish();
 }
 
 void SentenceCutter::Finish() {
+    EndRow();
     undecided_ = false;
     if (!current_.text.empty() || !current_.annotations.empty()) complete_.push_back(std::move(current_));
     current_ = {};

@@ -44,7 +44,7 @@ struct MarkedText {
 /// Collects characters and gives sentences as soon as they are complete. A sentence ends behind . ! ? and a
 /// blank, at an empty line and where the writer says so; not behind an abbreviation, an initial or a closing
 /// quotation mark in front of a small letter. Longer ones than about 400 bytes are cut at a comma, a blank,
-/// or anywhere.
+/// or anywhere. Of a row of more than 1000 characters without a blank the number of the others is given.
 class SentenceCutter {
   public:
     void Add(char32_t c);
@@ -66,12 +66,14 @@ class SentenceCutter {
 
   private:
     void AddBlank(bool lineEnd);
+    void EndRow();
     void CutTooLong();
     void CutAt(std::size_t place);
 
     MarkedText current_;
     std::shared_ptr<const Style> style_ = std::make_shared<const Style>();  // behind the last character
     std::deque<MarkedText> complete_;
+    std::size_t row_ = 0;     // characters since the last blank
     bool lineEnded_ = false;  // nothing but blanks since
     bool undecided_ = false;  // the next character tells whether the sentence has ended
 };

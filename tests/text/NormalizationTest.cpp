@@ -43,8 +43,9 @@ TEST(Normalization, SaysWhatStandsThere) {
              {"2.5x 3× 1920×1080", "two point five times three times 1920 by 1080"},
              {"1.2.3 192.168.0.1 v1.5", "1 point 2 point 3 192 dot 168 dot 0 dot 1 v1 point 5"},
              {"1st 22nd 1,000th 40th", "first twenty second one thousandth fortieth"},
-             {"½ 2½ 3/4 1/2 24/7", "one half two and a half three quarters one half 24 slash 7"},
-             {"10-20 1990–1995 5-10%", "10 to 20 1990 to 1995 5 to ten percent"},
+             {"½ 2½ 3/4 1/2 24/7", "one half two and a half three quarters one half twenty four slash 7"},
+             {"10-20 1990–1995 5-10% 2:30-3:05",
+              "10 to 20 1990 to 1995 5 to ten percent two thirty to three oh five"},
              {"555-1234 1-800-555-1234",
               "five five five, one two three four one, eight zero zero, five five five, one "
               "two three four"},
@@ -52,13 +53,16 @@ TEST(Normalization, SaysWhatStandsThere) {
              {"3/4/2026 13/4/2005 2026-11-23",
               "March fourth, twenty twenty six April thirteenth, two thousand five "
               "November twenty third, twenty twenty six"},
-             {"3/45/2026 1900-01-01", "3 slash 45 slash 2026 January first, nineteen hundred"},
+             {"3 1/2 1.5e-3 6.02e23",
+              "three and one half one point five times ten to the minus three six point zero two times ten "
+              "to the twenty three"},
+             {"3/45/2026 1900-01-01", "3 slash forty five slash 2026 January first, nineteen hundred"},
              {"3:45 12:00 14:00 3:05pm 25:00",
-              "three forty five twelve o'clock fourteen hundred three oh five P M 25 00"},
+              "three forty five twelve o'clock fourteen hundred three oh five P M twenty five: zero zero"},
              // money and measures
-             {"$5 $1 $0.99 £1.01 €1,000 ¥500",
+             {"$5 $1 $0.99 £1.01 €1,000 ¥500 US$5",
               "five dollars one dollar ninety nine cents one pound and one penny one "
-              "thousand euros five hundred yen"},
+              "thousand euros five hundred yen five U S dollars"},
              {"$3.5 million, -$5 $1.5bn",
               "three point five million dollars, minus five dollars one point five billion "
               "dollars"},
@@ -69,7 +73,7 @@ TEST(Normalization, SaysWhatStandsThere) {
              {"Dr. Smith of Elm Dr. near St. James St.",
               "doctor Smith of Elm drive near saint James street."},
              {"e.g. this, etc.; No. 5 No.", "for example this, et cetera; number 5 No."},
-             {"U.S. Ph.D. p.m.", "U S P H D p m."},
+             {"U.S. Ph.D. The U.S. Army foo:bar p.m.", "U S P H D, The U S Army foo: bar p m."},
              // signs
              {"R&D a+b=c #5 #tag C++ 3*z y^2",
               "R and D a plus b equals c number 5 hash tag C plus plus 3 star z y caret 2"},

@@ -33,6 +33,8 @@ TEST(Sentences, ThatDoNotEndAreCut) {
         for (const std::string& sentence : said) EXPECT_LE(sentence.size(), 1000U);
     }
     EXPECT_TRUE(Words(clause)[0].ends_with("{word}"));  // at a comma
+    EXPECT_THAT(Words(std::string(100'000, 'q') + " end").back(),
+                testing::EndsWith("q}{and}{99000}{more}{characters}{end}"));
 }
 
 // Gives a text and then fails the test instead of waiting for more.
@@ -74,7 +76,8 @@ TEST(Utterances, HavePhonesSyllablesAndStress) {
              Row{"Hello, world.", "{Hello} hh ax.l1 ow1 pau{world} w1 er1 l1 d1 pau"},
              {"Smith's dog's bus's",
               "{Smith's} s1 m1 ih1 th1 s{dog's} d1 ao1 g1 z{bus's} b1 ah1 s1 ax z pau"},
-             {"a Gif larynth", "{a} ax{Gif} jh1 ih1 f1{larynth} l1 eh1.r ih n th pau"},
+             {"a Gif larynth", "{a} ax{Gif} jh1 ih1 f1{larynth} l1 eh1.r2 ih2 n2 th2 pau"},
+             {"The U.S. It is.", "{The} dh ax{U.S} y1 uw1 eh1 s1 pau{It} ih1 t1{is} ih1 z1 pau"},
              {"1999", "{1999} n1 ay1 n1.t1 iy1 n1 n1 ay1 n1.t iy n1 ay1 n1 pau"},
          })
         EXPECT_THAT(Said(row.text, options), ElementsAre(row.said));
