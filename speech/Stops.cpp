@@ -17,7 +17,7 @@ constexpr double kBurstRise = 0.003, kBurstFall = 0.018;                 // s
 constexpr double kBurstNoSonorant = -10.0;                               // dB; an unheard release is weaker
 constexpr double kBurstColourBefore = 0.008, kBurstColourAfter = 0.015;  // s
 constexpr double kBurstBeyond = 0.004;                                   // s into the next phone
-constexpr double kAspiration = -9.0, kAspirationFrication = -30.0;       // dB
+constexpr double kAspiration = -6.0, kAspirationFrication = -30.0;       // dB
 constexpr double kAspirationNoSonorant = -8.0;                           // dB
 constexpr double kAspirationRise = 0.006, kAspirationFall = 0.02;        // s
 constexpr double kAspirationDelay = 0.004, kFricationDelay = 0.005;      // s behind release and burst
