@@ -58,6 +58,8 @@ class PhoneTable {
 
     /// Null for a name that the table does not have.
     const PhoneEntry* Find(std::string_view name) const;
+    /// All of them, by name.
+    const std::map<std::string, PhoneEntry, std::less<>>& Entries() const { return entries_; }
     /// Of silence; every table has one.
     const PhoneEntry& Pause() const { return *pause_; }
 

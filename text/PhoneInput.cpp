@@ -56,7 +56,7 @@ bool TakeDetail(std::string_view& text) {
 
 class IpaWord {
   public:
-    explicit IpaWord(std::string_view text) : text_(text) {
+    IpaWord(std::string_view text, const PhoneSet* phones) : text_(text), known_(phones) {
         // A tie and its two letters are one symbol, as without it.
         for (const std::string_view tie : {"͡", "͜"})
             for (std::size_t at = 0; (at = text_.find(tie, at)) != std::string::npos;)
@@ -80,13 +80,17 @@ class IpaWord {
 
   private:
     bool TakeSymbol(std::string_view& rest, std::vector<WrittenPhone>& phones) {
-        const auto symbol = std::find_if(std::begin(kIpa), std::end(kIpa),
-                                         [&](const IpaSymbol& s) { return TakeStart(rest, s.written); });
-        if (symbol == std::end(kIpa)) return false;
-        std::string_view names = symbol->phones;
-        while (!names.empty()) {
-            const std::string_view name = names.substr(0, names.find(' '));
-            WrittenPhone phone{*FindPhone(name), false, std::exchange(syllable_, false), 0};
+        const auto* const symbol = std::find_if(std::begin(kIpa), std::end(kIpa), [&](const IpaSymbol& s) {
+            return rest.starts_with(s.written) && AreKnown(s.phones);
+        });
+        const std::size_t length = symbol == std::end(kIpa) ? 0 : symbol->written.size();
+        const std::string_view own = OwnName(rest);
+        if (own.empty() && length == 0) return false;
+        const bool isOwn = own.size() >= length;
+        std::string_view names = isOwn ? own : symbol->phones;
+        rest.remove_prefix(isOwn ? own.size() : length);
+        for (std::string_view name = FirstOf(names); !name.empty(); name = FirstOf(names)) {
+            WrittenPhone phone{*FindPhone(name, known_), false, std::exchange(syllable_, false), 0};
             if (phone.symbol.IsVowel()) phone.symbol.stress = std::exchange(stress_, 0);
             phones.push_back(phone);
             names = Trimmed(names.substr(name.size()));
@@ -94,21 +98,40 @@ class IpaWord {
         return true;
     }
 
+    static std::string_view FirstOf(std::string_view names) { return names.substr(0, names.find(' ')); }
+
+    bool AreKnown(std::string_view names) const {
+        for (; !names.empty(); names = Trimmed(names.substr(FirstOf(names).size())))
+            if (!FindPhone(FirstOf(names), known_)) return false;
+        return true;
+    }
+
+    // The longest name of a phone that the text begins with and that English does not have.
+    std::string_view OwnName(std::string_view text) const {
+        std::string_view longest;
+        if (known_ == nullptr) return longest;
+        for (const auto& [name, phone] : *known_)
+            if (name.size() > longest.size() && text.starts_with(name) && !FindPhone(name, nullptr))
+                longest = name;
+        return longest;
+    }
+
     std::string text_;
+    const PhoneSet* known_;
     int stress_ = 0;
     bool syllable_ = false;
 };
 
 WrittenPhone PauseFor(char punctuation) {
-    PhoneSymbol pause = *FindPhone("pau");
+    PhoneSymbol pause = *FindPhone("pau", nullptr);
     pause.seconds = PauseOf(punctuation);
     return {pause, false, false, punctuation};
 }
 
 }  // namespace
 
-PhoneReader::PhoneReader(std::istream& input, std::string name, TextForm form)
-    : characters_(input), name_(std::move(name)), form_(form) {}
+PhoneReader::PhoneReader(std::istream& input, std::string name, const TextOptions& options)
+    : characters_(input), name_(std::move(name)), form_(options.form), phones_(options.phones) {}
 
 bool PhoneReader::ReadToken() {
     token_.clear();
@@ -133,9 +156,9 @@ void PhoneReader::AddToken() {
     const std::size_t first = phones.size();
     std::string bad;
     if (form_ == TextForm::Ipa) {
-        bad = IpaWord(text).Parse(phones);
+        bad = IpaWord(text, phones_).Parse(phones);
     } else if (!text.empty() && text != "|") {
-        if (const auto phone = FindArpabet(text))
+        if (const auto phone = FindArpabet(text, phones_))
             phones.push_back({*phone, false, false, 0});
         else
             bad = text;
@@ -169,7 +192,7 @@ bool PhoneReader::Next(Utterance& utterance) {
         failure_ = std::current_exception();
     }
     if (phrase_.phones.empty()) return false;
-    if (phrase_.phones.back().symbol.kind != PhoneClass::Pause) phrase_.phones.push_back(PauseFor('.'));
+    if (phrase_.phones.back().symbol.kind != SoundClass::Pause) phrase_.phones.push_back(PauseFor('.'));
     utterance = WithProsody(phrase_);
     return true;
 }
@@ -181,8 +204,8 @@ std::optional<std::string> PhonesOfWord(std::string_view text, TextForm form, st
         const std::string_view symbol = rest.substr(0, rest.find_first_of(kBlanks));
         rest = Trimmed(rest.substr(symbol.size()));
         if (form == TextForm::Ipa)
-            bad = IpaWord(symbol).Parse(phones);
-        else if (const auto phone = FindArpabet(symbol))
+            bad = IpaWord(symbol, nullptr).Parse(phones);
+        else if (const auto phone = FindArpabet(symbol, nullptr))
             phones.push_back({*phone, false, false, 0});
         else
             bad = symbol;

@@ -21,7 +21,7 @@ namespace larynth {
 class PhoneReader {
   public:
     /// `name` serves messages. The input must live as long as this object.
-    PhoneReader(std::istream& input, std::string name, TextForm form);
+    PhoneReader(std::istream& input, std::string name, const TextOptions& options);
 
     /// The next utterance; false behind the last one. Raises BadInput, with the place, for what is no phone;
     /// what came before it is given first.
@@ -34,6 +34,7 @@ class PhoneReader {
     CharacterStream characters_;
     std::string name_;
     TextForm form_;
+    const PhoneSet* phones_;
     std::string token_;
     std::int64_t line_ = 0, column_ = 0;  // of the token
     PhonePhrase phrase_;

@@ -11,7 +11,7 @@ namespace {
 
 // Inherent durations after D. H. Klatt, "Synthesis by rule of segmental durations in English sentences"
 // (1979), s; for an affricate both parts together.
-using enum PhoneClass;
+using enum SoundClass;
 constexpr std::array<PhoneSymbol, 41> kPhones{{
     {"pau", Pause, 0.200},
     {"iy", Vowel, 0.155},
@@ -56,23 +56,38 @@ constexpr std::array<PhoneSymbol, 41> kPhones{{
     {"g", VoicedStop, 0.080},
 }};
 
-}  // namespace
+// Means of the rows above, s, by class.
+constexpr std::array<double, 9> kTypical{0.200, 0.170, 0.240, 0.080, 0.075, 0.100, 0.065, 0.080, 0.080};
 
-std::optional<PhoneSymbol> FindPhone(std::string_view name) {
+std::optional<PhoneSymbol> FindEnglish(std::string_view name) {
     const auto phone =
         std::find_if(kPhones.begin(), kPhones.end(), [&](const PhoneSymbol& p) { return p.name == name; });
     return phone == kPhones.end() ? std::nullopt : std::optional(*phone);
 }
 
-std::optional<PhoneSymbol> FindArpabet(std::string_view symbol) {
+}  // namespace
+
+PhoneSymbol PhoneOfTable(std::string_view name, SoundClass kind) {
+    return FindEnglish(name).value_or(PhoneSymbol{name, kind, kTypical.at(static_cast<std::size_t>(kind))});
+}
+
+std::optional<PhoneSymbol> FindPhone(std::string_view name, const PhoneSet* phones) {
+    if (phones == nullptr) return FindEnglish(name);
+    const auto phone = phones->find(name);
+    return phone == phones->end() ? std::nullopt : std::optional(phone->second);
+}
+
+std::optional<PhoneSymbol> FindArpabet(std::string_view symbol, const PhoneSet* phones) {
+    const bool marked = !symbol.empty() && symbol.back() >= '0' && symbol.back() <= '2';
+    const int stress = marked ? symbol.back() - '0' : 0;
+    if (marked) symbol.remove_suffix(1);
     std::string name = Lower(symbol);
-    const bool marked = !name.empty() && name.back() >= '0' && name.back() <= '2';
-    const int stress = marked ? name.back() - '0' : 0;
-    if (marked) name.pop_back();
     if (name == "h") name = "hh";
     // A central vowel is written as its stressed kin.
-    if (name == "ah" && marked && stress == 0) name = "ax";
-    auto phone = FindPhone(name);
+    const bool isReduced = name == "ah" && marked && stress == 0;
+    if (isReduced) name = "ax";
+    auto phone = isReduced ? std::nullopt : FindPhone(symbol, phones);
+    if (!phone) phone = FindPhone(name, phones);
     if (!phone || (marked && !phone->IsVowel())) return std::nullopt;
     phone->stress = stress;
     return phone;

@@ -16,20 +16,20 @@ constexpr double kAccent = 1.2;              // of a syllable with primary stres
 constexpr double kFall = -1.8, kRise = 2.6, kContinuation = 0.6;
 
 bool IsStop(const PhoneSymbol& p) {
-    return p.kind == PhoneClass::VoicelessStop || p.kind == PhoneClass::VoicedStop;
+    return p.kind == SoundClass::VoicelessStop || p.kind == SoundClass::VoicedStop;
 }
-bool IsPause(const PhoneSymbol& p) { return p.kind == PhoneClass::Pause; }
+bool IsPause(const PhoneSymbol& p) { return p.kind == SoundClass::Pause; }
 bool IsVoiceless(const PhoneSymbol& p) {
-    return p.kind == PhoneClass::VoicelessStop || p.kind == PhoneClass::VoicelessFricative;
+    return p.kind == SoundClass::VoicelessStop || p.kind == SoundClass::VoicelessFricative;
 }
 
 // Pairs that begin words of English.
 bool IsOnset(const PhoneSymbol& first, const PhoneSymbol& second) {
     if (first.name == "s")
-        return second.kind == PhoneClass::VoicelessStop || second.kind == PhoneClass::Nasal ||
-               second.kind == PhoneClass::Glide;
-    const bool obstruent = IsStop(first) || first.kind == PhoneClass::VoicelessFricative;
-    return obstruent && second.kind == PhoneClass::Glide && first.name != "ch" && first.name != "jh";
+        return second.kind == SoundClass::VoicelessStop || second.kind == SoundClass::Nasal ||
+               second.kind == SoundClass::Glide;
+    const bool obstruent = IsStop(first) || first.kind == SoundClass::VoicelessFricative;
+    return obstruent && second.kind == SoundClass::Glide && first.name != "ch" && first.name != "jh";
 }
 
 class Rules {

@@ -67,7 +67,8 @@ class MarkedUpText final : public SentenceSource {
 
 class Phones final : public Source {
   public:
-    Phones(std::istream& input, std::string name, TextForm form) : reader_(input, std::move(name), form) {}
+    Phones(std::istream& input, std::string name, const TextOptions& options)
+        : reader_(input, std::move(name), options) {}
 
     bool Next(Utterance& utterance) override { return reader_.Next(utterance); }
 
@@ -85,7 +86,7 @@ std::unique_ptr<Source> MakeSource(std::istream& input, std::string name, const 
         case TextForm::Ipa:
             break;
     }
-    return std::make_unique<Phones>(input, std::move(name), options.form);
+    return std::make_unique<Phones>(input, std::move(name), options);
 }
 
 }  // namespace

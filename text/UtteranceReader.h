@@ -7,6 +7,7 @@
 #include <string>
 
 #include "speech/Utterance.h"
+#include "text/PhoneNames.h"
 
 namespace larynth {
 
@@ -34,6 +35,8 @@ struct TextOptions {
     double meanPitch =
         110.0;  ///< The speaker's mean F0, Hz: what absolute pitches of SSML are compared with.
     const Lexicon* lexicon = nullptr;  ///< The user's own pronunciations; must outlive the reader.
+    const PhoneSet* phones =
+        nullptr;  ///< What ARPAbet and IPA may name; null: English. Must outlive the reader.
 };
 
 /// Reads a text of any length and gives its utterances one after the other.

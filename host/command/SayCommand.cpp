@@ -51,6 +51,36 @@ void ListVoices() {
     for (const std::string& name : Speaker::Names()) WriteToStandardOutput(name + '\n');
 }
 
+SoundClass SoundClassOf(const PhoneEntry& entry) {
+    switch (entry.kind) {
+        case PhoneClass::Vowel:
+            return SoundClass::Vowel;
+        case PhoneClass::Diphthong:
+            return SoundClass::Diphthong;
+        case PhoneClass::Glide:
+            return SoundClass::Glide;
+        case PhoneClass::Nasal:
+            return SoundClass::Nasal;
+        case PhoneClass::Fricative:
+        case PhoneClass::Aspirate:
+            return entry.voiced ? SoundClass::VoicedFricative : SoundClass::VoicelessFricative;
+        case PhoneClass::Stop:
+        case PhoneClass::Affricate:
+            return entry.voiced ? SoundClass::VoicedStop : SoundClass::VoicelessStop;
+        case PhoneClass::Pause:
+            break;
+    }
+    return SoundClass::Pause;
+}
+
+/// What a table's phones are to a front end. The table must outlive the set.
+PhoneSet PhonesOf(const PhoneTable& table) {
+    PhoneSet phones;
+    for (const auto& [name, entry] : table.Entries())
+        phones.emplace(name, PhoneOfTable(entry.name, SoundClassOf(entry)));
+    return phones;
+}
+
 /// What an optional file gives.
 template <class Parse>
 auto Parsed(const std::string& path, Parse parse) {
@@ -179,7 +209,10 @@ void SayCommand::SayAll(std::istream& text, const std::string& name, const Input
         InputFile lexiconInput(lexiconFile_, InputFile::Use::Once);
         lexicon.emplace(lexiconInput.Stream(), lexiconFile_);
     }
-    UtteranceReader reader(text, name, {.form = form_, .lexicon = lexicon ? &*lexicon : nullptr});
+    const PhoneSet phones = ownTable ? PhonesOf(*ownTable) : PhoneSet();
+    UtteranceReader reader(
+        text, name,
+        {.form = form_, .lexicon = lexicon ? &*lexicon : nullptr, .phones = ownTable ? &phones : nullptr});
     // Nothing is opened for a text that cannot be said.
     if (!reader.Next()) throw BadInput(name + ": expected something to say, found nothing");
     const auto outputs = NewOutputs(ownTable ? *ownTable : PhoneTable::English());

@@ -112,6 +112,12 @@ TEST(PhoneInput, HasRhythmAndIntonationOfItsOwn) {
                             "{ˈɛkstɹə} eh1 k1.s t r ax{ˌt͡ʃiː} ch2 iy2 pau"));
     EXPECT_THAT(Said("T UW1\nT QQ", arpabet),
                 ElementsAre("{T UW1 T} t1 uw1 t1 pau", "input:2:3: expected a phone instead of \"QQ\""));
+    const PhoneSet own{{"ʏ", PhoneOfTable("ʏ", SoundClass::Vowel)}, {"t", *FindPhone("t", nullptr)}};
+    arpabet.phones = ipa.phones = &own;
+    EXPECT_THAT(Said("T ʏ1 hh", arpabet),
+                ElementsAre("{T ʏ1} t1 ʏ1 pau", "input:1:6: expected a phone instead of \"hh\""));
+    EXPECT_THAT(Said("tʏ", ipa), ElementsAre("{tʏ} t ʏ pau"));
+    ipa.phones = arpabet.phones = nullptr;
     EXPECT_THAT(Said("həˈ☃", ipa), ElementsAre("input:1:4: expected a phone instead of \"☃\""));
     std::istringstream statement("AH1 N | AH1 N ."), question("AH1 N | AH1 N ?");
     UtteranceReader falls(statement, "", arpabet), rises(question, "", arpabet);
