@@ -165,6 +165,7 @@ OutputModule::Next OutputModule::Speak(std::string text, const TextOptions& opti
     }
     output_.Send("200 OK SPEAKING");
     Message message{std::move(text), options, settings_.ChosenSpeaker(), settings_.Speech()};
+    message.options.meanPitch = message.speaker.f0 * message.settings.pitch;
     message.options.lexicon = lexicon_ ? &*lexicon_ : nullptr;
     speaking_->Begin(std::move(message));
     return Next::Command;

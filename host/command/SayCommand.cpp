@@ -188,12 +188,11 @@ void SayCommand::Run() const {
     SayAll(file.Stream(), file.Name(), &file);
 }
 
-std::vector<std::unique_ptr<SpeechOutput>> SayCommand::NewOutputs(const PhoneTable& table) const {
+std::vector<std::unique_ptr<SpeechOutput>> SayCommand::NewOutputs(const SpeechStyle& style) const {
     std::vector<std::unique_ptr<SpeechOutput>> outputs;
-    const SpeechStyle style{table, ChosenSpeaker(), settings_};
     if (!table_.empty()) outputs.push_back(std::make_unique<FrameList>(style, table_));
     if (listsPhones_) {
-        outputs.push_back(std::make_unique<PhoneList>(table));
+        outputs.push_back(std::make_unique<PhoneList>(style.table));
     } else if (table_.empty() || !output_.empty()) {
         LoadOwnModules();
         outputs.push_back(std::make_unique<SoundOutput>(style, output_, labels_));
@@ -210,12 +209,15 @@ void SayCommand::SayAll(std::istream& text, const std::string& name, const Input
         lexicon.emplace(lexiconInput.Stream(), lexiconFile_);
     }
     const PhoneSet phones = ownTable ? PhonesOf(*ownTable) : PhoneSet();
-    UtteranceReader reader(
-        text, name,
-        {.form = form_, .lexicon = lexicon ? &*lexicon : nullptr, .phones = ownTable ? &phones : nullptr});
+    const SpeechStyle style{ownTable ? *ownTable : PhoneTable::English(), ChosenSpeaker(), settings_};
+    UtteranceReader reader(text, name,
+                           {.form = form_,
+                            .meanPitch = style.speaker.f0 * settings_.pitch,
+                            .lexicon = lexicon ? &*lexicon : nullptr,
+                            .phones = ownTable ? &phones : nullptr});
     // Nothing is opened for a text that cannot be said.
     if (!reader.Next()) throw BadInput(name + ": expected something to say, found nothing");
-    const auto outputs = NewOutputs(ownTable ? *ownTable : PhoneTable::English());
+    const auto outputs = NewOutputs(style);
     const bool showsProgress = file != nullptr && !output_.empty() && ProgressBar::IsWanted();
     ProgressBar bar(showsProgress ? file->Size() : 0);
     do {

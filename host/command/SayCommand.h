@@ -16,6 +16,7 @@ namespace larynth {
 
 class InputFile;
 class SpeechOutput;
+struct SpeechStyle;
 
 /// `larynth say`: a text becomes speech.
 class SayCommand {
@@ -35,7 +36,7 @@ class SayCommand {
     std::string TextFile() const;
     Speaker ChosenSpeaker() const;
     void SayAll(std::istream& text, const std::string& name, const InputFile* file) const;
-    std::vector<std::unique_ptr<SpeechOutput>> NewOutputs(const PhoneTable& table) const;
+    std::vector<std::unique_ptr<SpeechOutput>> NewOutputs(const SpeechStyle& style) const;
 
     CLI::App* command_;
     std::vector<std::string> words_;

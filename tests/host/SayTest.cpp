@@ -97,6 +97,8 @@ TEST_F(Say, OptionsReachTheVoice) {
     for (const char* option : {"--voice woman", "--pitch 1.1", "--range 0", "--volume 0.5"}) {
         EXPECT_NE(Raw(option), plain) << option;
     }
+    EXPECT_EQ(Out("larynth say --input ssml '<speak><prosody pitch=\"105Hz\">Hello.</prosody></speak>' -o -"),
+              plain);  // the man's own
     EXPECT_LT(Raw("--rate 350").size(), plain.size() * 3 / 4);
     EXPECT_EQ(Out("larynth say --voices"), "man\nwoman\nwhisper\n");
 }
