@@ -64,6 +64,11 @@ int Run(int argc, char** argv) {
     program.require_subcommand(0, 1);
 #if LARYNTH_SPEECH
     larynth::SayCommand say(program);
+#else
+    const auto refuse = [] {
+        throw larynth::BadInput("say: expected a program that was built with flite and expat");
+    };
+    program.add_subcommand("say", "Left out of this program")->allow_extras()->callback(refuse);
 #endif
     larynth::RenderCommand render(program);
     larynth::AddItemsCommand(program);
