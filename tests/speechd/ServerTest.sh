@@ -38,13 +38,13 @@ trap 'kill %1 2>/dev/null || true' EXIT
 for _ in {1..100}; do [ -S socket ] && break; sleep 0.1; done
 [ -S socket ] || fail "a server"
 
-spd-say -O | grep -qx larynth || fail "the module among the server's"
-spd-say -o larynth -L | grep -q whisper || fail "the speakers among the module's voices"
+spd-say -O | grep -x larynth > /dev/null || fail "the module among the server's"
+spd-say -o larynth -L | grep whisper > /dev/null || fail "the speakers among the module's voices"
 timeout 20 spd-say -o larynth -w "Hello, world." || fail "to be told when it was said"
 short=$(stat -c %s sound.raw)
 [ "$short" -gt 20000 ] || fail "sound of more than 0.6 s, found $short bytes"
 timeout 30 spd-say -o larynth -w -r -50 "Hello, world." || fail "to be told when it was said slowly"
 slow=$(($(stat -c %s sound.raw) - short))
 [ "$slow" -gt $((short * 5 / 4)) ] || fail "slow speech to be longer than $short bytes, found $slow"
-timeout 20 spd-say -o larynth -w -x '<speak>One <mark name="here"/> two.</speak>' | grep -q "'here'" ||
-    fail "to be told of the mark"
+told=$(timeout 20 spd-say -o larynth -w -x '<speak>One <mark name="here"/> two.</speak>' 2>&1)
+[ "$told" = "reached mark 'here'" ] || fail "to be told of the mark, found $told"
