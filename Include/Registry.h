@@ -49,6 +49,12 @@ struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614
 /// E_POINTER.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenRegistry(ILarynthRegistry** ppRegistry);
 
+/// A view of the store that all users share, larynth/registry.db in the system's folder of state (usually
+/// /var/lib), in which a class is looked up when the user's store does not know it. It is used under the same
+/// conditions. Where $LARYNTH_REGISTRY is set, that store alone counts: there the view is empty and cannot be
+/// written. The caller owns the reference. E_POINTER.
+LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenSystemRegistry(ILarynthRegistry** ppRegistry);
+
 /// Loads a module (the path as for LarynthLoadModule) and has it write its classes into the user's store
 /// (takes them out again): all that it writes, in one transaction, or where it fails nothing. Unregistering
 /// creates no store. CO_E_DLLNOTFOUND when it cannot be loaded, CO_E_ERRORINDLL when it does not register

@@ -96,6 +96,8 @@ void ListClasses() {
     ComPtr<ILarynthRegistry> store;
     Check(LarynthOpenRegistry(store.Put()));
     AddRows(*store.Get(), "store", rows);
+    Check(LarynthOpenSystemRegistry(store.Put()));
+    AddRows(*store.Get(), "system", rows);
     WriteToStandardOutput(AlignedText(rows));
 }
 
@@ -103,11 +105,14 @@ void ListClasses() {
 
 void AddItemsCommand(CLI::App& program) {
     program.add_subcommand("items", "List the items of a frame with units and initial values")
+        ->footer("Example:\n  larynth items | grep Hz")
         ->callback(ListItems);
 }
 
 void AddClassesCommand(CLI::App& program) {
-    program.add_subcommand("classes", "List the classes of the loaded modules and of the store")
+    program
+        .add_subcommand("classes", "List the classes of the loaded modules, of the store and of the system's")
+        ->footer("Example:\n  larynth classes | grep TTSVocalTract")
         ->callback(ListClasses);
 }
 

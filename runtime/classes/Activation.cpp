@@ -30,17 +30,24 @@ union Process {
 constinit Process process;
 constexpr auto& offers = process.offers;  // NOLINT(cppcoreguidelines-pro-type-union-access): its only member
 
-/// The class object of a class that the user's registration store knows, from the module that the store
-/// names: it is loaded, and from then on among the modules of the process. CLASS_E_CLASSNOTAVAILABLE when the
-/// store does not know the class. Raises Failure when the store cannot be read, with CO_E_DLLNOTFOUND when
+/// The module of a class in the user's registration store or else in the system's.
+std::optional<std::string> RegisteredModule(const std::string& classText) {
+    const std::string key = "HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32";
+    for (const std::string& file : {UsersStoreFile(), SystemStoreFile()}) {
+        if (auto path = RegistrationStore(file).Value(key, "")) return path;
+    }
+    return std::nullopt;
+}
+
+/// The class object of a class that a registration store knows, from the module that the store
+/// names: it is loaded, and from then on among the modules of the process. CLASS_E_CLASSNOTAVAILABLE when no
+/// store knows the class. Raises Failure when a store cannot be read, with CO_E_DLLNOTFOUND when
 /// the module cannot be loaded and CO_E_ERRORINDLL when it is no component module.
 ///
-/// The store is opened anew each time: this is the last place where a class is looked for.
+/// The stores are opened anew each time: this is the last place where a class is looked for.
 HRESULT GetRegisteredClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     const std::string classText = ClassText(rclsid);
-    const std::optional<std::string> path =
-        RegistrationStore(UsersStoreFile())
-            .Value("HKEY_CLASSES_ROOT\\CLSID\\" + classText + "\\InprocServer32", "");
+    const std::optional<std::string> path = RegisteredModule(classText);
     if (!path) return CLASS_E_CLASSNOTAVAILABLE;
     if (!path->starts_with('/')) {
         throw Failure(CO_E_DLLNOTFOUND, "the registered module of class " + classText + ": " + *path +

@@ -106,6 +106,15 @@ bool RegistrySubstitution::InForce() noexcept { return substitute != nullptr; }
 
 }  // namespace larynth
 
+HRESULT LARYNTH_CALL LarynthOpenSystemRegistry(ILarynthRegistry** ppRegistry) {
+    if (ppRegistry == nullptr) return larynth::Fail(E_POINTER, "null out-pointer");
+    *ppRegistry = nullptr;
+    return larynth::Contained([&] {
+        *ppRegistry = new larynth::RegistryView(larynth::SystemStoreFile());
+        return S_OK;
+    });
+}
+
 HRESULT LARYNTH_CALL LarynthOpenRegistry(ILarynthRegistry** ppRegistry) {
     if (ppRegistry == nullptr) return larynth::Fail(E_POINTER, "null out-pointer");
     *ppRegistry = nullptr;

@@ -43,11 +43,11 @@ void CheckOwner(const path& file, HRESULT code) {
     }
 }
 
-void CreateFolders(const path& folder) {
+void CreateFolders(const path& folder, mode_t mode) {
     std::error_code unclear;
     if (std::filesystem::is_directory(folder, unclear)) return;
-    CreateFolders(folder.parent_path());
-    if (mkdir(folder.c_str(), S_IRWXU) == 0) return;
+    CreateFolders(folder.parent_path(), mode);
+    if (mkdir(folder.c_str(), mode) == 0) return;
     const char* const reason = std::strerror(errno);
     // Another process may have been faster.
     if (!std::filesystem::is_directory(folder, unclear)) Refuse(folder, reason, REGDB_E_WRITEREGDB);
@@ -61,6 +61,10 @@ std::string UsersStoreFile() {
     if (const path data = PathIn("XDG_DATA_HOME"); data.is_absolute()) return data / "larynth/registry.db";
     if (const path home = PathIn("HOME"); !home.empty()) return home / ".local/share/larynth/registry.db";
     return {};
+}
+
+std::string SystemStoreFile() {
+    return PathIn("LARYNTH_REGISTRY").empty() ? LARYNTH_SYSTEM_STORE : std::string();
 }
 
 std::string ExistingStoreFile(const std::string& store, HRESULT code) {
@@ -85,9 +89,10 @@ void CreateStoreFile(const std::string& store) {
                       "set, or do not count because the process runs with more rights than its caller");
     }
     const path folder = path(store).parent_path();
-    CreateFolders(folder);
+    const bool isSystems = store == LARYNTH_SYSTEM_STORE;
+    CreateFolders(folder, isSystems ? 0755 : 0700);
     CheckOwner(folder, REGDB_E_WRITEREGDB);
-    const int file = open(store.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    const int file = open(store.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, isSystems ? 0644 : 0600);
     if (file < 0) Refuse(store, std::strerror(errno), REGDB_E_WRITEREGDB);
     close(file);
 }

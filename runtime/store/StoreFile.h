@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-/// Where the user's registration store is, and who else may have a hand in it: whoever can write a store has
-/// the user's programs load what he likes. The folders further up are the user's own affair.
+/// Where the registration stores are, the user's and the system's, and who else may have a hand in them:
+/// whoever can write a store has the user's programs load what he likes. The folders further up are their
+/// owner's own affair.
 #pragma once
 
 #include <string>
@@ -15,13 +16,17 @@ namespace larynth {
 /// belong.
 std::string UsersStoreFile();
 
+/// Path of the store that all users share, in which a class is looked up behind the user's own. Empty where
+/// LARYNTH_REGISTRY is set: then that store alone counts.
+std::string SystemStoreFile();
+
 /// The file itself, where `store` leads to over links; empty when there is none yet. Raises Failure with
 /// `code` unless the path is absolute and file and folder are such as nobody but the user and root can
 /// change.
 std::string ExistingStoreFile(const std::string& store, HRESULT code);
 
-/// Makes the file, and the folders above it that are missing, for the user alone. Raises Failure with
-/// REGDB_E_WRITEREGDB.
+/// Makes the file, and the folders above it that are missing, for the user alone; the system's store for
+/// everybody to read. Raises Failure with REGDB_E_WRITEREGDB.
 void CreateStoreFile(const std::string& store);
 
 }  // namespace larynth
