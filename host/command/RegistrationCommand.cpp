@@ -70,7 +70,9 @@ void Do(Deed deed, const char* done, const std::vector<std::string>& modules) {
 void Add(CLI::App& program, const char* name, const char* help, Deed deed, const char* done) {
     CLI::App* const command = program.add_subcommand(name, help);
     const auto modules = std::make_shared<std::vector<std::string>>();
-    command->add_option("MODULE", *modules, "Module files; the two that came with this program if none");
+    command->add_option("MODULE", *modules, "Module files; the two that came with this program if none")
+        ->type_name("FILE");
+    command->footer(std::string("Example:\n  larynth ") + name);
     command->callback([=] { Do(deed, done, modules->empty() ? OwnModules() : *modules); });
 }
 

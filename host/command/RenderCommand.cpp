@@ -59,13 +59,15 @@ RenderCommand::RenderCommand(CLI::App& program)
     AddFileOptions();
     AddInputOptions();
     AddSoundOptions();
+    command_->footer("Example:\n  larynth render table.csv -o sound.wav --labels words.txt");
     command_->callback([this] { Run(); });
 }
 
 void RenderCommand::AddFileOptions() {
     command_->add_option("INPUT", input_, "Frame table or packet file; - is standard input")
         ->required()
-        ->check(RefuseNoName);
+        ->check(RefuseNoName)
+        ->type_name("FILE");
     command_
         ->add_option("-o,--output", output_,
                      "Sound, by extension .wav, .flac or .raw; - writes raw samples "

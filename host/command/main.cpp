@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/Files.h"
+#include "host/command/Completion.h"
 #include "host/command/Listings.h"
 #include "host/command/RegistrationCommand.h"
 #include "host/command/RenderCommand.h"
@@ -62,6 +63,9 @@ int Run(int argc, char** argv) {
     CLI::App program("Formant speech synthesizer", "larynth");
     program.set_version_flag("--version", LARYNTH_VERSION);
     program.require_subcommand(0, 1);
+    program.footer(
+        "Example:\n  larynth render table.csv -o sound.wav\n\nlarynth COMMAND --help lists a command's "
+        "options.");
 #if LARYNTH_SPEECH
     larynth::SayCommand say(program);
 #else
@@ -74,6 +78,7 @@ int Run(int argc, char** argv) {
     larynth::AddItemsCommand(program);
     larynth::AddRegistrationCommands(program);
     larynth::AddClassesCommand(program);
+    larynth::AddCompletionCommand(program);
     try {
         program.parse(argc, argv);  // and does what was asked for
     } catch (const CLI::ParseError& error) {

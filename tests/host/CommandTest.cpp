@@ -60,7 +60,7 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     std::filesystem::create_directory(folder_.Path("d.wav"));
     const std::string render = "larynth render t.csv -o ", toWav = render + "o.wav ";
     const std::tuple<int, std::string, std::string> rows[] = {
-        {2, "larynth", "render, items, register, unregister or classes"},
+        {2, "larynth", "render, items, register, unregister, classes or completion"},
         {2, "larynth render t.csv", "output"},
         {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
@@ -281,6 +281,36 @@ TEST_F(Command, ModulesAreRegisteredListedAndUnregistered) {
     for (const std::string deed : {"register", "unregister", "classes"}) {
         EXPECT_THAT(Run("larynth " + deed, 1).err, HasSubstr("store.db: is no registration store")) << deed;
         EXPECT_EQ(folder_.Read("store.db"), "a letter to a friend");
+    }
+}
+
+TEST_F(Command, EachHelpHasExamplesThatWork) {
+    folder_.Write("table.csv", kTable);
+    folder_.Write("book.txt", "Hello.");
+    // But for the one that plays.
+    Run("for command in '' $(larynth --help | sed -n '/^Subc/,/^$/s/^  \\([a-z]*\\) .*/\\1/p'); do "
+        "larynth $command --help | sed -n 's/^  larynth/larynth/p' | grep -v 'world.\"$' >run; "
+        "test -s run && bash -e run >out || { echo $command >&2; exit 1; }; done");
+}
+
+TEST_F(Command, BashCompletesWhatTheCommandHas) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"re", "render register"},
+        {"render --s", "--sample-freq --seed --source"},
+        {"render t", "t.csv"},
+        {"render --tract ''", "resonator filter"},
+        {"render --source s", "standard"},
+        {"render t.csv -o t", "t.csv"},
+        {"render --seed ''", ""},
+        {"items t", ""},
+        {"items -", "-h --help"},
+        {"completion z", "zsh"},
+    };
+    for (const auto& [words, replies] : rows) {
+        folder_.Write("ask",
+                      "source <(larynth completion bash)\nCOMP_WORDS=(larynth " + words +
+                          ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_larynth\necho \"${COMPREPLY[*]}\"");
+        EXPECT_EQ(Run("bash ask").out, replies + '\n') << words;
     }
 }
 
