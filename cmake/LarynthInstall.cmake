@@ -1,24 +1,32 @@
 # SPDX-License-Identifier: MIT
-# What is installed. The tree can be moved as a whole: every path in it is relative.
+# What is installed, by components: Runtime, Command, Development, SpeechModule. The tree can be moved as a whole: every
+# path in it is relative.
 
 file(RELATIVE_PATH lib_from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 set_target_properties(larynth_command PROPERTIES INSTALL_RPATH "\$ORIGIN/${lib_from_bin}")
-set_target_properties(larynth_module larynth_companion PROPERTIES INSTALL_RPATH "\$ORIGIN/..")
+set_target_properties(larynth_module larynth_companion larynth_register_modules PROPERTIES INSTALL_RPATH "\$ORIGIN/..")
 set_target_properties(larynth_runtime PROPERTIES EXPORT_NAME Larynth)
 set_target_properties(larynth_interfaces PROPERTIES EXPORT_NAME Interfaces)
 
-install(DIRECTORY Include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth FILES_MATCHING PATTERN "*.h"
-  PATTERN ModuleRuntime.h EXCLUDE)
-install(FILES engine/Exception.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth/engine)
-install(TARGETS larynth_command RUNTIME)
-install(TARGETS larynth_module larynth_companion LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth)
-install(TARGETS larynth_runtime larynth_interfaces EXPORT LarynthTargets LIBRARY)
+install(TARGETS larynth_command RUNTIME COMPONENT Command)
+install(TARGETS larynth_module larynth_companion LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth COMPONENT Runtime)
+install(TARGETS larynth_register_modules RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth COMPONENT Runtime)
+install(TARGETS larynth_runtime larynth_interfaces EXPORT LarynthTargets
+  LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development)
+
+# For programs that use it.
+install(DIRECTORY Include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth COMPONENT Development
+  FILES_MATCHING PATTERN "*.h" PATTERN ModuleRuntime.h EXCLUDE)
+install(FILES engine/Exception.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth/engine COMPONENT Development)
+install(FILES ${PROJECT_BINARY_DIR}/module/LarynthLib.tlb DESTINATION ${CMAKE_INSTALL_DATADIR}/larynth
+  COMPONENT Development)
 
 # find_package(Larynth CONFIG)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Larynth)
-install(EXPORT LarynthTargets NAMESPACE Larynth:: FILE LarynthConfig.cmake DESTINATION ${package_dir})
+install(EXPORT LarynthTargets NAMESPACE Larynth:: FILE LarynthConfig.cmake DESTINATION ${package_dir}
+  COMPONENT Development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/LarynthConfigVersion.cmake COMPATIBILITY SameMinorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/LarynthConfigVersion.cmake DESTINATION ${package_dir})
+install(FILES ${PROJECT_BINARY_DIR}/LarynthConfigVersion.cmake DESTINATION ${package_dir} COMPONENT Development)
 
 # pkg-config
 set(pc_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
@@ -27,4 +35,4 @@ string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 file(RELATIVE_PATH include_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 file(RELATIVE_PATH lib_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 configure_file(cmake/larynth.pc.in ${PROJECT_BINARY_DIR}/larynth.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/larynth.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/larynth.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
