@@ -297,9 +297,9 @@ TEST_F(Command, BashCompletesWhatTheCommandHas) {
     const std::pair<std::string, std::string> rows[] = {
         {"re", "render register"},
         {"render --s", "--sample-freq --seed --source"},
-        {"render t", "t.csv"},
+        {"render --verbose t", "t.csv"},
         {"render --tract ''", "resonator filter"},
-        {"render --source s", "standard"},
+        {"render --source ''", "standard wave:"},
         {"render t.csv -o t", "t.csv"},
         {"render --seed ''", ""},
         {"items t", ""},
