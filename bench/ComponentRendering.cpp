@@ -2,8 +2,6 @@
 #include "bench/ComponentRendering.h"
 
 #include "bench/ForwardingOuter.h"
-#include "host/Errors.h"
-#include "host/Voice.h"
 
 namespace larynth::bench {
 namespace {

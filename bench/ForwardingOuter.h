@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <larynth/ComPtr.h>
+#include <larynth/Speech.h>
 
-#include "host/ClientObject.h"
-#include "host/Errors.h"
+#include "face/ClientObject.h"
 
 namespace larynth::bench {
 

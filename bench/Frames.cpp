@@ -2,9 +2,8 @@
 #include "bench/Frames.h"
 
 #include <algorithm>
-#include <fstream>
 
-#include "host/tables/FrameTable.h"
+#include <larynth/Speech.h>
 
 namespace larynth::bench {
 namespace {
@@ -23,50 +22,39 @@ const Values kTheRest = {{"AH", 40.0},    {"AF", 200.0},  {"AB", 0.1},    {"TL",
                          {"PF3", 2500.0}, {"PG3", 0.3},   {"PG4", 0.4},   {"PF4", 3400.0}, {"PG5", 0.3},
                          {"PF5", 4200.0}, {"PG6", 0.2}};
 
-/// What a new packet holds.
-PlainFrame NewFrame(const ItemVocabulary& vocabulary, double sampleFreq) {
-    PlainFrame frame{{}, sampleFreq, 0};
-    for (std::size_t i = 0; i < kItems; ++i) frame.items[i] = vocabulary.Items().at(i).initial;
-    return frame;
+PlainFrame Plain(const KlattFrame& frame, double sampleFreq) {
+    PlainFrame plain{{}, sampleFreq, frame.length};
+    std::ranges::transform(FrameItems(), plain.items,
+                           [&](const FrameItem& item) { return frame.*item.value; });
+    return plain;
 }
 
-std::size_t IndexOf(const ItemVocabulary& vocabulary, std::string_view name) {
-    return static_cast<std::size_t>(vocabulary.IndexOf(name).value());
+void Set(KlattFrame& frame, const Values& values) {
+    for (const auto& [name, value] : values) frame[name] = value;
 }
 
 }  // namespace
 
 std::vector<PlainFrame> VowelFrames(const FrameKind& kind, int length, int count) {
-    const auto vocabulary = ItemVocabulary::OfNewPacket();
-    PlainFrame frame = NewFrame(vocabulary, kSampleFreq);
-    frame.length = length;
-    for (const auto& [name, value] : kVowel) frame.items[IndexOf(vocabulary, name)] = value;
-    if (kind.everything) {
-        for (const auto& [name, value] : kTheRest) frame.items[IndexOf(vocabulary, name)] = value;
-    }
-    std::vector<PlainFrame> frames(static_cast<std::size_t>(count), frame);
+    KlattFrame vowel;
+    vowel.length = length;
+    Set(vowel, kVowel);
+    if (kind.everything) Set(vowel, kTheRest);
+    std::vector<PlainFrame> frames;
     for (int i = 0; i < count; ++i) {
-        double* const items = frames[static_cast<std::size_t>(i)].items;
-        items[F0] += i % 20;
-        items[IndexOf(vocabulary, "F1")] += 5 * (i % 30);
-        items[IndexOf(vocabulary, "F2")] -= 10 * (i % 40);
+        KlattFrame frame = vowel;
+        frame.F0 += i % 20;
+        frame.F1 += 5 * (i % 30);
+        frame.F2 -= 10 * (i % 40);
+        frames.push_back(Plain(frame, kSampleFreq));
     }
     return kind.flutter ? WithFlutter(std::move(frames)) : frames;
 }
 
 std::vector<PlainFrame> TableFrames(const char* path) {
-    const auto vocabulary = ItemVocabulary::OfNewPacket();
-    std::ifstream file(path);
-    FrameTableParser table(file, path, vocabulary, {});
+    const KlattUtterance utterance = ReadUtterance(path);
     std::vector<PlainFrame> frames;
-    while (table.Next()) {
-        PlainFrame frame = NewFrame(vocabulary, table.SampleFreq());
-        frame.length = table.Frame().length;
-        for (std::size_t i = 0; i < table.ItemIndices().size(); ++i) {
-            frame.items[static_cast<std::size_t>(table.ItemIndices()[i])] = table.Frame().values[i];
-        }
-        frames.push_back(frame);
-    }
+    for (const KlattFrame& frame : utterance.frames) frames.push_back(Plain(frame, utterance.sampleFreq));
     return frames;
 }
 

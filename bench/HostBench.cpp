@@ -2,9 +2,10 @@
 /// What a host pays beside rendering: for objects, and for the first sound.
 #include <benchmark/benchmark.h>
 
+#include <larynth/Speech.h>
+
 #include "bench/ComponentRendering.h"
 #include "bench/Frames.h"
-#include "host/Errors.h"
 
 namespace larynth::bench {
 namespace {

@@ -4,6 +4,8 @@
 #include <exception>
 #include <vector>
 
+#include <larynth/Speech.h>
+
 #include "bench/Case.h"
 #include "bench/ComparisonBench.h"
 #include "bench/CountedRun.h"
@@ -11,7 +13,6 @@
 #include "bench/ResultTables.h"
 #include "bench/SampleCheck.h"
 #include "bench/ThreadsBench.h"
-#include "host/OwnModules.h"
 
 namespace larynth::bench {
 namespace {
@@ -57,7 +58,7 @@ int RunBenchmarks(int argc, char** argv, const std::vector<Case>& cases) {
 }
 
 int Run(int argc, char** argv) {
-    LoadOwnModules();
+    LoadModules();
     const std::vector<Case> cases = AllCases();
     if (const auto counted = ParseCountedRun(argc, argv)) {
         std::printf("%zu\n", MakeCountedRun(*counted, cases));

@@ -5,13 +5,14 @@
 file(RELATIVE_PATH lib_from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 set_target_properties(larynth_command PROPERTIES INSTALL_RPATH "\$ORIGIN/${lib_from_bin}")
 set_target_properties(larynth_module larynth_companion larynth_register_modules PROPERTIES INSTALL_RPATH "\$ORIGIN/..")
+set_target_properties(larynth_face PROPERTIES INSTALL_RPATH "\$ORIGIN" EXPORT_NAME Speech)
 set_target_properties(larynth_runtime PROPERTIES EXPORT_NAME Larynth)
 set_target_properties(larynth_interfaces PROPERTIES EXPORT_NAME Interfaces)
 
 install(TARGETS larynth_command RUNTIME COMPONENT Command)
 install(TARGETS larynth_module larynth_companion LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth COMPONENT Runtime)
 install(TARGETS larynth_register_modules RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth COMPONENT Runtime)
-install(TARGETS larynth_runtime larynth_interfaces EXPORT LarynthTargets
+install(TARGETS larynth_face larynth_runtime larynth_interfaces EXPORT LarynthTargets
   LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development)
 
 # For programs that use it.
@@ -34,5 +35,7 @@ file(RELATIVE_PATH prefix_from_pc ${pc_dir} ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 file(RELATIVE_PATH include_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 file(RELATIVE_PATH lib_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
-configure_file(cmake/larynth.pc.in ${PROJECT_BINARY_DIR}/larynth.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/larynth.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+foreach(package larynth larynth-speech)
+  configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+endforeach()

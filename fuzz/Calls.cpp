@@ -13,7 +13,6 @@
 #include <larynth/Larynth.h>
 
 #include "fuzz/HostFile.h"
-#include "host/Voice.h"
 #include "tests/support/BadPointer.h"
 
 namespace {
@@ -245,7 +244,7 @@ void Calls::Do() try {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    [[maybe_unused]] static const bool loaded = (larynth::LoadOwnModules(), true);
+    [[maybe_unused]] static const bool loaded = (larynth::LoadModules(), true);
     { const Calls calls({data, std::min<std::size_t>(size, 400)}); }
     Expect(Partners::alive == 0);
     return 0;

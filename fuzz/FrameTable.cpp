@@ -3,20 +3,15 @@
 #include <cmath>
 
 #include "fuzz/HostFile.h"
-#include "host/Frames.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace larynth;
     ReadHostFile(data, size, [](std::istream& file) {
-        static const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
-        TableReader frames(file, "file", vocabulary, {});
+        FrameReader frames(file, "file");
         while (frames.Next()) {
-            Expect(frames.Length() >= 0 && frames.Length() <= FrameTableParser::kMaxFrameLen);
+            Expect(frames.Frame().length >= 0 && frames.Frame().length <= kMaxFrameLen);
             Expect(std::isnormal(frames.SampleFreq()) && frames.SampleFreq() > 0.0);
             Expect(IsUtf8(frames.Marker()) && FindControl(frames.Marker()) == std::string::npos);
-            int length = -1;
-            frames.MakePacket()->GetFrameLen(&length);
-            Expect(length == frames.Length());
         }
     });
     return 0;

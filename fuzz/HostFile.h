@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "host/OwnModules.h"
-#include "host/Synthesizer.h"
+#include <larynth/Speech.h>
+
 #include "input/Text.h"
 
 namespace larynth {
@@ -21,12 +21,11 @@ inline void Expect(bool holds) {
 /// terminal may get; a failure behind the reading is the components' to tell.
 template <class Read>
 void ReadHostFile(const std::uint8_t* data, std::size_t size, Read read) {
-    [[maybe_unused]] static const bool loaded = (LoadOwnModules(), true);
     const std::string text(reinterpret_cast<const char*>(data), size);
     std::istringstream file(text);
     try {
         read(file);
-    } catch (const BadInput& error) {
+    } catch (const InputError& error) {
         long line = 1, column = 1;
         const int found = std::sscanf(error.what(), "file:%ld:%ld: expected ", &line, &column);
         Expect(found == 2 || std::string_view(error.what()).starts_with("file: expected "));
@@ -40,9 +39,9 @@ void ReadHostFile(const std::uint8_t* data, std::size_t size, Read read) {
 
 /// Renders some samples of a new packet.
 inline void Speak(const SynthesizerSettings& settings) {
-    ComPtr<ILarynthParams> packet;
-    Expect(SUCCEEDED(packet.Create(CLSID_LarynthParams)) && SUCCEEDED(packet->SetFrameLen(50)));
-    Expect(Synthesizer(settings, 11025.0).Render(packet.Get()).size() == 50);
+    KlattFrame frame;
+    frame.length = 50;
+    Expect(Synthesizer(settings).Render(frame).size() == 50);
 }
 
 }  // namespace larynth

@@ -78,7 +78,8 @@ Character FirstCharacter(std::string_view text) {
 
 BadInput::BadInput(const TextPosition& where, const std::string& expected)
     : std::runtime_error(where.file + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) +
-                         ": expected " + expected) {}
+                         ": expected " + expected),
+      where_(where) {}
 
 bool TextLines::Next() {
     ++number_;

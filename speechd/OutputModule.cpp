@@ -5,8 +5,9 @@
 #include <exception>
 #include <utility>
 
+#include <larynth/Speech.h>
+
 #include "host/Files.h"
-#include "host/OwnModules.h"
 #include "input/BadInput.h"
 #include "input/Text.h"
 
@@ -62,7 +63,7 @@ void OutputModule::ReadConfiguration() {
 }
 
 OutputModule::Next OutputModule::Initialize() try {
-    LoadOwnModules();
+    LoadModules();
     ReadConfiguration();
     speaking_ = std::make_unique<SpeakingThread>(PhoneTable::English(), output_);
     output_.Send("299-Larynth: formant synthesis, English\n299 OK LOADED SUCCESSFULLY");

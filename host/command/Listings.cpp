@@ -3,16 +3,16 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <larynth/ComPtr.h>
 #include <larynth/Registry.h>
+#include <larynth/Speech.h>
 
-#include "host/Errors.h"
 #include "host/Files.h"
-#include "host/OwnModules.h"
-#include "host/tables/ItemVocabulary.h"
+#include "host/command/Options.h"
 #include "input/Text.h"
 
 namespace larynth {
@@ -39,15 +39,11 @@ std::string AlignedText(const Rows& rows) {
 
 constexpr char kClasses[] = "HKEY_CLASSES_ROOT\\CLSID";
 
-void Check(HRESULT hr) {
-    if (FAILED(hr)) RaiseLastError();
-}
-
 /// Empty where there is none.
 std::string Value(ILarynthRegistry& registry, const std::string& key, const char* name) {
     LPCSTR value = "";
     const HRESULT hr = registry.GetValue(key.c_str(), name, &value);
-    if (hr != REGDB_E_KEYMISSING) Check(hr);
+    if (hr != REGDB_E_KEYMISSING) RequireRuntime(hr);
     return value;
 }
 
@@ -58,7 +54,7 @@ std::vector<std::string> ClassesIn(ILarynthRegistry& registry) {
     while (SUCCEEDED(hr = registry.GetSubkey(kClasses, static_cast<int>(classes.size()), &name))) {
         classes.emplace_back(name);
     }
-    if (hr != REGDB_E_KEYMISSING) Check(hr);
+    if (hr != REGDB_E_KEYMISSING) RequireRuntime(hr);
     return classes;
 }
 
@@ -74,29 +70,62 @@ void AddRows(ILarynthRegistry& registry, const char* source, Rows& rows) {
     }
 }
 
-void ListItems() {
-    LoadOwnModules();
-    const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
+Rows ItemRows() {
+    LoadModules();
+    ComPtr<ITTSDoublePacket> packet;
+    Require(packet.Create(CLSID_LarynthParams), "create a packet");
+    const KlattFrame newFrame;
     Rows rows{{"index", "ID", "name", "unit", "initial", "meaning"}};
-    for (const Item& item : vocabulary.Items()) {
-        const auto [unit, text] = MeaningOf(item.name);
-        rows.push_back({std::to_string(rows.size() - 1), std::to_string(item.id), item.name,
-                        std::string(unit), ShortestText(item.initial), std::string(text)});
+    for (const FrameItem& item : FrameItems()) {
+        const int index = static_cast<int>(rows.size()) - 1;
+        int id = 0;
+        Require(packet->GetIDFromIndex(index, &id), "read an item's ID");
+        rows.push_back({std::to_string(index), std::to_string(id), std::string(item.name),
+                        std::string(item.unit), ShortestText(newFrame.*item.value),
+                        std::string(item.meaning)});
     }
-    WriteToStandardOutput(AlignedText(rows));
+    return rows;
+}
+
+// Fields with a comma stand in quotation marks (RFC 4180); there is none with a quotation mark.
+std::string CsvText(const Rows& rows) {
+    std::string text;
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const bool quoted = row[i].find(',') != std::string::npos;
+            text += (i > 0 ? "," : "") + (quoted ? '"' + row[i] + '"' : row[i]);
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+// An array of objects, one a line, whose keys stand in the first row. No field needs an escape.
+std::string JsonText(const Rows& rows) {
+    std::string text = "[";
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        text += i > 1 ? ",\n " : "\n ";
+        for (std::size_t k = 0; k < rows[i].size(); ++k) {
+            const bool isText = !ParseNumber(rows[i][k]);
+            text += (k > 0 ? ", \"" : "{\"") + rows[0][k] +
+                    "\": " + (isText ? '"' + rows[i][k] + '"' : rows[i][k]);
+        }
+        text += '}';
+    }
+    return text + "\n]\n";
 }
 
 void ListClasses() {
     Rows rows{{"source", "class", "ProgID", "description", "threading", "module"}};
-    for (const std::string& module : OwnModules()) {
+    for (const std::string& module : ModulePaths()) {
         ComPtr<ILarynthRegistry> described;
-        Check(LarynthDescribeModule(module.c_str(), described.Put()));
+        RequireRuntime(LarynthDescribeModule(module.c_str(), described.Put()));
         AddRows(*described.Get(), "loaded", rows);
     }
     ComPtr<ILarynthRegistry> store;
-    Check(LarynthOpenRegistry(store.Put()));
+    RequireRuntime(LarynthOpenRegistry(store.Put()));
     AddRows(*store.Get(), "store", rows);
-    Check(LarynthOpenSystemRegistry(store.Put()));
+    RequireRuntime(LarynthOpenSystemRegistry(store.Put()));
     AddRows(*store.Get(), "system", rows);
     WriteToStandardOutput(AlignedText(rows));
 }
@@ -104,9 +133,21 @@ void ListClasses() {
 }  // namespace
 
 void AddItemsCommand(CLI::App& program) {
-    program.add_subcommand("items", "List the items of a frame with units and initial values")
-        ->footer("Example:\n  larynth items | grep Hz")
-        ->callback(ListItems);
+    CLI::App* const command =
+        program.add_subcommand("items", "List the items of a frame with units and initial values");
+    command->footer("Example:\n  larynth items | grep Hz");
+    const auto format = std::make_shared<std::string>("text");
+    command->add_option("--format", *format, "How they are listed (default text)")
+        ->type_name("text|csv|json");
+    command->callback([format] {
+        if (*format != "text" && *format != "csv" && *format != "json") {
+            Refuse("--format", "text, csv or json", *format);
+        }
+        const Rows rows = ItemRows();
+        WriteToStandardOutput(*format == "text"  ? AlignedText(rows)
+                              : *format == "csv" ? CsvText(rows)
+                                                 : JsonText(rows));
+    });
 }
 
 void AddClassesCommand(CLI::App& program) {

@@ -11,10 +11,9 @@
 #include <thread>
 
 #include <larynth/Registry.h>
+#include <larynth/Speech.h>
 
-#include "host/Errors.h"
 #include "host/Files.h"
-#include "host/OwnModules.h"
 #include "host/command/Terminal.h"
 #include "input/BadInput.h"
 
@@ -62,7 +61,7 @@ void Do(Deed deed, const char* done, const std::vector<std::string>& modules) {
         if (hr == CO_E_DLLNOTFOUND || hr == CO_E_ERRORINDLL) {
             throw BadInput(std::string("expected a component module: ") + LarynthLastError());
         }
-        if (hr != S_OK) RaiseLastError();  // S_FALSE: something could not be unregistered
+        if (hr != S_OK) throw Error(hr, LarynthLastError());  // S_FALSE: something could not be unregistered
         WriteToStandardOutput(std::string(done) + ' ' + module + '\n');
     }
 }
@@ -73,7 +72,7 @@ void Add(CLI::App& program, const char* name, const char* help, Deed deed, const
     command->add_option("MODULE", *modules, "Module files; the two that came with this program if none")
         ->type_name("FILE");
     command->footer(std::string("Example:\n  larynth ") + name);
-    command->callback([=] { Do(deed, done, modules->empty() ? OwnModules() : *modules); });
+    command->callback([=] { Do(deed, done, modules->empty() ? ModulePaths() : *modules); });
 }
 
 }  // namespace

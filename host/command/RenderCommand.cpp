@@ -4,10 +4,7 @@
 #include <chrono>
 #include <limits>
 
-#include <larynth/Runtime.h>
-
 #include "host/Files.h"
-#include "host/OwnModules.h"
 #include "host/command/Options.h"
 #include "host/command/Terminal.h"
 #include "input/Text.h"
@@ -15,7 +12,6 @@
 namespace larynth {
 namespace {
 
-constexpr std::size_t kMostVoiceBytes = 64 << 20;
 constexpr std::int64_t kMostSeed = std::numeric_limits<std::uint32_t>::max();
 
 // The file of "wave:FILE"; nothing for the standard source.
@@ -32,16 +28,25 @@ TractForm ParseTract(const std::string& text) {
     Refuse("--tract", "resonator or filter", text);
 }
 
+RenderCommand::InputForm ParseInputForm(const std::string& text) {
+    using Form = RenderCommand::InputForm;
+    for (const auto& [name, form] :
+         {std::pair{"table", Form::Table}, {"targets", Form::Targets}, {"packets", Form::Packets}}) {
+        if (text == name) return form;
+    }
+    Refuse("--input", "table, targets or packets", text);
+}
+
 /// All frames into the audio file and, where there is one, the label file. The place of the first frame after
 /// which the sound is not finite, which the samples do not show; empty: none.
-std::string RenderFrames(FrameReader& frames, Synthesizer& synthesizer, std::uint64_t frameCount,
+std::string RenderFrames(RenderInput& frames, Synthesizer& synthesizer, std::uint64_t frameCount,
                          AudioFile& audio, LabelFile* labels) {
     ProgressBar bar(ProgressBar::IsWanted() ? frameCount : 0);
     std::uint64_t samples = 0, count = 0;
     std::string notFinite;
     while (frames.Next()) {
         if (labels != nullptr && !frames.Marker().empty()) labels->Add(samples, frames.Marker());
-        const std::span<const short> rendered = synthesizer.Render(frames.MakePacket().Get());
+        const std::span<const std::int16_t> rendered = frames.Render(synthesizer);
         audio.Append(rendered);
         samples += rendered.size();
         if (notFinite.empty() && !synthesizer.IsFinite()) notFinite = frames.Place();
@@ -55,7 +60,7 @@ std::string RenderFrames(FrameReader& frames, Synthesizer& synthesizer, std::uin
 }  // namespace
 
 RenderCommand::RenderCommand(CLI::App& program)
-    : command_(program.add_subcommand("render", "Turn a frame table or a packet file into sound")) {
+    : command_(program.add_subcommand("render", "Turn a frame table, targets or a packet file into sound")) {
     AddFileOptions();
     AddInputOptions();
     AddSoundOptions();
@@ -64,7 +69,7 @@ RenderCommand::RenderCommand(CLI::App& program)
 }
 
 void RenderCommand::AddFileOptions() {
-    command_->add_option("INPUT", input_, "Frame table or packet file; - is standard input")
+    command_->add_option("INPUT", input_, "Frame table, targets or packet file; - is standard input")
         ->required()
         ->check(RefuseNoName)
         ->type_name("FILE");
@@ -82,20 +87,14 @@ void RenderCommand::AddFileOptions() {
 }
 
 void RenderCommand::AddInputOptions() {
-    const auto frameLen = [](const std::string& text) {
-        return ParseInteger(text, 0, FrameTableParser::kMaxFrameLen);
-    };
+    const auto frameLen = [](const std::string& text) { return ParseInteger(text, 0, kMaxFrameLen); };
     command_
         ->add_option_function<std::string>(
-            "--input",
-            [this](const std::string& text) {
-                if (text != "table" && text != "packets") Refuse("--input", "table or packets", text);
-                inputForm_ = text == "table" ? InputForm::Table : InputForm::Packets;
-            },
+            "--input", [this](const std::string& text) { inputForm_ = ParseInputForm(text); },
             "What INPUT is (default table)")
-        ->type_name("table|packets");
+        ->type_name("table|targets|packets");
     AddNumber(*command_, "--frame-len", defaults_.frameLen, frameLen, "a whole number from 0 to 1000000",
-              "Samples of a frame, where the input has no FrameLen")
+              "Samples of a frame, where the input has no FrameLen (from targets 5 ms)")
         ->type_name("N");
     AddNumber(*command_, "--sample-freq", defaults_.sampleFreq, ParseSampleFreq, kSampleFreqRange,
               "Sample frequency, where the input has no SampleFreq (default 11025)")
@@ -109,7 +108,7 @@ void RenderCommand::AddSoundOptions() {
     AddNumber(*command_, "--output-gain", settings_.outputGain, ParseNumber, "a number",
               "Linear factor on the sum of both tracts")
         ->type_name("X");
-    AddNumber(*command_, "--seed", seed_, seed, "a whole number from 0 to 4294967295",
+    AddNumber(*command_, "--seed", settings_.seed, seed, "a whole number from 0 to 4294967295",
               "State of the noise generator at the start (default 1)")
         ->type_name("N");
     command_
@@ -131,16 +130,14 @@ void RenderCommand::Run() const {
     const auto start = std::chrono::steady_clock::now();
     const AudioFormat format = AudioFormatOfOutput(output_);
     RequireOwnFiles();
-    LoadOwnModules();
     if (inputForm_ == InputForm::Packets && defaults_.frameLen) {
         Say("--frame-len does not apply to packets: their conversion sets it");
     }
     // Read twice: the first time finds what is wrong, and how long the sound will be.
     InputFile input = InputFile::FromArgument(input_);
-    const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
-    const Extent extent = ExtentOf(*NewReader(input, vocabulary));
+    const Extent extent = ExtentOf(*NewInput(input));
     input.Rewind();
-    Render(*NewReader(input, vocabulary), extent, format);
+    Render(*NewInput(input), extent, format);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
     if (verbose_ || ProgressBar::IsWanted()) Summarize(extent, taken.count());
 }
@@ -154,31 +151,29 @@ void RenderCommand::RequireOwnFiles() const {
     if (!labels_.empty()) files.AddOutput("--labels", "the labels", labels_);
 }
 
-std::unique_ptr<FrameReader> RenderCommand::NewReader(InputFile& file,
-                                                      const ItemVocabulary& vocabulary) const {
-    if (inputForm_ == InputForm::Table) {
-        return std::make_unique<TableReader>(file.Stream(), file.Name(), vocabulary, defaults_);
+std::unique_ptr<RenderInput> RenderCommand::NewInput(InputFile& file) const {
+    if (inputForm_ == InputForm::Packets) {
+        return std::make_unique<PacketInput>(file.Stream(), file.Name(), defaults_.sampleFreq);
     }
-    return std::make_unique<PacketReader>(file.Stream(), file.Name(), defaults_.sampleFreq);
+    const FrameForm form = inputForm_ == InputForm::Table ? FrameForm::Table : FrameForm::Targets;
+    return std::make_unique<FrameInput>(FrameReader(file.Stream(), file.Name(), form, defaults_));
 }
 
-SynthesizerSettings RenderCommand::ReadSettings() const {
+SynthesizerSettings RenderCommand::ReadSettings(double sampleFreq) const {
     SynthesizerSettings settings = settings_;
-    if (voiceFile_) {
-        settings.voice = ParseVoice(InputFile(*voiceFile_).ReadAll(kMostVoiceBytes), *voiceFile_);
-    }
-    if (waveFile_) settings.wave = ParseWaveform(InputFile(*waveFile_).Stream(), *waveFile_);
+    settings.sampleFreq = sampleFreq;
+    if (voiceFile_) settings.voice = ReadVoice(*voiceFile_);
+    if (waveFile_) settings.wave = ReadWaveform(*waveFile_);
     return settings;
 }
 
-void RenderCommand::Render(FrameReader& frames, const Extent& extent, AudioFormat format) const {
+void RenderCommand::Render(RenderInput& frames, const Extent& extent, AudioFormat format) const {
     const int headerRate = HeaderRate(format, extent.sampleFreq);
     if (format != AudioFormat::Raw && headerRate != extent.sampleFreq) {
         Say("the file says " + std::to_string(headerRate) + " Hz for a sample frequency of " +
             ShortestText(extent.sampleFreq) + " Hz");
     }
-    Synthesizer synthesizer(ReadSettings(), extent.sampleFreq);
-    if (seed_) LarynthSeedNoise(*seed_);
+    Synthesizer synthesizer(ReadSettings(extent.sampleFreq));
     OutputFile audioOutput(output_, AudioFile::AccessFor(format));
     AudioFile audio(audioOutput, format, headerRate, extent.samples);
     std::optional<OutputFile> labelOutput;

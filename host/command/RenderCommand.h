@@ -6,9 +6,10 @@
 #include <optional>
 #include <string>
 
-#include "host/Frames.h"
-#include "host/Synthesizer.h"
+#include <larynth/Speech.h>
+
 #include "host/audio/Sound.h"
+#include "host/command/RenderInput.h"
 
 namespace CLI {
 class App;
@@ -25,17 +26,17 @@ class RenderCommand {
     RenderCommand(const RenderCommand&) = delete;
     RenderCommand& operator=(const RenderCommand&) = delete;
 
-  private:
-    enum class InputForm { Table, Packets };
+    enum class InputForm { Table, Targets, Packets };
 
+  private:
     void AddFileOptions();
     void AddInputOptions();
     void AddSoundOptions();
     void Run() const;
     void RequireOwnFiles() const;
-    std::unique_ptr<FrameReader> NewReader(InputFile& file, const ItemVocabulary& vocabulary) const;
-    SynthesizerSettings ReadSettings() const;
-    void Render(FrameReader& frames, const Extent& extent, AudioFormat format) const;
+    std::unique_ptr<RenderInput> NewInput(InputFile& file) const;
+    SynthesizerSettings ReadSettings(double sampleFreq) const;
+    void Render(RenderInput& frames, const Extent& extent, AudioFormat format) const;
     void Summarize(const Extent& extent, double seconds) const;
 
     CLI::App* command_;
@@ -43,11 +44,10 @@ class RenderCommand {
     std::string output_;
     std::string labels_;  // empty: none wanted
     InputForm inputForm_ = InputForm::Table;
-    FrameTableDefaults defaults_;
+    FrameDefaults defaults_;
     std::optional<std::string> voiceFile_;
     std::optional<std::string> waveFile_;
     SynthesizerSettings settings_;  // the files of voice and wave are not read yet
-    std::optional<std::uint32_t> seed_;
     bool verbose_ = false;
 };
 

@@ -5,7 +5,8 @@
 #include <map>
 #include <sstream>
 
-#include "host/OwnModules.h"
+#include <larynth/Speech.h>
+
 #include "host/command/Options.h"
 #include "host/command/SpeechOutputs.h"
 #include "host/command/Terminal.h"
@@ -194,7 +195,7 @@ std::vector<std::unique_ptr<SpeechOutput>> SayCommand::NewOutputs(const SpeechSt
     if (listsPhones_) {
         outputs.push_back(std::make_unique<PhoneList>(style.table));
     } else if (table_.empty() || !output_.empty()) {
-        LoadOwnModules();
+        LoadModules();
         outputs.push_back(std::make_unique<SoundOutput>(style, output_, labels_));
     }
     return outputs;

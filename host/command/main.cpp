@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include <larynth/Speech.h>
+
 #include "host/Files.h"
 #include "host/command/Completion.h"
 #include "host/command/Listings.h"
@@ -97,6 +99,8 @@ int main(int argc, char** argv) {
     try {
         return Run(argc, argv);
     } catch (const larynth::BadInput& error) {
+        return Report(kBadInput, error.what());
+    } catch (const larynth::InputError& error) {
         return Report(kBadInput, error.what());
     } catch (const std::bad_alloc&) {
         std::fputs("larynth: out of memory\n", stderr);

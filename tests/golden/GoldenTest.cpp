@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/Files.h"
-#include "host/Frames.h"
-#include "host/Synthesizer.h"
+#include "host/command/RenderInput.h"
+#include "input/Text.h"
 #include "tests/support/ForwardingOuter.h"
 
 namespace larynth {
@@ -40,19 +40,19 @@ std::vector<GoldenCase> AllCases() {
     return cases;
 }
 
-std::unique_ptr<FrameReader> ReaderOf(const GoldenCase& row, std::istream& input) {
-    static const ItemVocabulary vocabulary = ItemVocabulary::OfNewPacket();
-    if (row.kind == "packets") return std::make_unique<PacketReader>(input, row.input, std::nullopt);
-    return std::make_unique<TableReader>(input, row.input, vocabulary, FrameTableDefaults{});
+std::unique_ptr<RenderInput> InputOf(const GoldenCase& row, std::istream& input) {
+    if (row.kind == "packets") return std::make_unique<PacketInput>(input, row.input, std::nullopt);
+    return std::make_unique<FrameInput>(FrameReader(input, row.input));
 }
 
 SynthesizerSettings SettingsOf(const GoldenCase& row) {
-    SynthesizerSettings settings;
+    SynthesizerSettings settings{.seed = 1};
     for (std::size_t i = 0; i + 1 < row.options.size(); i += 2) {
         const std::string& option = row.options[i];
         const std::string& value = row.options[i + 1];
         if (option == "--volume") settings.volume = ParseNumber(value).value();
         if (option == "--output-gain") settings.outputGain = ParseNumber(value).value();
+        if (option == "--seed") settings.seed = static_cast<std::uint32_t>(std::stoul(value));
         if (option == "--tract") settings.tract = TractForm::Filter;
         if (option == "--voice") settings.voice = ParseVoice(Content(value), value);
         if (option == "--source") {
@@ -63,40 +63,28 @@ SynthesizerSettings SettingsOf(const GoldenCase& row) {
     return settings;
 }
 
-unsigned SeedOf(const GoldenCase& row) {
-    const auto seed = std::find(row.options.begin(), row.options.end(), "--seed");
-    return seed == row.options.end() ? 1 : static_cast<unsigned>(std::stoul(seed[1]));
-}
-
 /// With a part of something foreign among the components a sample is computed through the interfaces, else in
 /// vectors.
 enum class Path { Vectors, Samples };
 
-class Golden : public testing::TestWithParam<std::tuple<GoldenCase, Path>> {
-  protected:
-    static void SetUpTestSuite() {
-        for (const char* module : {"/Larynth.so", "/LarynthCompanion.so"}) {
-            const std::string path = std::string(LARYNTH_MODULE_DIR) + module;
-            ASSERT_EQ(LarynthLoadModule(path.c_str()), S_OK) << LarynthLastError();
-        }
-    }
-};
+class Golden : public testing::TestWithParam<std::tuple<GoldenCase, Path>> {};
 
 TEST_P(Golden, GivesTheExpectedSamplesAndMarkers) {
     const auto& [row, path] = GetParam();
     std::istringstream input(Content(row.input)), again(input.str());
     ForwardingOuter outer;
-    Synthesizer synthesizer(SettingsOf(row), ExtentOf(*ReaderOf(row, input)).sampleFreq);
+    SynthesizerSettings settings = SettingsOf(row);
+    settings.sampleFreq = ExtentOf(*InputOf(row, input)).sampleFreq;
+    Synthesizer synthesizer(settings);
     if (path == Path::Samples) {
         ASSERT_EQ(outer.part.Create(CLSID_TTSAspirationSource, &outer), S_OK);
         synthesizer.PlugIn(&outer, IID_ITTSAspirationSource);
     }
-    LarynthSeedNoise(SeedOf(row));
     std::vector<short> samples;
     std::vector<Position> markers;
-    for (const auto frames = ReaderOf(row, again); frames->Next();) {
+    for (const auto frames = InputOf(row, again); frames->Next();) {
         if (!frames->Marker().empty()) markers.emplace_back(samples.size(), frames->Marker());
-        const std::span<const short> rendered = synthesizer.Render(frames->MakePacket().Get());
+        const std::span<const std::int16_t> rendered = frames->Render(synthesizer);
         samples.insert(samples.end(), rendered.begin(), rendered.end());
     }
 

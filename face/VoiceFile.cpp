@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "host/tables/VoiceFile.h"
-
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
@@ -9,12 +7,18 @@
 #include <span>
 #include <sstream>
 
+#include <larynth/Speech.h>
+
+#include "face/Failure.h"
+#include "host/Files.h"
 #include "input/Text.h"
 
 namespace larynth {
 namespace {
 
 using nlohmann::json;
+
+constexpr std::size_t kMostVoiceBytes = 64 << 20;
 
 constexpr std::array<std::string_view, 4> kShelfKeys{"F", "G", "P3", "P4"};
 constexpr std::array<std::string_view, 5> kVoiceKeys{"pre_emphasis", "open_quotient", "low_shelf",
@@ -157,9 +161,7 @@ class VoiceReader : public json::json_sax_t {
     Shelf* shelf_ = nullptr;
 };
 
-}  // namespace
-
-Waveform ParseWaveform(std::istream& input, const std::string& fileName) {
+Waveform WaveformIn(std::istream& input, const std::string& fileName) {
     Waveform wave;
     TextLines lines(input, fileName);
     while (lines.Next()) {
@@ -173,8 +175,22 @@ Waveform ParseWaveform(std::istream& input, const std::string& fileName) {
     return wave;
 }
 
+}  // namespace
+
+Waveform ParseWaveform(std::istream& input, const std::string& fileName) {
+    return Translated([&] { return WaveformIn(input, fileName); });
+}
+
+Waveform ReadWaveform(const std::string& path) {
+    return Translated([&] { return WaveformIn(InputFile(path).Stream(), path); });
+}
+
 VoiceSettings ParseVoice(const std::string& text, const std::string& fileName) {
-    return VoiceReader(text, fileName).Read();
+    return Translated([&] { return VoiceReader(text, fileName).Read(); });
+}
+
+VoiceSettings ReadVoice(const std::string& path) {
+    return Translated([&] { return ParseVoice(InputFile(path).ReadAll(kMostVoiceBytes), path); });
 }
 
 }  // namespace larynth

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "host/Voice.h"
-
 #include <algorithm>
 #include <cstring>
 #include <limits>
 
-#include "host/ClientObject.h"
-#include "host/Errors.h"
+#include <larynth/Properties.h>
+#include <larynth/Speech.h>
+
+#include "face/ClientObject.h"
 
 namespace larynth {
 namespace {
@@ -85,6 +85,7 @@ class StoredWaveform final : public ClientObject<IACLPropertySource> {
 }  // namespace
 
 ComPtr<ITTSVoicingSource> MakeWaveSource(const Waveform& wave, double sampleFreq) {
+    LoadModules();
     ComPtr<ITTSVoicingSource> source;
     Require(source.Create(CLSID_TTSVoicingSourceWave), "create a wave-table source");
     // Before the waveform: loading it builds the table for the frequency of that moment.
@@ -97,10 +98,11 @@ ComPtr<ITTSVoicingSource> MakeWaveSource(const Waveform& wave, double sampleFreq
 }
 
 ComPtr<ITTSVoice> MakeVoice(const VoiceSettings& settings, double sampleFreq) {
+    LoadModules();
     ComPtr<ITTSVoice> voice;
     Require(voice.Create(CLSID_TTSVoice), "create a voice");
     ComPtr<ITTSVoiceSettings> target;
-    target.Query(voice.Get());
+    Require(target.QueryFrom(voice.Get()), "reach a voice's settings");
     Require(target->SetPreEmphasis(settings.preEmphasis), "set the voice's pre-emphasis");
     Require(target->SetOpenQuotient(settings.openQuotient), "set the voice's open quotient");
     const Shelf& low = settings.lowShelf;

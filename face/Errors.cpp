@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "host/Errors.h"
-
 #include <array>
 #include <cstdio>
-#include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <larynth/Runtime.h>
+#include <larynth/Speech.h>
 
 namespace larynth {
 namespace {
@@ -39,10 +38,20 @@ std::string StatusText(HRESULT hr) {
 
 }  // namespace
 
-void Require(HRESULT hr, const char* what) {
-    if (FAILED(hr)) throw std::runtime_error("cannot " + std::string(what) + " (" + StatusText(hr) + ")");
+Error::Error(HRESULT status, const std::string& what) : std::runtime_error(what), status_(status) {}
+Error::~Error() = default;
+
+InputError::InputError(const std::string& what) : Error(E_INVALIDARG, what) {}
+InputError::InputError(const std::string& what, std::string file, std::int64_t line, std::int64_t column)
+    : Error(E_INVALIDARG, what), file_(std::move(file)), line_(line), column_(column) {}
+InputError::~InputError() = default;
+
+void Require(HRESULT status, const char* what) {
+    if (FAILED(status)) throw Error(status, "cannot " + std::string(what) + " (" + StatusText(status) + ")");
 }
 
-void RaiseLastError() { throw std::runtime_error(LarynthLastError()); }
+void RequireRuntime(HRESULT status) {
+    if (FAILED(status)) throw Error(status, LarynthLastError());
+}
 
 }  // namespace larynth

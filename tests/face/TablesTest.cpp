@@ -4,28 +4,19 @@
 #include <sstream>
 #include <tuple>
 
-#include "host/tables/FrameTable.h"
-#include "host/tables/VoiceFile.h"
+#include <larynth/Speech.h>
+
+#include "input/Text.h"
 
 namespace larynth {
 namespace {
 
 using testing::ElementsAre;
 
-const ItemVocabulary kVocabulary({{0, "F0", 100.0}, {6, "AV", 0.0}, {1027, "F1", 500.0}});
-
-struct Table {
-    double sampleFreq = 0;
-    std::vector<TableFrame> frames;
-};
-
-Table Parse(const std::string& text, const FrameTableDefaults& defaults = {}) {
+KlattUtterance Parse(const std::string& text, FrameForm form = FrameForm::Table,
+                     const FrameDefaults& defaults = {}) {
     std::istringstream input(text);
-    FrameTableParser parser(input, "t", kVocabulary, defaults);
-    Table table;
-    while (parser.Next()) table.frames.push_back(parser.Frame());
-    table.sampleFreq = parser.SampleFreq();
-    return table;
+    return ReadUtterance(input, "t", form, defaults);
 }
 
 Waveform ParseWave(const std::string& text) {
@@ -44,7 +35,7 @@ void ExpectRefusals(const std::vector<Refused>& rows, Parser parse) {
         try {
             parse(text);
             ADD_FAILURE() << "was accepted: " << text;
-        } catch (const BadInput& error) {
+        } catch (const InputError& error) {
             EXPECT_THAT(error.what(), testing::StartsWith(message)) << text;
         }
     }
@@ -59,7 +50,7 @@ TEST(FrameTables, ColumnsGoBeforeTheCommandLine) {
         {"F0,SampleFreq\n1,\n", 77, 11025},
     };
     for (const auto& [text, frameLen, sampleFreq] : rows) {
-        const Table table = Parse(text, {77, 8000.0});
+        const KlattUtterance table = Parse(text, FrameForm::Table, {77, 8000.0});
         EXPECT_EQ(table.frames[0].length, frameLen) << text;
         EXPECT_EQ(table.sampleFreq, sampleFreq) << text;
     }
@@ -98,6 +89,19 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"#" + std::string(1000000, '#'), "t:1:1: expected a line of at most 1000000 bytes"},
         },
         [](const std::string& text) { Parse(text); });
+    ExpectRefusals(
+        {
+            {"#\n", "t:2:1: expected a target, found the end"},
+            {"time,item,value\n0,F1\n",
+             "t:2:5: expected time,item,value or time,item,value,linear|cosine, found"},
+            {"0,F1,1,linear,\n", "t:1:15: expected time,item,value or"},
+            {"-1,F1,1\n", "t:1:1: expected a time in seconds from 0, found \"-1\""},
+            {"1, f1,1\n", "t:1:4: expected the name of an item, the nearest is F1, found \"f1\""},
+            {"1,F1,x\n", "t:1:6: expected a number, found \"x\""},
+            {"1,F1,1,sine\n", "t:1:8: expected linear or cosine, found \"sine\""},
+            {"0,F1,1\n", "t: expected a last target behind the first sample and not later than"},
+        },
+        [](const std::string& text) { Parse(text, FrameForm::Targets); });
 }
 
 TEST(Texts, MalformedUtf8IsToldFromWellFormed) {
