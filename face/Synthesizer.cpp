@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include <larynth/Larynth.h>
@@ -18,8 +21,32 @@ void ComputeFilter(IUnknown* packet) {
     Require(filter->ConvertToFilter(), "convert a packet to the filter form");
 }
 
-bool HaveSameBits(double one, double other) {
-    return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
+using ItemBits = std::array<std::uint64_t, kFrameItems>;
+
+// The items stand one behind the other, in the order of a packet's indices.
+static_assert(std::is_standard_layout_v<KlattFrame> && std::is_trivially_copyable_v<KlattFrame>);
+static_assert(sizeof(KlattFrame) == offsetof(KlattFrame, F0) + sizeof(ItemBits));
+
+ItemBits BitsOf(const KlattFrame& frame) {
+    ItemBits bits;
+    std::memcpy(bits.data(), reinterpret_cast<const char*>(&frame) + offsetof(KlattFrame, F0), sizeof(bits));
+    return bits;
+}
+
+/// A bit for each item that is not what a new packet has already, and need not cross the interface.
+std::uint64_t ChangedItems(const ItemBits& items) {
+    static const ItemBits kNewPacket = BitsOf({});
+    std::uint64_t changed = 0;
+    for (std::size_t i = 0; i < kFrameItems; ++i) {
+        changed |= std::uint64_t{items[i] != kNewPacket[i]} << i;
+    }
+    return changed;
+}
+
+double RequireFinite(double value, int index) {
+    if (std::isfinite(value)) return value;
+    throw InputError(std::string(FrameItems()[static_cast<std::size_t>(index)].name) +
+                     ": expected a finite number, found " + ShortestText(value));
 }
 
 ComPtr<ILarynthParams> NewPacket(const KlattFrame& frame, double sampleFreq) {
@@ -33,19 +60,11 @@ ComPtr<ILarynthParams> NewPacket(const KlattFrame& frame, double sampleFreq) {
     Require(packet->SetFrameLen(frame.length), "set a packet's frame length");
     ComPtr<ITTSDoublePacket> items;
     Require(items.QueryFrom(packet.Get()), "reach a packet's items");
-    constexpr KlattFrame kNewPacket;
-    int index = 0;
-    for (const FrameItem& item : FrameItems()) {
-        const double value = frame.*item.value;
-        // What a new packet has already need not cross the interface.
-        if (!HaveSameBits(value, kNewPacket.*item.value)) {
-            if (!std::isfinite(value)) {
-                throw InputError(std::string(item.name) + ": expected a finite number, found " +
-                                 ShortestText(value));
-            }
-            Require(items->SetItemValue(index, value), "set a packet's item");
-        }
-        ++index;
+    const ItemBits values = BitsOf(frame);
+    for (std::uint64_t changed = ChangedItems(values); changed != 0; changed &= changed - 1) {
+        const int index = std::countr_zero(changed);
+        const double value = std::bit_cast<double>(values[static_cast<std::size_t>(index)]);
+        Require(items->SetItemValue(index, RequireFinite(value, index)), "set a packet's item");
     }
     return packet;
 }
@@ -126,7 +145,10 @@ void Synthesizer::Implementation::SetVoice(const std::optional<VoiceSettings>& v
 
 std::span<const std::int16_t> Synthesizer::Implementation::Render(IUnknown* packet) {
     if (tract_ == TractForm::Filter) ComputeFilter(packet);
-    Require(process->Calculate(packet, GUID_NULL, block_.Id(), block_.PutUnknown()), "render a frame");
+    block_.Release();
+    ComPtr<ITTSSoundData> block;  // on the stack, where checking an address takes no system call
+    Require(process->Calculate(packet, GUID_NULL, block.Id(), block.PutUnknown()), "render a frame");
+    block_ = std::move(block);
     const short* samples = nullptr;
     int count = 0;
     Require(block_->GetSamples(&samples, &count), "read a sample block");
