@@ -250,7 +250,7 @@ class LARYNTH_SPEECH_API FrameReader {
     double SampleFreq() const noexcept;          ///< Hz; the same for all frames, also behind the last one.
     std::string Place() const;                   ///< For messages, as "FILE:LINE".
 
-    class Implementation;
+    class [[gnu::visibility("hidden")]] Implementation;  ///< The library's own.
 
   private:
     std::unique_ptr<Implementation> implementation_;
@@ -341,7 +341,7 @@ class LARYNTH_SPEECH_API Synthesizer {
     IACLIOProcess* Process() const noexcept;
 
   private:
-    class Implementation;
+    class [[gnu::visibility("hidden")]] Implementation;
     std::unique_ptr<Implementation> implementation_;
 };
 

@@ -74,10 +74,11 @@ constexpr std::array<Place, kFrameItems> kPlaces{{
 constexpr auto kItems = [] {
     std::array<FrameItem, kFrameItems> items{};
     for (std::size_t i = 0; i < items.size(); ++i) {
-        for (const MeaningRow& row : kMeanings) {
-            if (!Names(row.name, kPlaces[i].name)) continue;
-            items[i] = {kPlaces[i].name, row.unit, row.meaning, kPlaces[i].value};
-        }
+        const auto& [name, value] = kPlaces[i];
+        const auto* const row =  // the first that fits: F0 is no formant
+            std::find_if(kMeanings.begin(), kMeanings.end(),
+                         [&](const MeaningRow& each) { return Names(each.name, kPlaces[i].name); });
+        items[i] = {name, row->unit, row->meaning, value};
     }
     return items;
 }();

@@ -148,7 +148,7 @@ double TargetFrames::ValueAt(Track& track, double time) {
     const double passed = (time - from.time) / (to.time - from.time);
     const double weight =
         to.approach == Approach::Cosine ? (1.0 - Cosine(std::numbers::pi * passed)) / 2.0 : passed;
-    return from.value + (to.value - from.value) * weight;
+    return std::lerp(from.value, to.value, weight);  // finite also where the difference is not
 }
 
 std::vector<Target> ReadTargets(std::istream& input, const std::string& fileName) {

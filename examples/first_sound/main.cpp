@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <larynth/Speech.h>
 
 int main() {

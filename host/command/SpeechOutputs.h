@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/Files.h"
-#include "host/audio/Player.h"
+#include "host/command/Player.h"
 #include "host/audio/Sound.h"
 #include "speech/SpeechFrame.h"
 #include "speech/SpeechSynthesizer.h"

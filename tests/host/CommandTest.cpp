@@ -98,6 +98,12 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, "head -c 83 /dev/zero | larynth render - --input packets -o o.wav",
          "<stdin>: expected packets of 82 bytes each, found 83 bytes"},
         {2, "larynth render . -o o.wav", ".: cannot be read"},
+        {2, toWav + "--input frames", "--input: expected table, targets or packets, found \"frames\""},
+        {2, "echo 0,f1,1 | larynth render - --input targets -o o.wav",
+         "<stdin>:1:3: expected the name of an item, the nearest is F1, found \"f1\""},
+        {2, "echo 1,F1,1 | larynth render - --input targets --frame-len 0 -o o.wav",
+         "frame length: expected a number of samples from 1"},
+        {2, "larynth items --format xml", "--format: expected text, csv or json, found \"xml\""},
         {2, render + "o.flac --sample-freq 1e6", "sample frequency of 1e+06"},
         {2, "larynth register " + std::string(kCompanion) + " none.so", "none.so: expected a module"},
         {2, "larynth register .", ".: expected a module, found no regular file"},
@@ -194,6 +200,13 @@ TEST_F(Command, PacketsHaveTheFrameLengthOfTheirConversion) {
     EXPECT_EQ(folder_.Read("o.wav").size(), 44U);
 }
 
+TEST_F(Command, TargetsSoundAsTheFramesBetweenThem) {
+    folder_.Write("targets.csv", "time,item,value\n0,AV,700\n0,F0,100\n0.04,F0,180\n");
+    folder_.Write("t.csv", "AV,F0,FrameLen\n700,100,100\n,120,\n,140,\n,160,\n");
+    EXPECT_EQ(Run("larynth render targets.csv --input targets --sample-freq 1e4 --frame-len 100 -o -").out,
+              Raw("--sample-freq 1e4"));
+}
+
 TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
     EXPECT_EQ(Run("larynth render t.csv -o o.wav --sample-freq 10000.5").err,
               "larynth: the file says 10001 Hz for a sample frequency of 10000.5 Hz\n");
@@ -232,6 +245,12 @@ TEST_F(Command, ItemsListsTheVocabularyWithUnitsAndMeanings) {
                             "\n13 +1027 +F1 +Hz +0 +frequency of a cascade formant\n",
                             "\n51 +3092 +PG6 +factor +0 +gain of a parallel resonator\n"})
         EXPECT_THAT(text, testing::ContainsRegex(row));
+    EXPECT_THAT(Run("larynth items --format csv").out,
+                HasSubstr("\n4,4,DI,factor,0,\"diplophonia, 0 (none) to 1\"\n"));
+    EXPECT_THAT(
+        Run("larynth items --format json").out,
+        HasSubstr(",\n {\"index\": 13, \"ID\": 1027, \"name\": \"F1\", \"unit\": \"Hz\", \"initial\": 0, "
+                  "\"meaning\": \"frequency of a cascade formant\"},\n"));
 }
 
 TEST_F(Command, TheExamplesRender) {

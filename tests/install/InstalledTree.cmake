@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Installs, moves the installed tree, and then uses nothing but that: a host built by way of the CMake package and by
-# way of pkg-config, and the command. The host is the one in the README, word for word.
+# Installs, moves the installed tree, and then uses nothing but that: examples built by way of the CMake package and by
+# way of pkg-config, and the command. One of them is the program in the README, word for word.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
@@ -15,19 +15,13 @@ function(expect_output expected)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
-file(COPY ${CLIENT}/ DESTINATION ${WORK}/client)
 file(READ ${README} readme)
-set(fence "```cpp\n")
-string(FIND "${readme}" "${fence}" begin)
-if(begin EQUAL -1)
-  message(FATAL_ERROR "the README has no program")
+file(READ ${EXAMPLES}/first_sound/main.cpp program)
+string(REPLACE "// SPDX-License-Identifier: MIT\n" "```cpp\n" program "${program}")
+string(FIND "${readme}" "${program}```" place)
+if(place EQUAL -1)
+  message(FATAL_ERROR "the README's program is not that of examples/first_sound")
 endif()
-string(LENGTH "${fence}" fence_length)
-math(EXPR begin "${begin} + ${fence_length}")
-string(SUBSTRING "${readme}" ${begin} -1 program)
-string(FIND "${program}" "```" length)
-string(SUBSTRING "${program}" 0 ${length} program)
-file(WRITE ${WORK}/client/main.cpp "${program}")
 
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first)
 file(RENAME ${WORK}/first ${WORK}/prefix)
@@ -37,20 +31,38 @@ if(EXISTS ${WORK}/prefix/include/larynth/ModuleRuntime.h OR NOT EXISTS ${WORK}/p
   message(FATAL_ERROR "hosts get the headers that are for them, and no other")
 endif()
 
+# Runs a built example in a folder of its own and expects the vowel's files: 11000 samples and a header, one marker.
+function(expect_vowel)
+  file(MAKE_DIRECTORY ${WORK}/sound)
+  run(${CMAKE_COMMAND} -E chdir ${WORK}/sound ${ARGN})
+  file(SIZE ${WORK}/sound/vowel.wav size)
+  file(READ ${WORK}/sound/vowel.txt labels)
+  if(NOT size EQUAL 22044 OR NOT labels STREQUAL "0.000000\t0.997732\ta\n")
+    message(FATAL_ERROR "${ARGN} wrote ${size} bytes and the labels ${labels}")
+  endif()
+  file(REMOVE_RECURSE ${WORK}/sound)
+endfunction()
+
 # find_package(Larynth CONFIG)
-run(${CMAKE_COMMAND} -S ${WORK}/client -B ${WORK}/build
+run(${CMAKE_COMMAND} -S ${EXAMPLES} -B ${WORK}/build
   -D CMAKE_PREFIX_PATH=${WORK}/prefix -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${FLAGS})
 run(${CMAKE_COMMAND} --build ${WORK}/build)
-expect_output("250 samples\n" ${WORK}/build/client ${modules})
+expect_output("250 samples\n" ${WORK}/build/minimal_host ${modules})
+expect_vowel(${WORK}/build/first_sound)
 
 # pkg-config
 set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/${LIBDIR}/pkgconfig)
-execute_process(COMMAND pkg-config --cflags --libs larynth
-  OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-separate_arguments(flags UNIX_COMMAND "${FLAGS} ${flags}")
-run(${COMPILER} -std=c++20 ${WORK}/client/main.cpp -o ${WORK}/by-pkg-config ${flags})
+function(build_by_pkg_config package example)
+  execute_process(COMMAND pkg-config --cflags --libs ${package}
+    OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(flags UNIX_COMMAND "${FLAGS} ${flags}")
+  run(${COMPILER} -std=c++20 ${EXAMPLES}/${example}/main.cpp -o ${WORK}/${example} ${flags})
+endfunction()
+build_by_pkg_config(larynth minimal_host)
+build_by_pkg_config(larynth-speech first_sound)
 set(ENV{LD_LIBRARY_PATH} ${WORK}/prefix/${LIBDIR})
-expect_output("250 samples\n" ${WORK}/by-pkg-config ${modules})
+expect_output("250 samples\n" ${WORK}/minimal_host ${modules})
+expect_vowel(${WORK}/first_sound)
 unset(ENV{LD_LIBRARY_PATH})
 
 # The programs find their library and their modules.
@@ -61,7 +73,7 @@ if(SPEECH)
     message(FATAL_ERROR "the installed output module said: ${answer}")
   endif()
 endif()
-run(${WORK}/prefix/bin/larynth render ${EXAMPLE} -o ${WORK}/word.raw)
+run(${WORK}/prefix/bin/larynth render ${EXAMPLES}/word_married.csv -o ${WORK}/word.raw)
 file(SIZE ${WORK}/word.raw size)
 if(NOT size EQUAL 12128)
   message(FATAL_ERROR "the installed command wrote ${size} bytes, expected 12128")

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/audio/Player.h"
+#include "host/command/Player.h"
 
 #include <stdexcept>
 #include <string>
