@@ -277,8 +277,9 @@ struct LARYNTH_SPEECH_API Sound {
 
     /// Writes .wav, .flac or .raw (little-endian samples without header), by the path's extension, and the
     /// markers to `labelPath` unless that is empty: start, end (seconds), text, separated by tabs. Files
-    /// appear whole, both or none. A header has the nearest whole sample frequency. InputError for another
-    /// extension and a frequency that the format cannot have, Error for what cannot be written.
+    /// appear whole, both or none; "-" is raw samples on standard output. A header has the nearest whole
+    /// sample frequency. InputError for another extension and a frequency that the format cannot have, Error
+    /// for what cannot be written.
     void Write(const std::string& path, const std::string& labelPath = "") const;
 };
 
@@ -300,7 +301,7 @@ using SampleSink = std::function<void(std::span<const std::int16_t>)>;
 
 /// A synthesizer: its state runs on from frame to frame, whichever function renders them. All functions
 /// raise Error for what the components refuse, and InputError, which names frame (from 0) and item, for a
-/// number that is not finite, a negative length or another sample frequency than its own.
+/// number that is not finite, a negative length, another sample frequency than its own, or misplaced markers.
 class LARYNTH_SPEECH_API Synthesizer {
   public:
     explicit Synthesizer(const SynthesizerSettings& settings = {});

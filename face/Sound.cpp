@@ -18,7 +18,7 @@ void WriteFiles(const Sound& sound, const std::string& path, const std::string& 
     std::optional<OutputFile> labelOutput;
     if (!labelPath.empty()) {
         LabelFile labels(labelOutput.emplace(labelPath), sound.sampleFreq);
-        for (const SoundMarker& marker : sound.markers) labels.Add(marker.sample, marker.text);
+        for (const SoundMarker& marker : sound.markers) labels.Add(marker.sample, Printable(marker.text));
         labels.Finish(sound.samples.size());
         files.push_back(&*labelOutput);
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -67,6 +68,14 @@ ComPtr<ILarynthParams> NewPacket(const KlattFrame& frame, double sampleFreq) {
         Require(items->SetItemValue(index, RequireFinite(value, index)), "set a packet's item");
     }
     return packet;
+}
+
+void RequireMarkersInOrder(const KlattUtterance& utterance) {
+    const auto& markers = utterance.markers;
+    const bool areAscending = std::ranges::is_sorted(markers, {}, &FrameMarker::frame);
+    if (areAscending && (markers.empty() || markers.back().frame <= utterance.frames.size())) return;
+    throw InputError("expected markers in ascending order, up to the end, frame " +
+                     std::to_string(utterance.frames.size()));
 }
 
 /// The same as `render`, but bad input says in which frame it is.
@@ -215,6 +224,7 @@ Sound Synthesizer::Render(const KlattUtterance& utterance) {
         throw InputError("expected an utterance of the synthesizer's sample frequency " +
                          ShortestText(SampleFreq()) + " Hz, found " + ShortestText(utterance.sampleFreq));
     }
+    RequireMarkersInOrder(utterance);
     if (utterance.voice) SetVoice(utterance.voice);
     Sound sound{SampleFreq(), {}, {}};
     std::size_t frame = 0;

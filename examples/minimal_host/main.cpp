@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Interfaces alone: a packet goes in, a block of samples comes out. After `larynth register` no line need load modules.
+// Interfaces alone: a packet goes in, a block of samples comes out. After `larynth register` no line that
+// loads modules is needed.
 #include <cstdio>
 
 #include <larynth/Larynth.h>

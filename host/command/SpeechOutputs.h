@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/Files.h"
-#include "host/command/Player.h"
 #include "host/audio/Sound.h"
+#include "host/command/Player.h"
 #include "speech/SpeechFrame.h"
 #include "speech/SpeechSynthesizer.h"
 

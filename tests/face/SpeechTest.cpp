@@ -45,6 +45,21 @@ TEST(KlattFrames, HaveTheItemsAndTheValuesOfANewPacket) {
     }
 }
 
+TEST(KlattFrames, ReachAPacketItemByItem) {
+    KlattFrame frame;
+    frame.length = 7;
+    double next = 0.5;
+    for (const FrameItem& item : FrameItems()) frame.*item.value = next++;
+    const auto packet = Synthesizer().MakePacket(frame);
+    ComPtr<ITTSDoublePacket> items;
+    items.Query(packet.Get());
+    for (int i = 0; i < static_cast<int>(kFrameItems); ++i) {
+        double value = 0.0;
+        items->GetItemValue(i, &value);
+        EXPECT_EQ(value, 0.5 + i);
+    }
+}
+
 TEST(KlattFrames, AnUnknownNameSuggestsTheNearest) {
     KlattFrame frame;
     for (const auto& [name, nearest] : {std::pair{"f1", "F1"}, {"PF", "PF0"}, {"bandwidth BW3", "BW3"}}) {
@@ -106,6 +121,10 @@ TEST(Synthesizers, RefuseWhatIsNoFrame) {
     expect("frame 0: length: expected a number of samples from 0, found -1");
     frames.clear();
     expect("sample frequency 8000 Hz, found 16000");
+    for (const std::size_t second : {0U, 3U}) {
+        EXPECT_THROW(Render({.frames = {Vowel(), Vowel()}, .markers = {{1, "one"}, {second, "two"}}}),
+                     InputError);
+    }
     EXPECT_THROW(Synthesizer({.sampleFreq = 0.0}), InputError);
 }
 
