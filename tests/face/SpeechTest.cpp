@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <limits>
+#include <sstream>
 #include <tuple>
 
 #include <larynth/Speech.h>
@@ -117,6 +118,8 @@ TEST(Synthesizers, RefuseWhatIsNoFrame) {
     };
     frames[1].PG6 = std::numeric_limits<double>::quiet_NaN();
     expect("frame 1: PG6: expected a finite number, found nan");
+    frames[0].BW1 = std::numeric_limits<double>::infinity();
+    expect("frame 0: BW1: expected a finite number, found inf");
     frames[0].length = -1;
     expect("frame 0: length: expected a number of samples from 0, found -1");
     frames.clear();
@@ -150,6 +153,16 @@ TEST(Targets, FramesLieStraightOrOnACosineBetweenThem) {
     EXPECT_EQ(utterance.sampleFreq, 10000.0);
     EXPECT_EQ(FramesFromTargets({{{0.0077, "F1", 1.0}}}, {50, 10000.0}).frames.back().length, 27);
     EXPECT_EQ(FramesFromTargets({{{1.0, "F1", 1.0}}}).frames.front().length, 55) << "5 ms";
+}
+
+TEST(Files, AnErrorHasItsPlaceInNumbers) {
+    std::istringstream table("F0,FrameLen\n\n\n1,x\n");
+    try {
+        ReadUtterance(table, "t");
+        ADD_FAILURE();
+    } catch (const InputError& error) {
+        EXPECT_EQ(std::tuple(error.File(), error.Line(), error.Column()), std::tuple("t", 4, 3));
+    }
 }
 
 TEST(Sounds, AreWrittenWithTheirMarkers) {

@@ -62,7 +62,7 @@ TEST(FrameTables, AnErrorNamesThePlaceAndWhatWasExpected) {
             {"", "t:1:1: expected a line with the names of the columns"},
             {"F0,FrameLen\n", "t:2:1: expected a frame, found the end"},
             {"F0,AV\n1,2\n", "t:1:1: expected a column FrameLen (or --frame-len)"},
-            {"#\nF0, f1,FrameLen\n", "t:2:5: expected the name of an item, SampleFreq, FrameLen or"},
+            {" #\nF0, f1,FrameLen\n", "t:2:5: expected the name of an item, SampleFreq, FrameLen or"},
             {"F0,,FrameLen\n", "t:1:4: expected the name of an item"},
             {"F0,FrameLen,AV ,  F0\n", "t:1:19: expected every column once"},
             {"F0,FrameLen\n1\n", "t:2:2: expected 2 fields as in the header, found 1"},
