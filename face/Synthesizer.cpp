@@ -39,7 +39,7 @@ std::uint64_t ChangedItems(const ItemBits& items) {
     static const ItemBits kNewPacket = BitsOf({});
     std::uint64_t changed = 0;
     for (std::size_t i = 0; i < kFrameItems; ++i) {
-        changed |= std::uint64_t{items[i] != kNewPacket[i]} << i;
+        changed |= static_cast<std::uint64_t>(items[i] != kNewPacket[i]) << i;
     }
     return changed;
 }
@@ -64,7 +64,7 @@ ComPtr<ILarynthParams> NewPacket(const KlattFrame& frame, double sampleFreq) {
     const ItemBits values = BitsOf(frame);
     for (std::uint64_t changed = ChangedItems(values); changed != 0; changed &= changed - 1) {
         const int index = std::countr_zero(changed);
-        const double value = std::bit_cast<double>(values[static_cast<std::size_t>(index)]);
+        const auto value = std::bit_cast<double>(values[static_cast<std::size_t>(index)]);
         Require(items->SetItemValue(index, RequireFinite(value, index)), "set a packet's item");
     }
     return packet;
