@@ -323,7 +323,7 @@ TEST_F(Command, BashCompletesWhatTheCommandHas) {
         {"render t.csv -o t", "t.csv"},
         {"render --seed ''", ""},
         {"items t", ""},
-        {"items -", "-h --help"},
+        {"items -", "-h --help --format"},
         {"completion z", "zsh"},
     };
     for (const auto& [words, replies] : rows) {
