@@ -12,7 +12,7 @@ constexpr int kNewPacketLength = 0;  // samples
 }  // namespace
 
 FrameTable::FrameTable(std::istream& input, std::string fileName, const FrameDefaults& defaults)
-    : lines_(input, std::move(fileName)),
+    : lines_(input, std::move(fileName), FieldLines::Separator::Comma),
       defaults_(defaults),
       sampleFreq_(defaults.sampleFreq.value_or(kDefaultSampleFreq)) {}
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "face/FieldLines.h"
 #include "face/FrameSource.h"
+#include "input/FieldLines.h"
 
 namespace larynth {
 

@@ -7,7 +7,7 @@
 
 #include "engine/Trigonometry.h"
 #include "face/Failure.h"
-#include "face/FieldLines.h"
+#include "input/FieldLines.h"
 
 namespace larynth {
 namespace {
@@ -90,7 +90,7 @@ Target ReadTarget(const FieldLines& lines) {
 }
 
 std::vector<Target> TargetsIn(std::istream& input, const std::string& fileName) {
-    FieldLines lines(input, fileName);
+    FieldLines lines(input, fileName, FieldLines::Separator::Comma);
     std::vector<Target> targets;
     bool isFirst = true;
     for (; lines.Next(); isFirst = false) {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "input/FieldLines.h"
 #include "speech/Data.h"
-#include "speech/Fields.h"
 
 namespace larynth {
 namespace {
@@ -106,16 +106,17 @@ bool IsNoise(PhoneClass kind) {
 /// Reads one table.
 class PhoneTableParser {
   public:
-    PhoneTableParser(std::istream& input, std::string fileName) : lines_(input, std::move(fileName)) {}
+    PhoneTableParser(std::istream& input, std::string fileName)
+        : lines_(input, std::move(fileName), FieldLines::Separator::Blanks) {}
 
     PhoneTable Read() {
         ReadHeader();
         while (lines_.Next()) ReadPhone();
-        if (table_.pause_ == nullptr) lines_.Fail("a phone of class pause");
+        if (table_.pause_ == nullptr) Fail("a phone of class pause");
         for (auto& [entry, link, name] : links_) {
             entry->*link = table_.Find(name);
             if (entry->*link == nullptr)
-                lines_.Fail("a line for phone " + name + ", which " + entry->name + " names");
+                Fail("a line for phone " + name + ", which " + entry->name + " names");
         }
         return std::move(table_);
     }
@@ -127,6 +128,10 @@ class PhoneTableParser {
         std::string name;  // of the phone that is meant, which may come later
     };
 
+    [[noreturn]] void Fail(const std::string& expected) const {
+        throw BadInput(lines_.Beginning(), expected);
+    }
+
     static bool IsColumn(std::string_view name) {
         const auto named = [&](const NumberColumn& column) { return column.name == name; };
         return std::find(kTextColumns.begin(), kTextColumns.end(), name) != kTextColumns.end() ||
@@ -134,7 +139,7 @@ class PhoneTableParser {
     }
 
     void ReadHeader() {
-        if (!lines_.Next()) lines_.Fail("a line that names the columns");
+        if (!lines_.Next()) Fail("a line that names the columns");
         for (const std::string_view field : lines_.Fields()) {
             if (!IsColumn(field)) lines_.Fail(field, "the name of a column");
             if (!places_.emplace(field, places_.size()).second) lines_.Fail(field, "each column once");
@@ -144,7 +149,7 @@ class PhoneTableParser {
     }
 
     void RequireColumn(std::string_view name) const {
-        if (!places_.contains(name)) lines_.Fail("a column " + std::string(name));
+        if (!places_.contains(name)) Fail("a column " + std::string(name));
     }
 
     std::string_view Field(std::string_view column) const {
@@ -153,10 +158,10 @@ class PhoneTableParser {
 
     void ReadPhone() {
         if (lines_.Fields().size() != places_.size()) {
-            lines_.Fail(std::to_string(places_.size()) + " fields, found " +
-                        std::to_string(lines_.Fields().size()));
+            Fail(std::to_string(places_.size()) + " fields, found " + std::to_string(lines_.Fields().size()));
         }
         const std::string name(Field("phone"));
+        if (!IsUtf8(name)) lines_.Fail(Field("phone"), "UTF-8");
         const auto [place, isNew] = table_.entries_.try_emplace(name);
         if (!isNew) lines_.Fail(Field("phone"), "each phone once");
         PhoneEntry& entry = place->second;

@@ -7,8 +7,8 @@
 #include <sstream>
 #include <utility>
 
+#include "input/FieldLines.h"
 #include "speech/Data.h"
-#include "speech/Fields.h"
 
 namespace larynth {
 namespace {
@@ -41,7 +41,7 @@ constexpr std::string_view kExtension = ".speaker";
 }  // namespace
 
 Speaker Speaker::Parse(std::istream& input, std::string fileName) {
-    FieldLines lines(input, std::move(fileName));
+    FieldLines lines(input, std::move(fileName), FieldLines::Separator::Blanks);
     Speaker speaker;
     std::set<std::string, std::less<>> seen;
     while (lines.Next()) {
@@ -49,7 +49,8 @@ Speaker Speaker::Parse(std::istream& input, std::string fileName) {
         const auto value =
             std::find_if(kValues.begin(), kValues.end(), [&](const Value& row) { return row.name == name; });
         if (value == kValues.end()) lines.Fail(name, "the name of a speaker's value");
-        if (lines.Fields().size() != 2) lines.Fail(std::string(name) + " and one value");
+        if (lines.Fields().size() != 2)
+            throw BadInput(lines.Beginning(), std::string(name) + " and one value");
         if (!seen.emplace(name).second) lines.Fail(name, "each value once");
         value->put(speaker, lines.Number(lines.Fields()[1], value->least, value->most, "a number"));
     }

@@ -55,7 +55,7 @@ TEST(PhoneTable, SaysWhereATableIsWrongAndWhatWasExpected) {
         {"pau pause", "pau vowel", "f:6:1: expected a phone of class pause"},
         {"- - - -9", "- q - -9", "f:6:1: expected a line for phone q, which s names"},
         {" -9 -9 -9 -9 -9 -9 -9 -9\n", " - - - - - - - -\n", "f:5:83: expected a level in dB, found \"-\""},
-        {"s fric", "\xFF fric", "f:5:1: expected UTF-8"},
+        {"s fric", "\xFF fric", "f:5:1: expected UTF-8, found \"\\xFF\""},
     };
     for (const auto& [what, with, message] : rows) {
         EXPECT_EQ(Refusal<PhoneTable>(Replaced(good, what, with)), message) << what;
