@@ -2,7 +2,7 @@
 /// What a host pays beside rendering: for objects, and for the first sound.
 #include <benchmark/benchmark.h>
 
-#include <larynth/Speech.h>
+#include <larynth/UtteranceEditor.h>
 
 #include "bench/ComponentRendering.h"
 #include "bench/Frames.h"
@@ -49,6 +49,18 @@ void StartUpToFirstBlock(benchmark::State& state) {
     }
 }
 BENCHMARK(StartUpToFirstBlock);
+
+/// Of a minute of speech, 6,000 frames of 10 ms, the last one is changed and heard.
+void EditLastFrame(benchmark::State& state) {
+    KlattFrame frame{.length = 110, .AV = 900.0, .F1 = 700.0, .BW1 = 130.0};
+    UtteranceEditor editor({.frames = std::vector<KlattFrame>(6000, frame)});
+    for (auto _ : state) {
+        frame.F1 = frame.F1 < 700.0 ? 700.0 : 600.0;
+        editor.SetFrame(5999, frame);
+        benchmark::DoNotOptimize(editor.Samples().data());
+    }
+}
+BENCHMARK(EditLastFrame);
 
 }  // namespace
 }  // namespace larynth::bench

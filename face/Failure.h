@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include <larynth/Speech.h>
@@ -22,6 +24,14 @@ decltype(auto) Translated(Work work) try {
     throw;
 } catch (const std::runtime_error& error) {
     throw Error(E_FAIL, error.what());
+}
+
+/// The same as `work`, but bad input says in which frame it is.
+template <class Work>
+void InFrame(std::size_t number, Work work) try {
+    work();
+} catch (const InputError& error) {
+    throw InputError("frame " + std::to_string(number) + ": " + error.what());
 }
 
 }  // namespace larynth

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -11,6 +10,7 @@
 #include <larynth/Speech.h>
 
 #include "face/Failure.h"
+#include "face/Markers.h"
 #include "input/Text.h"
 
 namespace larynth {
@@ -68,22 +68,6 @@ ComPtr<ILarynthParams> NewPacket(const KlattFrame& frame, double sampleFreq) {
         Require(items->SetItemValue(index, RequireFinite(value, index)), "set a packet's item");
     }
     return packet;
-}
-
-void RequireMarkersInOrder(const KlattUtterance& utterance) {
-    const auto& markers = utterance.markers;
-    const bool areAscending = std::ranges::is_sorted(markers, {}, &FrameMarker::frame);
-    if (areAscending && (markers.empty() || markers.back().frame <= utterance.frames.size())) return;
-    throw InputError("expected markers in ascending order, up to the end, frame " +
-                     std::to_string(utterance.frames.size()));
-}
-
-/// The same as `render`, but bad input says in which frame it is.
-template <class Render>
-void InFrame(std::size_t number, Render render) try {
-    render();
-} catch (const InputError& error) {
-    throw InputError("frame " + std::to_string(number) + ": " + error.what());
 }
 
 }  // namespace
@@ -227,19 +211,12 @@ Sound Synthesizer::Render(const KlattUtterance& utterance) {
     RequireMarkersInOrder(utterance);
     if (utterance.voice) SetVoice(utterance.voice);
     Sound sound{SampleFreq(), {}, {}};
-    std::size_t frame = 0;
-    auto marker = utterance.markers.begin();
-    const auto addMarkers = [&] {
-        for (; marker != utterance.markers.end() && marker->frame <= frame; ++marker) {
-            sound.markers.push_back({sound.samples.size(), marker->text});
-        }
-    };
+    std::vector<std::size_t> starts{0};
     Render(utterance.frames, [&](std::span<const std::int16_t> chunk) {
-        addMarkers();
         sound.samples.insert(sound.samples.end(), chunk.begin(), chunk.end());
-        ++frame;
+        starts.push_back(sound.samples.size());
     });
-    addMarkers();
+    sound.markers = PlacedMarkers(utterance.markers, starts);
     return sound;
 }
 
