@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "host/command/RenderCommand.h"
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <limits>
+#include <thread>
 
 #include "host/Files.h"
 #include "host/command/Options.h"
 #include "host/command/Terminal.h"
+#include "input/BadInput.h"
 #include "input/Text.h"
 
 namespace larynth {
 namespace {
 
+constexpr std::int64_t kMostProcesses = 1000;
 constexpr std::int64_t kMostSeed = std::numeric_limits<std::uint32_t>::max();
 
 // The file of "wave:FILE"; nothing for the standard source.
@@ -37,11 +42,19 @@ RenderCommand::InputForm ParseInputForm(const std::string& text) {
     Refuse("--input", "table, targets or packets", text);
 }
 
+// The extension of a folder's sounds.
+std::string ParseFormat(const std::string& text) {
+    const std::string extension = '.' + text;
+    if (!AudioFormatOf('-' + extension)) Refuse("--format", "wav, flac or raw", text);
+    return extension;
+}
+
 /// All frames into the audio file and, where there is one, the label file. The place of the first frame after
 /// which the sound is not finite, which the samples do not show; empty: none.
-std::string RenderFrames(RenderInput& frames, Synthesizer& synthesizer, std::uint64_t frameCount,
+/// The bar counts to `barLength`.
+std::string RenderFrames(RenderInput& frames, Synthesizer& synthesizer, std::uint64_t barLength,
                          AudioFile& audio, LabelFile* labels) {
-    ProgressBar bar(ProgressBar::IsWanted() ? frameCount : 0);
+    ProgressBar bar(barLength);
     std::uint64_t samples = 0, count = 0;
     std::string notFinite;
     while (frames.Next()) {
@@ -57,33 +70,62 @@ std::string RenderFrames(RenderInput& frames, Synthesizer& synthesizer, std::uin
     return notFinite;
 }
 
+void Summarize(const std::string& output, const Extent& extent, double seconds) {
+    const double length = static_cast<double>(extent.samples) / extent.sampleFreq;
+    const std::string name = output == "-" ? "standard output" : output;
+    Print(name + ": " + FixedText(length, 2) + " s of sound at " + ShortestText(extent.sampleFreq) +
+          " Hz, made in " + FixedText(seconds, 3) + " s, " + FixedText(length / seconds, 0) +
+          " times faster than real time");
+}
+
 }  // namespace
 
 RenderCommand::RenderCommand(CLI::App& program)
     : command_(program.add_subcommand("render", "Turn a frame table, targets or a packet file into sound")) {
     AddFileOptions();
+    AddFolderOptions();
     AddInputOptions();
     AddSoundOptions();
-    command_->footer("Example:\n  larynth render table.csv -o sound.wav --labels words.txt");
+    command_->footer(
+        "Examples:\n  larynth render table.csv -o sound.wav --labels words.txt\n"
+        "  larynth render *.csv -o sounds/ --jobs 8");
     command_->callback([this] { Run(); });
 }
 
 void RenderCommand::AddFileOptions() {
-    command_->add_option("INPUT", input_, "Frame table, targets or packet file; - is standard input")
+    command_
+        ->add_option("INPUT", inputs_,
+                     "Frame table, targets or packet file; - is standard input; several go into a folder")
         ->required()
         ->check(RefuseNoName)
         ->type_name("FILE");
     command_
         ->add_option("-o,--output", output_,
                      "Sound, by extension .wav, .flac or .raw; - writes raw samples "
-                     "(16-bit, little-endian) to standard output")
+                     "(16-bit, little-endian) to standard output; a folder gets a sound of each input")
         ->required()
         ->check(RefuseNoName)
         ->type_name("FILE");
-    command_->add_option("--labels", labels_, "Markers with their times: start, end (seconds), text")
+    command_
+        ->add_option("--labels", labels_,
+                     "Markers with their times: start, end (seconds), text; a folder for several inputs")
         ->check(RefuseNoName)
         ->type_name("FILE");
     command_->add_flag("--verbose", verbose_, "Say what was made, also when standard error is no terminal");
+}
+
+void RenderCommand::AddFolderOptions() {
+    const auto processes = [](const std::string& text) { return ParseInteger(text, 1, kMostProcesses); };
+    AddNumber(*command_, "--jobs", folder_.processes, processes, "a whole number from 1 to 1000",
+              "Into a folder: sounds made at a time, each in a process (default: one for each processor)")
+        ->type_name("N");
+    command_
+        ->add_option_function<std::string>(
+            "--format", [this](const std::string& text) { folder_.extension = ParseFormat(text); },
+            "Into a folder: format of the sounds (default wav)")
+        ->type_name("wav|flac|raw");
+    command_->add_flag("--force", folder_.force,
+                       "Into a folder: make also the sounds that are there and not older than their input");
 }
 
 void RenderCommand::AddInputOptions() {
@@ -127,28 +169,55 @@ void RenderCommand::AddSoundOptions() {
 }
 
 void RenderCommand::Run() const {
-    const auto start = std::chrono::steady_clock::now();
-    const AudioFormat format = AudioFormatOfOutput(output_);
-    RequireOwnFiles();
     if (inputForm_ == InputForm::Packets && defaults_.frameLen) {
         Say("--frame-len does not apply to packets: their conversion sets it");
     }
-    // Read twice: the first time finds what is wrong, and how long the sound will be.
-    InputFile input = InputFile::FromArgument(input_);
-    const Extent extent = ExtentOf(*NewInput(input));
-    input.Rewind();
-    Render(*NewInput(input), extent, format);
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    if (verbose_ || ProgressBar::IsWanted()) Summarize(extent, taken.count());
+    if (IsForFolder()) return RenderAll();
+    for (const char* option : {"--jobs", "--format", "--force"}) {
+        if (command_->count(option) == 0) continue;
+        throw BadInput(std::string(option) + ": expected a folder as --output, found " + output_);
+    }
+    RenderOne({inputs_.front(), output_, labels_}, true);
 }
 
-void RenderCommand::RequireOwnFiles() const {
+bool RenderCommand::IsForFolder() const {
+    if (AudioFormatOf(output_)) {
+        if (inputs_.size() == 1) return false;
+        throw BadInput("--output: expected a folder for several inputs, found " + output_);
+    }
+    return inputs_.size() > 1 || output_.ends_with('/') || std::filesystem::is_directory(output_);
+}
+
+void RenderCommand::RenderAll() const {
+    RenderFolder folder = folder_;
+    folder.output = output_;
+    folder.labels = labels_;
+    if (folder.extension.empty()) folder.extension = ".wav";
+    if (folder.processes == 0) folder.processes = std::max(1U, std::thread::hardware_concurrency());
+    RenderIntoFolder(folder, inputs_, [this](const RenderJob& job) { RenderOne(job, false); });
+}
+
+void RenderCommand::RenderOne(const RenderJob& job, bool isAlone) const {
+    const auto start = std::chrono::steady_clock::now();
+    const bool isWatched = isAlone && ProgressBar::IsWanted();
+    AudioFormatOfOutput(job.output);
+    RequireOwnFiles(job);
+    // Read twice: the first time finds what is wrong, and how long the sound will be.
+    InputFile input = InputFile::FromArgument(job.input);
+    const Extent extent = ExtentOf(*NewInput(input));
+    input.Rewind();
+    Render(*NewInput(input), extent, job, isWatched);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    if (verbose_ || isWatched) Summarize(job.output, extent, taken.count());
+}
+
+void RenderCommand::RequireOwnFiles(const RenderJob& job) const {
     UsedFiles files;
-    files.AddInput("the input", input_);
+    files.AddInput("the input", job.input);
     if (voiceFile_) files.AddInput("the voice", *voiceFile_);
     if (waveFile_) files.AddInput("the waveform", *waveFile_);
-    files.AddOutput("--output", "the output", output_);
-    if (!labels_.empty()) files.AddOutput("--labels", "the labels", labels_);
+    files.AddOutput("--output", "the output", job.output);
+    if (!job.labels.empty()) files.AddOutput("--labels", "the labels", job.labels);
 }
 
 std::unique_ptr<RenderInput> RenderCommand::NewInput(InputFile& file) const {
@@ -167,34 +236,28 @@ SynthesizerSettings RenderCommand::ReadSettings(double sampleFreq) const {
     return settings;
 }
 
-void RenderCommand::Render(RenderInput& frames, const Extent& extent, AudioFormat format) const {
+void RenderCommand::Render(RenderInput& frames, const Extent& extent, const RenderJob& job,
+                           bool showsBar) const {
+    const AudioFormat format = AudioFormatOfOutput(job.output);
     const int headerRate = HeaderRate(format, extent.sampleFreq);
     if (format != AudioFormat::Raw && headerRate != extent.sampleFreq) {
         Say("the file says " + std::to_string(headerRate) + " Hz for a sample frequency of " +
             ShortestText(extent.sampleFreq) + " Hz");
     }
     Synthesizer synthesizer(ReadSettings(extent.sampleFreq));
-    OutputFile audioOutput(output_, AudioFile::AccessFor(format));
+    OutputFile audioOutput(job.output, AudioFile::AccessFor(format));
     AudioFile audio(audioOutput, format, headerRate, extent.samples);
     std::optional<OutputFile> labelOutput;
     std::optional<LabelFile> labels;
-    if (!labels_.empty()) labels.emplace(labelOutput.emplace(labels_), extent.sampleFreq);
+    if (!job.labels.empty()) labels.emplace(labelOutput.emplace(job.labels), extent.sampleFreq);
     const std::string notFinite =
-        RenderFrames(frames, synthesizer, extent.frames, audio, labels ? &*labels : nullptr);
+        RenderFrames(frames, synthesizer, showsBar ? extent.frames : 0, audio, labels ? &*labels : nullptr);
     if (labelOutput) {
         OutputFile::Commit({&audioOutput, &*labelOutput});
     } else {
         audioOutput.Commit();
     }
     if (!notFinite.empty()) Say(notFinite + ": the sound is not finite at the end of this frame");
-}
-
-void RenderCommand::Summarize(const Extent& extent, double seconds) const {
-    const double length = static_cast<double>(extent.samples) / extent.sampleFreq;
-    const std::string name = output_ == "-" ? "standard output" : output_;
-    Print(name + ": " + FixedText(length, 2) + " s of sound at " + ShortestText(extent.sampleFreq) +
-          " Hz, made in " + FixedText(seconds, 3) + " s, " + FixedText(length / seconds, 0) +
-          " times faster than real time");
 }
 
 }  // namespace larynth

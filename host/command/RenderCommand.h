@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <larynth/Speech.h>
 
 #include "host/audio/Sound.h"
+#include "host/command/RenderFolder.h"
 #include "host/command/RenderInput.h"
 
 namespace CLI {
@@ -17,7 +19,7 @@ class App;
 
 namespace larynth {
 
-/// `larynth render`: a frame table or a packet file becomes sound.
+/// `larynth render`: frame tables, targets and packet files become sound.
 class RenderCommand {
   public:
     /// Adds the subcommand, which runs as soon as the command line is parsed; the object must outlive that.
@@ -30,19 +32,24 @@ class RenderCommand {
 
   private:
     void AddFileOptions();
+    void AddFolderOptions();
     void AddInputOptions();
     void AddSoundOptions();
     void Run() const;
-    void RequireOwnFiles() const;
+    bool IsForFolder() const;
+    void RenderAll() const;
+    /// With a bar and a summary on a terminal if it is the only one.
+    void RenderOne(const RenderJob& job, bool isAlone) const;
+    void RequireOwnFiles(const RenderJob& job) const;
     std::unique_ptr<RenderInput> NewInput(InputFile& file) const;
     SynthesizerSettings ReadSettings(double sampleFreq) const;
-    void Render(RenderInput& frames, const Extent& extent, AudioFormat format) const;
-    void Summarize(const Extent& extent, double seconds) const;
+    void Render(RenderInput& frames, const Extent& extent, const RenderJob& job, bool showsBar) const;
 
     CLI::App* command_;
-    std::string input_;
+    std::vector<std::string> inputs_;
     std::string output_;
     std::string labels_;  // empty: none wanted
+    RenderFolder folder_;
     InputForm inputForm_ = InputForm::Table;
     FrameDefaults defaults_;
     std::optional<std::string> voiceFile_;

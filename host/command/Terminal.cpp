@@ -10,20 +10,23 @@
 namespace larynth {
 namespace {
 
+constexpr char kWipe[] = "\r\x1b[K";  // the line, a bar's perhaps
 constexpr int kWidth = 40;
 constexpr char kFull[] = "########################################";
 static_assert(sizeof(kFull) == kWidth + 1);
 
 }  // namespace
 
-void Print(const std::string& line) { std::fprintf(stderr, "%s\n", Printable(line).c_str()); }
+void Print(const std::string& line) {
+    std::fprintf(stderr, "%s%s\n", ProgressBar::IsWanted() ? kWipe : "", Printable(line).c_str());
+}
 
 void Say(const std::string& message) { Print("larynth: " + message); }
 
 bool ProgressBar::IsWanted() { return isatty(STDERR_FILENO) == 1; }
 
 ProgressBar::~ProgressBar() {
-    if (shown_ >= 0) std::fputs("\r\x1b[K", stderr);
+    if (shown_ >= 0) std::fputs(kWipe, stderr);
 }
 
 void ProgressBar::Show(std::uint64_t done) noexcept {

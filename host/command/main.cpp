@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
 #include <csignal>
-#include <cstdio>
-#include <exception>
 #include <fcntl.h>
-#include <new>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,18 +10,16 @@
 
 #include "host/Files.h"
 #include "host/command/Completion.h"
+#include "host/command/ExitStatus.h"
 #include "host/command/Listings.h"
 #include "host/command/RegistrationCommand.h"
 #include "host/command/RenderCommand.h"
-#include "host/command/Terminal.h"
 #include "input/BadInput.h"
 #if LARYNTH_SPEECH
 #include "host/command/SayCommand.h"
 #endif
 
 namespace {
-
-enum ExitStatus { kDone = 0, kFailed = 1, kBadInput = 2 };
 
 // A reader that went away and a full quota are failed writes like others, not ends of the program; and no
 // file that is opened later may pass for a standard stream that was closed.
@@ -36,17 +31,11 @@ void PrepareProcess() {
     }
 }
 
-int Report(ExitStatus status, const char* message) {
-    larynth::Say(message);
-    return status;
-}
-
 // For help or the version.
-int Answer(const CLI::App& program, const CLI::ParseError& request) {
+void Answer(const CLI::App& program, const CLI::ParseError& request) {
     std::ostringstream text;
     program.exit(request, text, text);
     larynth::WriteToStandardOutput(text.str());
-    return kDone;
 }
 
 // "render, items or classes".
@@ -61,7 +50,7 @@ std::string CommandNames(const CLI::App& program) {
     return names;
 }
 
-int Run(int argc, char** argv) {
+void Run(int argc, char** argv) {
     CLI::App program("Formant speech synthesizer", "larynth");
     program.set_version_flag("--version", LARYNTH_VERSION);
     program.require_subcommand(0, 1);
@@ -84,28 +73,17 @@ int Run(int argc, char** argv) {
     try {
         program.parse(argc, argv);  // and does what was asked for
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0 ? Answer(program, error) : Report(kBadInput, error.what());
+        if (error.get_exit_code() != 0) throw;
+        return Answer(program, error);
     }
     if (program.get_subcommands().empty()) {
         throw larynth::BadInput("expected " + CommandNames(program) + ", see larynth --help");
     }
-    return kDone;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     PrepareProcess();
-    try {
-        return Run(argc, argv);
-    } catch (const larynth::BadInput& error) {
-        return Report(kBadInput, error.what());
-    } catch (const larynth::InputError& error) {
-        return Report(kBadInput, error.what());
-    } catch (const std::bad_alloc&) {
-        std::fputs("larynth: out of memory\n", stderr);
-        return kFailed;
-    } catch (const std::exception& error) {
-        return Report(kFailed, error.what());
-    }
+    return larynth::StatusOf([=] { Run(argc, argv); });
 }

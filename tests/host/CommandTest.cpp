@@ -62,7 +62,12 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     const std::tuple<int, std::string, std::string> rows[] = {
         {2, "larynth", "render, items, register, unregister, classes or completion"},
         {2, "larynth render t.csv", "output"},
-        {2, "larynth render t.csv u.csv -o o.wav", "u.csv"},
+        {2, "larynth render t.csv u.csv -o o.wav", "expected a folder for several inputs, found o.wav"},
+        {2, "larynth render t.csv ./t.csv -o n/", "t.csv and ./t.csv would both become n/t.wav"},
+        {2, "larynth render t.csv p.raw -o . --format raw", "./p.raw: expected another file than an input"},
+        {2, "larynth render t.csv - -o n", "expected files for an output folder, found -"},
+        {2, toWav + "--force", "--force: expected a folder as --output, found o.wav"},
+        {1, "larynth render t.csv -o t.csv/", "t.csv/: cannot be made: "},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
         {2, toWav + "--labels ./o.wav", "--labels: expected another file"},
         {2, toWav + "--labels t.csv", "--labels: expected another file than the input, found t.csv"},
@@ -221,6 +226,28 @@ TEST_F(Command, SaysWhatWasMadeAndHowFarItIs) {
     EXPECT_EQ(folder_.Read("o.wav").size(), 44U + 2 * 200 * 10);
     for (const char* line : {"larynth --help", "larynth render --help", "larynth --version"})
         EXPECT_NE(Run(line).out, "") << line;
+}
+
+TEST_F(Command, ManyInputsBecomeSoundsInAFolderAsEachAlone) {
+    folder_.Write("bad.csv", "Av\n");
+    folder_.Write("u.csv", "AV,AH,FrameLen,Marker\n0,500,700,noise\n");
+    const std::string all = "larynth render t.csv u.csv -o out/ --format raw --labels labels --seed 5";
+    EXPECT_THAT(Run(all + " --jobs 1").err, StartsWith("larynth: out/: 2 made, 0 skipped, 0 failed"));
+    Run("larynth render u.csv -o alone.raw --labels alone.txt --seed 5");
+    EXPECT_EQ(folder_.Read("out/u.raw"), folder_.Read("alone.raw"));
+    EXPECT_EQ(folder_.Read("labels/u.txt"), folder_.Read("alone.txt"));
+
+    Run("echo old >out/u.raw && touch -d '1 hour' t.csv && rm labels/u.txt");
+    EXPECT_THAT(Run(all + " bad.csv", 2).err,
+                MatchesRegex("larynth: bad.csv:1:1: .*\nlarynth: out/: 2 made, 0 skipped, 1 failed.*\n"));
+    EXPECT_EQ(folder_.Read("out/u.raw"), folder_.Read("alone.raw"));
+    Run("echo old >out/u.raw");
+    EXPECT_THAT(Run(all + " gone.csv", 2).err, HasSubstr("1 made, 1 skipped, 1 failed"));
+    EXPECT_EQ(folder_.Read("out/u.raw"), "old\n");
+    EXPECT_THAT(Run(all + " --force").err, HasSubstr("2 made, 0 skipped"));
+    EXPECT_EQ(folder_.Read("out/u.raw"), folder_.Read("alone.raw"));
+    EXPECT_THAT(Run("mkdir out/t.wav; larynth render t.csv u.csv -o out --force", 1).err,
+                HasSubstr("out: 1 made, 0 skipped, 1 failed"));
 }
 
 TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
