@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <cstring>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <string>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 #include "tests/host/CommandFolder.h"
 
@@ -287,6 +290,15 @@ TEST_F(Command, TheExamplesRender) {
             "; larynth render '" LARYNTH_EXAMPLES_DIR
             "'/$1.csv -o o.raw "
             "--labels l && test $(stat -c %s o.raw) = $2 && grep -q $3 l");
+    }
+    Run("larynth render '" LARYNTH_EXAMPLES_DIR "/utterances/'*.csv --input targets --format raw -o o/");
+    for (const auto& sound : std::filesystem::directory_iterator(folder_.Path("o"))) {
+        const std::string bytes = ContentOf(sound.path());
+        std::vector<std::int16_t> samples(bytes.size() / 2);
+        std::memcpy(samples.data(), bytes.data(), bytes.size());
+        // Heard, and with room below 32768, where samples wrap.
+        EXPECT_THAT(std::ranges::max(samples), testing::AllOf(testing::Gt(3000), testing::Lt(29000)))
+            << sound;
     }
 }
 

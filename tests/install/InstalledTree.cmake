@@ -49,6 +49,21 @@ run(${CMAKE_COMMAND} -S ${EXAMPLES} -B ${WORK}/build
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 expect_output("250 samples\n" ${WORK}/build/minimal_host ${modules})
 expect_vowel(${WORK}/build/first_sound)
+expect_output("0.000 s  ma\n0.200 s  ri\n0.399 s  na\n0.599 s  end\n" ${WORK}/build/marker_stream)
+# Runs an example that writes one 16-bit sound under two names, which differ, or another sound than its table.
+function(expect_other_sounds example one other)
+  run(${CMAKE_COMMAND} -E chdir ${WORK} ${WORK}/build/${example} ${ARGN})
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${WORK}/${one} ${WORK}/${other} RESULT_VARIABLE differ
+    ERROR_QUIET)
+  file(SIZE ${WORK}/${one} size)
+  file(SIZE ${WORK}/${other} other_size)
+  if(NOT differ EQUAL 1 OR NOT size EQUAL other_size)
+    message(FATAL_ERROR "${example}: ${one} has ${size} bytes, ${other} ${other_size}")
+  endif()
+endfunction()
+expect_other_sounds(own_source own.wav standard.wav)
+run(${WORK}/prefix/bin/larynth render ${EXAMPLES}/word_married.csv -o ${WORK}/married.wav)
+expect_other_sounds(wave_table_voice voice.wav married.wav ${EXAMPLES}/word_married.csv)
 
 # pkg-config
 set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/${LIBDIR}/pkgconfig)
