@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "python/Module.h"
+
+PYBIND11_MODULE(_larynth, module) {
+    larynth::BindErrors(module);
+    larynth::BindFrames(module);
+    larynth::BindFiles(module);
+    larynth::BindSections(module);
+    larynth::BindSynthesizing(module);
+}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <mutex>
+#include <optional>
+#include <pybind11/stl.h>
+
+#include "python/Arrays.h"
+#include "python/Interrupts.h"
+#include "python/Module.h"
+#include "python/Signals.h"
+#include "python/Voices.h"
+
+namespace larynth {
+namespace {
+
+namespace py = pybind11;
+
+/// A synthesizer for the threads of an interpreter: they take turns, and none holds the interpreter's lock
+/// while it renders. A rendering that fails or is interrupted leaves the state as it was in front of it.
+class SharedSynthesizer {
+  public:
+    explicit SharedSynthesizer(const SynthesizerSettings& settings)
+        : tract_(settings.tract), synthesizer_(settings) {
+        Require(states_.QueryFrom(synthesizer_.Process()), "reach a synthesizer's state");
+    }
+
+    /// Any work with the synthesizer.
+    template <class Work>
+    auto InTurn(Work work) {
+        const py::gil_scoped_release unlocked;
+        const std::scoped_lock turn(turn_);
+        return work(synthesizer_);
+    }
+
+    /// Work that moves the state.
+    template <class Work>
+    auto OrAsBefore(Work work) {
+        return InTurn([&](Synthesizer&) {
+            ComPtr<IUnknown> before;
+            Require(states_->CreateState(before.Put()), "make a state");
+            Require(states_->SaveState(before.Get()), "save a synthesizer's state");
+            try {
+                return work();
+            } catch (...) {
+                Require(states_->RestoreState(before.Get()), "put a synthesizer's state back");
+                throw;
+            }
+        });
+    }
+
+    py::array Render(const py::array& frames) {
+        return ArrayOf(OrAsBefore([&, this, span = FramesIn(frames)] { return Samples(span); }),
+                       py::dtype::of<std::int16_t>());
+    }
+
+    /// A row for each of SignalNames(), as long as the frames together.
+    py::array Signals(const py::array& frames) {
+        std::vector<double> rows = OrAsBefore([&, this, span = FramesIn(frames)] {
+            Interrupts interrupts;
+            // Copied, because other threads may change the array: room is made for these lengths.
+            return RenderSignals(synthesizer_, tract_, {span.begin(), span.end()}, interrupts);
+        });
+        const auto count = static_cast<py::ssize_t>(SignalNames(synthesizer_).size());
+        const auto length = static_cast<py::ssize_t>(rows.size()) / count;
+        return ArrayOf(std::move(rows), py::dtype::of<double>()).reshape({count, length});
+    }
+
+  private:
+    std::vector<std::int16_t> Samples(std::span<const KlattFrame> frames) {
+        Interrupts interrupts;
+        std::vector<std::int16_t> samples;
+        synthesizer_.Render(frames, [&](std::span<const std::int16_t> chunk) {
+            samples.insert(samples.end(), chunk.begin(), chunk.end());
+            interrupts.Check();
+        });
+        return samples;
+    }
+
+    std::recursive_mutex turn_;  // a signal's handler may render, too
+    TractForm tract_;
+    Synthesizer synthesizer_;
+    ComPtr<ILarynthState> states_;
+};
+
+std::unique_ptr<SharedSynthesizer> MakeSynthesizer(double sampleFreq, bool isFilter, double volume,
+                                                   double outputGain, const std::optional<PlainVoice>& voice,
+                                                   const std::optional<Waveform>& wave,
+                                                   std::optional<std::uint32_t> seed) {
+    SynthesizerSettings settings{.sampleFreq = sampleFreq,
+                                 .tract = isFilter ? TractForm::Filter : TractForm::Resonator,
+                                 .volume = volume,
+                                 .outputGain = outputGain,
+                                 .voice = SettingsOf(voice),
+                                 .wave = wave,
+                                 .seed = seed};
+    return std::make_unique<SharedSynthesizer>(settings);
+}
+
+}  // namespace
+
+void BindSynthesizing(py::module_& module) {
+    using Shared = SharedSynthesizer;
+    py::class_<Shared>(module, "Synthesizer")
+        .def(py::init(&MakeSynthesizer))
+        .def("render", &Shared::Render)
+        .def("signals", &Shared::Signals)
+        .def("signal_names", [](Shared& shared) { return shared.InTurn(&SignalNames); })
+        .def("set_volume",
+             [](Shared& shared, double factor) {
+                 shared.InTurn([=](Synthesizer& synthesizer) { synthesizer.SetVolume(factor); });
+             })
+        .def("set_output_gain",
+             [](Shared& shared, double factor) {
+                 shared.InTurn([=](Synthesizer& synthesizer) { synthesizer.SetOutputGain(factor); });
+             })
+        .def("set_voice", [](Shared& shared, const std::optional<PlainVoice>& voice) {
+            shared.InTurn([&](Synthesizer& synthesizer) { synthesizer.SetVoice(SettingsOf(voice)); });
+        });
+}
+
+}  // namespace larynth

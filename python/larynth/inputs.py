@@ -1,0 +1,69 @@
+# SPDX-License-Identifier: MIT
+"""What is asked of arguments, in one place: each function gives its argument back, or raises InputError."""
+
+import math
+import operator
+import os
+from typing import Any, Sequence
+
+import numpy as np
+
+from .errors import InputError
+
+Path = str | os.PathLike[str]
+Markers = Sequence[tuple[int, str]]
+
+
+def refuse(name: str, expected: str, found: object) -> InputError:
+    return InputError(f"{name}: expected {expected}, found {found!r}")
+
+
+def number(name: str, value: Any) -> float:
+    if not isinstance(value, str):
+        try:
+            if math.isfinite(value):
+                return float(value)
+        except TypeError:
+            pass
+    raise refuse(name, "a finite number", value)
+
+
+def number_from(name: str, value: Any, lowest: float, highest: float) -> float:
+    if lowest <= number(name, value) <= highest:
+        return float(value)
+    raise refuse(name, f"a number from {lowest:g} to {highest:g}", value)
+
+
+def whole_number(name: str, value: Any, highest: int) -> int:
+    try:
+        if 0 <= operator.index(value) <= highest:
+            return operator.index(value)
+    except TypeError:
+        pass
+    raise refuse(name, f"a whole number from 0 to {highest}", value)
+
+
+def numbers(name: str, values: Any) -> np.ndarray[Any, np.dtype[np.float64]]:
+    """At least one finite number, in one dimension."""
+    array = np.asarray(values)
+    if array.ndim != 1 or array.size == 0 or array.dtype.kind not in "iuf" or not np.isfinite(array).all():
+        raise refuse(name, "finite numbers in one dimension", values)
+    return array.astype(np.float64)
+
+
+def choice(name: str, value: str, choices: Sequence[str]) -> str:
+    if value in choices:
+        return value
+    raise refuse(name, ", ".join(choices[:-1]) + " or " + choices[-1], value)
+
+
+def seed_or_none(seed: int | None) -> int | None:
+    return None if seed is None else whole_number("seed", seed, 2**32 - 1)
+
+
+def ordered_markers(markers: Markers, frame_count: int) -> list[tuple[int, str]]:
+    """Markers of an utterance: frames in ascending order, up to the end."""
+    checked = [(whole_number("marker", frame, frame_count), str(text)) for frame, text in markers]
+    if any(before > after for (before, _), (after, _) in zip(checked, checked[1:])):
+        raise InputError("markers: expected frames in ascending order")
+    return checked

@@ -1,0 +1,205 @@
+# SPDX-License-Identifier: MIT
+"""From frames to sound."""
+
+from typing import Any, Iterator, Sequence
+
+import numpy as np
+
+from . import _larynth, voice as voices
+from .utterances import FrameArray, Frames, Utterance, as_frames
+from .inputs import Markers, choice, number, numbers, ordered_markers, seed_or_none, whole_number
+from .sound import Sound
+from .voice import Voice
+
+Samples = np.ndarray[Any, np.dtype[np.int16]]
+
+
+class Synthesizer:
+    """A synthesizer, whose state runs on from one call to the next.
+
+    Threads may share it: they take turns. While it renders other threads run.
+
+    Parameters
+    ----------
+    sample_freq : float
+        Hz.
+    tract : {"resonator", "filter"}
+        The form of the cascade: resonators one behind the other, or one rational filter. The same transfer
+        function; low bits differ.
+    volume : float
+        Linear factor, applied last.
+    output_gain : float
+        Linear factor on the sum of cascade and parallel branch.
+    voice : Voice, optional
+    wave : sequence of float, optional
+        Open phase of one excitation period, of a wave-table source in place of any other, also a voice's.
+    seed : int, optional
+        State of the noise generator at the start, 0 to 2**32 - 1; None: as it stands. The process has one
+        generator for all synthesizers: threads that render at one time share its noise.
+    """
+
+    def __init__(
+        self,
+        sample_freq: float = 11025.0,
+        *,
+        tract: str = "resonator",
+        volume: float = 1.0,
+        output_gain: float = 1.0,
+        voice: Voice | None = None,
+        wave: Sequence[float] | None = None,
+        seed: int | None = None,
+    ) -> None:
+        self._sample_freq = number("sample_freq", sample_freq)
+        self._inner = _larynth.Synthesizer(
+            self._sample_freq,
+            choice("tract", tract, ["resonator", "filter"]) == "filter",
+            number("volume", volume),
+            number("output_gain", output_gain),
+            voices.plain(voice),
+            None if wave is None else list(numbers("wave", wave)),
+            seed_or_none(seed),
+        )
+
+    @property
+    def sample_freq(self) -> float:
+        """Hz."""
+        return self._sample_freq
+
+    def set_volume(self, factor: float) -> None:
+        """Set the linear factor that is applied last, from the next sample on."""
+        self._inner.set_volume(number("volume", factor))
+
+    def set_output_gain(self, factor: float) -> None:
+        """Set the linear factor on the sum of cascade and parallel branch, from the next sample on."""
+        self._inner.set_output_gain(number("output_gain", factor))
+
+    def set_voice(self, voice: Voice | None) -> None:
+        """Set a voice with its source, from the next sample on; None brings back the standard source."""
+        self._inner.set_voice(voices.plain(voice))
+
+    def render(self, frames: Frames) -> Samples:
+        """Render frames.
+
+        Parameters
+        ----------
+        frames : array of `frame_dtype`, shape (n,), or mapping
+            A contiguous array is read where it lies.
+
+        Returns
+        -------
+        ndarray of int16, shape (total length of the frames,)
+
+        Raises
+        ------
+        InputError
+            With frame and item, for a number that is not finite.
+
+        Notes
+        -----
+        Where this fails or is interrupted, the state is that in front of the call, which can be repeated.
+        """
+        return self._inner.render(as_frames(frames))
+
+    def chunks(self, frames: Frames, size: int = 10) -> Iterator[Samples]:
+        """Render frames piece by piece, to hear the first ones before the last ones are made.
+
+        Parameters
+        ----------
+        frames : array of `frame_dtype`, shape (n,), or mapping
+        size : int
+            Frames of a chunk, from 1.
+
+        Yields
+        ------
+        ndarray of int16
+            The same samples as `render` gives, one chunk after the other.
+        """
+        array = as_frames(frames)
+        for start in range(0, len(array), max(1, whole_number("size", size, len(array) + size))):
+            yield self._inner.render(array[start : start + size])
+
+    def signals(self, frames: Frames) -> dict[str, np.ndarray[Any, np.dtype[np.float64]]]:
+        """Render frames and give the signals inside.
+
+        Parameters
+        ----------
+        frames : array of `frame_dtype`, shape (n,), or mapping
+
+        Returns
+        -------
+        dict of str to ndarray of float64, shape (total length of the frames,)
+            Sources ("voicing", "tilted_voicing", "aspiration", "frication"), the cascade ("cascade_input",
+            "cascade_nz", "cascade_np", "cascade_f1" ... "cascade_f5"; nan in filter form), what the parallel
+            branch adds up ("parallel_bypass", "parallel_f0" ... "parallel_f6"), "cascade", "parallel", "sum",
+            and the steps of the output ("gained", "low_shelf", "high_shelf", "pre_emphasis", "output"). Samples are
+            the low 16 bits of "output" without its fraction: `output.astype(np.int64).astype(np.int16)` is what
+            `render` gives, to the last bit.
+        """
+        return dict(zip(self._inner.signal_names(), self._inner.signals(as_frames(frames))))
+
+
+def _utterance(given: Frames | Utterance, sample_freq: float | None, settings: dict[str, Any]) -> Utterance:
+    """With its frames as rendering reads them; what was given by name displaces what the utterance has."""
+    utterance = given if isinstance(given, Utterance) else Utterance(as_frames(given))
+    if sample_freq is None:
+        sample_freq = utterance.sample_freq
+    if settings.get("voice") is None:
+        settings["voice"] = utterance.voice
+    return Utterance(as_frames(utterance.frames), sample_freq, utterance.markers)
+
+
+def render(
+    frames: Frames | Utterance,
+    *,
+    sample_freq: float | None = None,
+    markers: Markers | None = None,
+    seed: int | None = 1,
+    **settings: Any,
+) -> Sound:
+    """Render frames by a synthesizer of their own.
+
+    Parameters
+    ----------
+    frames : Utterance, array of `frame_dtype`, shape (n,), or mapping from names to numbers or arrays
+        An array is read where it lies.
+    sample_freq : float, optional
+        Hz; else that of the utterance, else 11025.
+    markers : sequence of (int, str), optional
+        Texts and the frames in front of which they stand, in ascending order; else those of the utterance.
+    seed : int, optional
+        State of the noise generator at the start: the same frames give the same bits again.
+    **settings
+        tract, volume, output_gain, voice and wave as of `Synthesizer`.
+
+    Returns
+    -------
+    Sound
+
+    Raises
+    ------
+    InputError
+        With frame and item, for what cannot be rendered.
+
+    Examples
+    --------
+    >>> larynth.render(larynth.read("table.csv")).write("sound.wav")
+    >>> larynth.render({"AV": 900, "F0": np.linspace(90, 140, 100), "F1": 700, "BW1": 130, "AH": 0})
+    """
+    utterance = _utterance(frames, sample_freq, settings)
+    array: FrameArray = utterance.frames
+    placed = ordered_markers(utterance.markers if markers is None else markers, len(array))
+    synthesizer = Synthesizer(utterance.sample_freq, seed=seed, **settings)
+    samples = synthesizer.render(array)
+    starts = np.concatenate([[0], np.cumsum(array["length"], dtype=np.int64)])
+    return Sound(samples, synthesizer.sample_freq, [(int(starts[frame]), text) for frame, text in placed])
+
+
+def signals(
+    frames: Frames | Utterance, *, sample_freq: float | None = None, seed: int | None = 1, **settings: Any
+) -> dict[str, np.ndarray[Any, np.dtype[np.float64]]]:
+    """The signals inside while frames are rendered: `Synthesizer.signals` by a synthesizer of their own.
+
+    Parameters are those of `render`.
+    """
+    utterance = _utterance(frames, sample_freq, settings)
+    return Synthesizer(utterance.sample_freq, seed=seed, **settings).signals(utterance.frames)
