@@ -7,4 +7,7 @@ PYBIND11_MODULE(_larynth, module) {
     larynth::BindFiles(module);
     larynth::BindSections(module);
     larynth::BindSynthesizing(module);
+#if LARYNTH_SPEECH
+    larynth::BindSpeaking(module);
+#endif
 }

@@ -12,6 +12,7 @@ void BindErrors(pybind11::module_& module);
 void BindFiles(pybind11::module_& module);
 void BindFrames(pybind11::module_& module);
 void BindSections(pybind11::module_& module);
+void BindSpeaking(pybind11::module_& module);
 void BindSynthesizing(pybind11::module_& module);
 
 }  // namespace larynth

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/command/SayCommand.h"
 
-#include <filesystem>
-#include <map>
 #include <sstream>
 
 #include <larynth/Speech.h>
@@ -10,8 +8,8 @@
 #include "host/command/Options.h"
 #include "host/command/SpeechOutputs.h"
 #include "host/command/Terminal.h"
+#include "host/speech/SpokenText.h"
 #include "input/Text.h"
-#include "text/Lexicon.h"
 
 namespace larynth {
 namespace {
@@ -21,13 +19,8 @@ constexpr char kExample[] =
     "book.flac";
 
 TextForm ParseForm(const std::string& text) {
-    static const std::map<std::string, TextForm> kForms{{"text", TextForm::Text},
-                                                        {"arpabet", TextForm::Arpabet},
-                                                        {"ipa", TextForm::Ipa},
-                                                        {"ssml", TextForm::Ssml}};
-    const auto form = kForms.find(text);
-    if (form == kForms.end()) Refuse("--input", "text, arpabet, ipa or ssml", text);
-    return form->second;
+    if (const auto form = FindTextForm(text)) return *form;
+    Refuse("--input", "text, arpabet, ipa or ssml", text);
 }
 
 /// A factor of the voice on the command line.
@@ -50,43 +43,6 @@ std::string Joined(const std::vector<std::string>& words, const char* between) {
 
 void ListVoices() {
     for (const std::string& name : Speaker::Names()) WriteToStandardOutput(name + '\n');
-}
-
-SoundClass SoundClassOf(const PhoneEntry& entry) {
-    switch (entry.kind) {
-        case PhoneClass::Vowel:
-            return SoundClass::Vowel;
-        case PhoneClass::Diphthong:
-            return SoundClass::Diphthong;
-        case PhoneClass::Glide:
-            return SoundClass::Glide;
-        case PhoneClass::Nasal:
-            return SoundClass::Nasal;
-        case PhoneClass::Fricative:
-        case PhoneClass::Aspirate:
-            return entry.voiced ? SoundClass::VoicedFricative : SoundClass::VoicelessFricative;
-        case PhoneClass::Stop:
-        case PhoneClass::Affricate:
-            return entry.voiced ? SoundClass::VoicedStop : SoundClass::VoicelessStop;
-        case PhoneClass::Pause:
-            break;
-    }
-    return SoundClass::Pause;
-}
-
-/// What a table's phones are to a front end. The table must outlive the set.
-PhoneSet PhonesOf(const PhoneTable& table) {
-    PhoneSet phones;
-    for (const auto& [name, entry] : table.Entries())
-        phones.emplace(name, PhoneOfTable(entry.name, SoundClassOf(entry)));
-    return phones;
-}
-
-/// What an optional file gives.
-template <class Parse>
-auto Parsed(const std::string& path, Parse parse) {
-    InputFile file(path, InputFile::Use::Once);
-    return parse(file.Stream(), path);
 }
 
 }  // namespace
@@ -154,17 +110,10 @@ std::string SayCommand::TextFile() const {
     return readsWords ? "" : textFile_.empty() ? "-" : textFile_;
 }
 
-Speaker SayCommand::ChosenSpeaker() const {
-    const std::vector<std::string> names = Speaker::Names();
-    if (const auto known = Speaker::Find(voice_.empty() ? names.front() : voice_)) return *known;
-    if (std::filesystem::exists(voice_)) return Parsed(voice_, &Speaker::Parse);
-    throw BadInput("--voice: expected " + Joined(names, ", ") + " or a file, found " + Quoted(voice_));
-}
-
 void SayCommand::RequireOwnFiles() const {
     UsedFiles files;
     if (const std::string text = TextFile(); !text.empty()) files.AddInput("the input", text);
-    if (!voice_.empty() && !Speaker::Find(voice_)) files.AddInput("the voice", voice_);
+    if (!Speaker::Find(voice_)) files.AddInput("the voice", voice_);
     if (!lexiconFile_.empty()) files.AddInput("the lexicon", lexiconFile_);
     if (!phoneTableFile_.empty()) files.AddInput("the phone table", phoneTableFile_);
     if (!output_.empty()) {
@@ -202,29 +151,20 @@ std::vector<std::unique_ptr<SpeechOutput>> SayCommand::NewOutputs(const SpeechSt
 }
 
 void SayCommand::SayAll(std::istream& text, const std::string& name, const InputFile* file) const {
-    std::optional<PhoneTable> ownTable;
-    if (!phoneTableFile_.empty()) ownTable = Parsed(phoneTableFile_, &PhoneTable::Parse);
-    std::optional<Lexicon> lexicon;
-    if (!lexiconFile_.empty()) {
-        InputFile lexiconInput(lexiconFile_, InputFile::Use::Once);
-        lexicon.emplace(lexiconInput.Stream(), lexiconFile_);
-    }
-    const PhoneSet phones = ownTable ? PhonesOf(*ownTable) : PhoneSet();
-    const SpeechStyle style{ownTable ? *ownTable : PhoneTable::English(), ChosenSpeaker(), settings_};
-    UtteranceReader reader(text, name,
-                           {.form = form_,
-                            .meanPitch = style.speaker.f0 * settings_.pitch,
-                            .lexicon = lexicon ? &*lexicon : nullptr,
-                            .phones = ownTable ? &phones : nullptr});
     // Nothing is opened for a text that cannot be said.
-    if (!reader.Next()) throw BadInput(name + ": expected something to say, found nothing");
-    const auto outputs = NewOutputs(style);
+    SpokenText spoken(text, name,
+                      {.form = form_,
+                       .lexiconFile = lexiconFile_,
+                       .phoneTableFile = phoneTableFile_,
+                       .speaker = FindSpeaker(voice_, "--voice"),
+                       .settings = settings_});
+    const auto outputs = NewOutputs(spoken.Style());
     const bool showsProgress = file != nullptr && !output_.empty() && ProgressBar::IsWanted();
     ProgressBar bar(showsProgress ? file->Size() : 0);
     do {
-        for (const auto& output : outputs) output->Say(reader.Current());
+        for (const auto& output : outputs) output->Say(spoken.Current());
         if (showsProgress) bar.Show(file->Consumed());
-    } while (reader.Next());
+    } while (spoken.Next());
     std::vector<OutputFile*> files;
     for (const auto& output : outputs) output->Finish(files);
     OutputFile::Commit(files);

@@ -34,7 +34,6 @@ class SayCommand {
     void Run() const;
     void RequireOwnFiles() const;
     std::string TextFile() const;
-    Speaker ChosenSpeaker() const;
     void SayAll(std::istream& text, const std::string& name, const InputFile* file) const;
     std::vector<std::unique_ptr<SpeechOutput>> NewOutputs(const SpeechStyle& style) const;
 
@@ -42,7 +41,7 @@ class SayCommand {
     std::vector<std::string> words_;
     std::string textFile_, lexiconFile_, phoneTableFile_;  // empty: none
     std::string output_, labels_, table_;                  // empty: not wanted
-    std::string voice_;                                    // empty: the usual one
+    std::string voice_ = Speaker::Names().front();         // or a file
     TextForm form_ = TextForm::Text;
     SpeechSettings settings_;
     bool listsPhones_ = false, listsVoices_ = false;

@@ -10,17 +10,11 @@
 #include "host/Files.h"
 #include "host/audio/Sound.h"
 #include "host/command/Player.h"
+#include "host/speech/SpokenText.h"
 #include "speech/SpeechFrame.h"
 #include "speech/SpeechSynthesizer.h"
 
 namespace larynth {
-
-/// Who speaks and how. The table must outlive what is made with it.
-struct SpeechStyle {
-    const PhoneTable& table;
-    Speaker speaker;
-    SpeechSettings settings;
-};
 
 /// Takes the utterances of a text one after the other.
 class SpeechOutput {

@@ -9,6 +9,7 @@
 from .errors import Error, InputError
 from .utterances import Item, Utterance, frame_dtype, frames, frames_from_targets, items, read
 from .sound import Sound
+from .speech import say, say_frames, speakers
 from .synthesizer import Synthesizer, render, signals
 from .tract import Response, response
 from .voice import Shelf, Voice, read_voice, read_wave
@@ -32,5 +33,8 @@ __all__ = [
     "read_wave",
     "render",
     "response",
+    "say",
+    "say_frames",
     "signals",
+    "speakers",
 ]

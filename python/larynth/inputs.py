@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """What is asked of arguments, in one place: each function gives its argument back, or raises InputError."""
 
+from __future__ import annotations
+
 import math
 import operator
 import os

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """What comes out."""
 
+from __future__ import annotations
+
 import base64
 import io
 import os

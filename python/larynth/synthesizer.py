@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """From frames to sound."""
 
+from __future__ import annotations
+
 from typing import Any, Iterator, Sequence
 
 import numpy as np

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """The transfer function of the tract."""
 
+from __future__ import annotations
+
 from typing import Any, NamedTuple, Sequence
 
 import numpy as np

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Frames as arrays, and utterances made of them."""
 
+from __future__ import annotations
+
 import os
 from collections.abc import Mapping
 from dataclasses import dataclass, field

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """What a voice changes about the sound."""
 
+from __future__ import annotations
+
 import os
 from dataclasses import dataclass, field
 from typing import Sequence
@@ -69,7 +71,7 @@ def read_wave(path: Path) -> list[float]:
     return _larynth.read_waveform(os.fspath(path))
 
 
-def plain(voice: Voice | None) -> "_larynth.PlainVoice | None":
+def plain(voice: Voice | None) -> _larynth.PlainVoice | None:
     """The voice as the extension module takes it."""
     if voice is None:
         return None
