@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# What is installed, by components: Runtime, Command, Development, SpeechModule. The tree can be moved as a whole: every
+# What is installed, by components: Runtime, Command, Development, Python, SpeechModule. The tree can be moved as a whole: every
 # path in it is relative.
 
 file(RELATIVE_PATH lib_from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
@@ -14,6 +14,15 @@ install(TARGETS larynth_module larynth_companion LIBRARY DESTINATION ${CMAKE_INS
 install(TARGETS larynth_register_modules RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/larynth COMPONENT Runtime)
 install(TARGETS larynth_face larynth_runtime larynth_interfaces EXPORT LarynthTargets
   LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development)
+
+if(LARYNTH_PYTHON)
+  set(python_package ${CMAKE_INSTALL_PREFIX}/${LARYNTH_PYTHON_DIR}/larynth)
+  file(RELATIVE_PATH lib_from_python ${python_package} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(larynth_python PROPERTIES INSTALL_RPATH "\$ORIGIN/${lib_from_python}")
+  install(TARGETS larynth_python LIBRARY DESTINATION ${LARYNTH_PYTHON_DIR}/larynth COMPONENT Python)
+  list(TRANSFORM LARYNTH_PYTHON_FILES PREPEND python/larynth/)
+  install(FILES ${LARYNTH_PYTHON_FILES} DESTINATION ${LARYNTH_PYTHON_DIR}/larynth COMPONENT Python)
+endif()
 
 # For programs that use it.
 install(DIRECTORY Include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/larynth COMPONENT Development
