@@ -73,6 +73,22 @@ files. Manual pages and completion for bash and zsh are included.")
 larynth_package(Development liblarynth-dev libdevel "${same_runtime}" "formant speech synthesizer - development files"
   "Headers, CMake and pkg-config files and the type library, for programs that use
 Larynth and for components of one's own.")
+if(LARYNTH_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL Python)
+  math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+  set(this_python "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next_minor})")
+  larynth_package(Python python3-larynth python "${same_runtime}, ${this_python}, python3-numpy"
+    "formant speech synthesizer - Python 3 package"
+    "Frames and samples are arrays of numpy: for stimuli and speech data. The
+transfer function of the tract and every signal inside come as arrays, too.")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-matplotlib)
+  foreach(script postinst prerm)
+    configure_file(packaging/python.${script} ${packages}/python/${script} COPYONLY)
+    file(CHMOD ${packages}/python/${script} PERMISSIONS
+      OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+  endforeach()
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${packages}/python/postinst ${packages}/python/prerm)
+endif()
 if(LARYNTH_SPEECH)
   list(APPEND CPACK_COMPONENTS_ALL SpeechModule)
   larynth_package(SpeechModule speech-dispatcher-larynth sound "${same_runtime}, speech-dispatcher (>= 0.11)"

@@ -80,6 +80,11 @@ expect_output("250 samples\n" ${WORK}/minimal_host ${modules})
 expect_vowel(${WORK}/first_sound)
 unset(ENV{LD_LIBRARY_PATH})
 
+if(PYTHON)
+  set(ENV{PYTHONPATH} ${WORK}/prefix/${PYTHON_DIR})
+  expect_output("250\n" ${PYTHON} -B -c "from larynth import *\nprint(render(frames(length=250)).samples.size)")
+endif()
+
 # The programs find their library and their modules.
 if(SPEECH)
   execute_process(COMMAND echo INIT COMMAND ${WORK}/prefix/lib/speech-dispatcher-modules/sd_larynth
