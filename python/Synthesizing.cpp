@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <mutex>
 #include <optional>
 #include <pybind11/stl.h>
+#include <type_traits>
 
 #include "python/Arrays.h"
 #include "python/Interrupts.h"
@@ -20,7 +20,7 @@ namespace py = pybind11;
 class SharedSynthesizer {
   public:
     explicit SharedSynthesizer(const SynthesizerSettings& settings)
-        : tract_(settings.tract), synthesizer_(settings) {
+        : tract_(settings.tract), synthesizer_(settings), signalNames_(larynth::SignalNames(synthesizer_)) {
         Require(states_.QueryFrom(synthesizer_.Process()), "reach a synthesizer's state");
     }
 
@@ -30,22 +30,6 @@ class SharedSynthesizer {
         const py::gil_scoped_release unlocked;
         const std::scoped_lock turn(turn_);
         return work(synthesizer_);
-    }
-
-    /// Work that moves the state.
-    template <class Work>
-    auto OrAsBefore(Work work) {
-        return InTurn([&](Synthesizer&) {
-            ComPtr<IUnknown> before;
-            Require(states_->CreateState(before.Put()), "make a state");
-            Require(states_->SaveState(before.Get()), "save a synthesizer's state");
-            try {
-                return work();
-            } catch (...) {
-                Require(states_->RestoreState(before.Get()), "put a synthesizer's state back");
-                throw;
-            }
-        });
     }
 
     py::array Render(const py::array& frames) {
@@ -60,12 +44,29 @@ class SharedSynthesizer {
             // Copied, because other threads may change the array: room is made for these lengths.
             return RenderSignals(synthesizer_, tract_, {span.begin(), span.end()}, interrupts);
         });
-        const auto count = static_cast<py::ssize_t>(SignalNames(synthesizer_).size());
-        const auto length = static_cast<py::ssize_t>(rows.size()) / count;
-        return ArrayOf(std::move(rows), py::dtype::of<double>()).reshape({count, length});
+        const std::size_t count = signalNames_.size(), length = rows.size() / count;
+        return ArrayOf(std::move(rows), py::dtype::of<double>()).reshape(std::vector{count, length});
     }
 
+    const std::vector<std::string>& SignalNames() const { return signalNames_; }
+
   private:
+    /// What work gives that moves the state.
+    template <class Work>
+    std::invoke_result_t<Work> OrAsBefore(Work work) {
+        return InTurn([&](Synthesizer&) {
+            ComPtr<IUnknown> before;
+            Require(states_->CreateState(before.Put()), "make a state");
+            Require(states_->SaveState(before.Get()), "save a synthesizer's state");
+            try {
+                return work();
+            } catch (...) {
+                Require(states_->RestoreState(before.Get()), "put a synthesizer's state back");
+                throw;
+            }
+        });
+    }
+
     std::vector<std::int16_t> Samples(std::span<const KlattFrame> frames) {
         Interrupts interrupts;
         std::vector<std::int16_t> samples;
@@ -80,6 +81,7 @@ class SharedSynthesizer {
     TractForm tract_;
     Synthesizer synthesizer_;
     ComPtr<ILarynthState> states_;
+    std::vector<std::string> signalNames_;
 };
 
 std::unique_ptr<SharedSynthesizer> MakeSynthesizer(double sampleFreq, bool isFilter, double volume,
@@ -104,7 +106,7 @@ void BindSynthesizing(py::module_& module) {
         .def(py::init(&MakeSynthesizer))
         .def("render", &Shared::Render)
         .def("signals", &Shared::Signals)
-        .def("signal_names", [](Shared& shared) { return shared.InTurn(&SignalNames); })
+        .def("signal_names", &Shared::SignalNames)
         .def("set_volume",
              [](Shared& shared, double factor) {
                  shared.InTurn([=](Synthesizer& synthesizer) { synthesizer.SetVolume(factor); });

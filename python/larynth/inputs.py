@@ -36,13 +36,19 @@ def number_from(name: str, value: Any, lowest: float, highest: float) -> float:
     raise refuse(name, f"a number from {lowest:g} to {highest:g}", value)
 
 
-def whole_number(name: str, value: Any, highest: int) -> int:
+def frequency(name: str, value: Any) -> float:
+    if number(name, value) > 0:
+        return float(value)
+    raise refuse(name, "a number above 0", value)
+
+
+def whole_number(name: str, value: Any, highest: int, lowest: int = 0) -> int:
     try:
-        if 0 <= operator.index(value) <= highest:
+        if lowest <= operator.index(value) <= highest:
             return operator.index(value)
     except TypeError:
         pass
-    raise refuse(name, f"a whole number from 0 to {highest}", value)
+    raise refuse(name, f"a whole number from {lowest} to {highest}", value)
 
 
 def numbers(name: str, values: Any) -> np.ndarray[Any, np.dtype[np.float64]]:

@@ -16,7 +16,7 @@ from . import _larynth
 from .inputs import Path, number, refuse
 
 
-@dataclass(eq=False)
+@dataclass(eq=False, repr=False)
 class Sound:
     """A sound of one channel. A notebook shows it as something to be played.
 

@@ -8,8 +8,8 @@ from typing import Any, Iterator, Sequence
 import numpy as np
 
 from . import _larynth, voice as voices
-from .utterances import FrameArray, Frames, Utterance, as_frames
-from .inputs import Markers, choice, number, numbers, ordered_markers, seed_or_none, whole_number
+from .utterances import MOST_LENGTH, FrameArray, Frames, Utterance, as_frames
+from .inputs import Markers, choice, frequency, number, numbers, ordered_markers, seed_or_none, whole_number
 from .sound import Sound
 from .voice import Voice
 
@@ -51,7 +51,7 @@ class Synthesizer:
         wave: Sequence[float] | None = None,
         seed: int | None = None,
     ) -> None:
-        self._sample_freq = number("sample_freq", sample_freq)
+        self._sample_freq = frequency("sample_freq", sample_freq)
         self._inner = _larynth.Synthesizer(
             self._sample_freq,
             choice("tract", tract, ["resonator", "filter"]) == "filter",
@@ -117,8 +117,9 @@ class Synthesizer:
             The same samples as `render` gives, one chunk after the other.
         """
         array = as_frames(frames)
-        for start in range(0, len(array), max(1, whole_number("size", size, len(array) + size))):
-            yield self._inner.render(array[start : start + size])
+        step = whole_number("size", size, MOST_LENGTH, lowest=1)
+        for start in range(0, len(array), step):
+            yield self._inner.render(array[start : start + step])
 
     def signals(self, frames: Frames) -> dict[str, np.ndarray[Any, np.dtype[np.float64]]]:
         """Render frames and give the signals inside.

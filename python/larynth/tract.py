@@ -10,7 +10,7 @@ import numpy as np
 from . import _larynth
 from .errors import InputError
 from .utterances import Frames, as_frames
-from .inputs import number, numbers
+from .inputs import frequency, numbers
 
 FloatArray = np.ndarray[Any, np.dtype[np.float64]]
 ComplexArray = np.ndarray[Any, np.dtype[np.complex128]]
@@ -52,7 +52,7 @@ def response(
     array = as_frames(frame)
     if len(array) != 1:
         raise InputError(f"frame: expected one frame, found {len(array)}")
-    rate = number("sample_freq", sample_freq)
+    rate = frequency("sample_freq", sample_freq)
     places = np.linspace(0.0, rate / 2, 513) if frequencies is None else numbers("frequencies", frequencies)
     zero, cascade, parallel, bypass = _larynth.sections(array, rate)
     # A unit delay at each frequency. A resonator is y[n] = A x[n] + B y[n-1] + C y[n-2], the zero has x in place of y.

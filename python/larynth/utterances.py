@@ -12,7 +12,7 @@ import numpy as np
 
 from . import _larynth
 from .errors import InputError
-from .inputs import Path, choice, number, refuse, whole_number
+from .inputs import Path, choice, frequency, number, refuse, whole_number
 from .voice import Voice
 
 FrameArray = np.ndarray[Any, np.dtype[np.void]]
@@ -127,7 +127,7 @@ def as_frames(given: Frames) -> FrameArray:
     return np.require(np.atleast_1d(array), frame_dtype, ["C", "A"])
 
 
-@dataclass(eq=False)
+@dataclass(eq=False, repr=False)
 class Utterance:
     """Frames one after the other, with markers and, where it changes it, a voice.
 
@@ -146,11 +146,15 @@ class Utterance:
     markers: Sequence[tuple[int, str]] = field(default_factory=list)
     voice: Voice | None = None
 
+    def __repr__(self) -> str:
+        seconds = np.sum(self.frames["length"], dtype=np.int64) / self.sample_freq
+        return f"<Utterance: {len(self.frames)} frames, {seconds:.3f} s at {self.sample_freq:g} Hz>"
+
 
 def _defaults(frame_len: int | None, sample_freq: float | None) -> tuple[int | None, float | None]:
     return (
         None if frame_len is None else whole_number("frame_len", frame_len, MOST_FILE_LENGTH),
-        None if sample_freq is None else number("sample_freq", sample_freq),
+        None if sample_freq is None else frequency("sample_freq", sample_freq),
     )
 
 

@@ -22,7 +22,7 @@ FRAMES = larynth.frames(9, AV=1)
         (lambda: larynth.render(FRAMES.reshape(3, 3)), "found shape (3, 3)"),
         (lambda: larynth.render(FRAMES, markers=[(4, "b"), (2, "a")]), "markers: expected frames in ascending order"),
         (lambda: larynth.render(FRAMES, markers=[(10, "a")]), "marker: expected a whole number from 0 to 9, found 10"),
-        (lambda: larynth.render(FRAMES, sample_freq=0), "sample frequency: expected a number above 0"),
+        (lambda: larynth.render(FRAMES, sample_freq=0), "sample_freq: expected a number above 0"),
         (lambda: larynth.render(FRAMES, volume=NAN), "volume: expected a finite number, found nan"),
         (lambda: larynth.render(FRAMES, seed=-1), "seed: expected a whole number from 0 to 4294967295, found -1"),
         (lambda: larynth.render(FRAMES, tract="ring"), "tract: expected resonator or filter, found 'ring'"),
