@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 import os
+import pathlib
+import re
 import subprocess
 
 import larynth
@@ -54,3 +56,11 @@ def test_without_the_front_end_it_says_what_to_install(monkeypatch):
     monkeypatch.delattr(larynth._larynth, "speak", raising=False)
     with pytest.raises(larynth.Error, match="flite1-dev and libexpat1-dev"):
         larynth.say("a")
+
+
+@needs_speech
+def test_the_program_in_the_documentation_runs(tmp_path, monkeypatch):
+    page = pathlib.Path(__file__).parent.parent.parent / "docs/python.md"
+    monkeypatch.chdir(tmp_path)
+    exec(re.search(r"```python\n(.*?)```", page.read_text(), re.DOTALL)[1], {})
+    assert sorted(os.listdir()) == ["ia.txt", "ia.wav", "morning.wav"]
