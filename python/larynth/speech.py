@@ -4,7 +4,6 @@
 from __future__ import annotations
 
 import os
-from typing import Any
 
 from . import _larynth
 from .errors import E_NOTIMPL, Error
@@ -91,16 +90,27 @@ def say_frames(
     )
 
 
-def say(text: str, *, seed: int | None = 1, **options: Any) -> Sound:
+def say(
+    text: str,
+    *,
+    form: str = "text",
+    voice: Path = "man",
+    rate: float = 175,
+    pitch: float = 1,
+    range: float = 1,
+    volume: float = 1,
+    lexicon: Path | None = None,
+    phone_table: Path | None = None,
+    seed: int | None = 1,
+) -> Sound:
     """Turn a text into speech.
 
     Parameters
     ----------
-    text : str
+    text, form, voice, rate, pitch, range, volume, lexicon, phone_table
+        As of `say_frames`.
     seed : int, optional
         State of the noise generator at the start: the same text gives the same bits again.
-    **options
-        form, voice, rate, pitch, range, volume, lexicon and phone_table as of `say_frames`.
 
     Returns
     -------
@@ -111,4 +121,15 @@ def say(text: str, *, seed: int | None = 1, **options: Any) -> Sound:
     --------
     >>> larynth.say("Hello, world.", voice="woman", rate=200).write("hello.wav")
     """
-    return render(say_frames(text, **options), seed=seed)
+    utterance = say_frames(
+        text,
+        form=form,
+        voice=voice,
+        rate=rate,
+        pitch=pitch,
+        range=range,
+        volume=volume,
+        lexicon=lexicon,
+        phone_table=phone_table,
+    )
+    return render(utterance, seed=seed)

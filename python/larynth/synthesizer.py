@@ -8,7 +8,7 @@ from typing import Any, Iterator, Sequence
 import numpy as np
 
 from . import _larynth, voice as voices
-from .utterances import MOST_LENGTH, FrameArray, Frames, Utterance, as_frames
+from .utterances import MOST_LENGTH, Frames, Utterance, as_frames
 from .inputs import Markers, choice, frequency, number, numbers, ordered_markers, seed_or_none, whole_number
 from .sound import Sound
 from .voice import Voice
@@ -141,14 +141,15 @@ class Synthesizer:
         return dict(zip(self._inner.signal_names(), self._inner.signals(as_frames(frames))))
 
 
-def _utterance(given: Frames | Utterance, sample_freq: float | None, settings: dict[str, Any]) -> Utterance:
-    """With its frames as rendering reads them; what was given by name displaces what the utterance has."""
-    utterance = given if isinstance(given, Utterance) else Utterance(as_frames(given))
-    if sample_freq is None:
-        sample_freq = utterance.sample_freq
-    if settings.get("voice") is None:
-        settings["voice"] = utterance.voice
-    return Utterance(as_frames(utterance.frames), sample_freq, utterance.markers)
+def _given(frames: Frames | Utterance, sample_freq: float | None, voice: Voice | None) -> Utterance:
+    """What is to be rendered; sample frequency and voice displace those of an utterance."""
+    utterance = frames if isinstance(frames, Utterance) else Utterance(as_frames(frames))
+    return Utterance(
+        as_frames(utterance.frames),
+        utterance.sample_freq if sample_freq is None else sample_freq,
+        utterance.markers,
+        utterance.voice if voice is None else voice,
+    )
 
 
 def render(
@@ -156,8 +157,12 @@ def render(
     *,
     sample_freq: float | None = None,
     markers: Markers | None = None,
+    tract: str = "resonator",
+    volume: float = 1.0,
+    output_gain: float = 1.0,
+    voice: Voice | None = None,
+    wave: Sequence[float] | None = None,
     seed: int | None = 1,
-    **settings: Any,
 ) -> Sound:
     """Render frames by a synthesizer of their own.
 
@@ -168,11 +173,13 @@ def render(
     sample_freq : float, optional
         Hz; else that of the utterance, else 11025.
     markers : sequence of (int, str), optional
-        Texts and the frames in front of which they stand, in ascending order; else those of the utterance.
+        The frames in front of which texts stand, in ascending order, and the texts; else those of the utterance.
+    tract, volume, output_gain, wave
+        As of `Synthesizer`.
+    voice : Voice, optional
+        Else that of the utterance.
     seed : int, optional
         State of the noise generator at the start: the same frames give the same bits again.
-    **settings
-        tract, volume, output_gain, voice and wave as of `Synthesizer`.
 
     Returns
     -------
@@ -188,21 +195,45 @@ def render(
     >>> larynth.render(larynth.read("table.csv")).write("sound.wav")
     >>> larynth.render({"AV": 900, "F0": np.linspace(90, 140, 100), "F1": 700, "BW1": 130, "AH": 0})
     """
-    utterance = _utterance(frames, sample_freq, settings)
-    array: FrameArray = utterance.frames
-    placed = ordered_markers(utterance.markers if markers is None else markers, len(array))
-    synthesizer = Synthesizer(utterance.sample_freq, seed=seed, **settings)
-    samples = synthesizer.render(array)
-    starts = np.concatenate([[0], np.cumsum(array["length"], dtype=np.int64)])
+    given = _given(frames, sample_freq, voice)
+    placed = ordered_markers(given.markers if markers is None else markers, len(given.frames))
+    synthesizer = Synthesizer(
+        given.sample_freq,
+        tract=tract,
+        volume=volume,
+        output_gain=output_gain,
+        voice=given.voice,
+        wave=wave,
+        seed=seed,
+    )
+    starts = np.concatenate([[0], np.cumsum(given.frames["length"], dtype=np.int64)])
+    samples = synthesizer.render(given.frames)
     return Sound(samples, synthesizer.sample_freq, [(int(starts[frame]), text) for frame, text in placed])
 
 
 def signals(
-    frames: Frames | Utterance, *, sample_freq: float | None = None, seed: int | None = 1, **settings: Any
+    frames: Frames | Utterance,
+    *,
+    sample_freq: float | None = None,
+    tract: str = "resonator",
+    volume: float = 1.0,
+    output_gain: float = 1.0,
+    voice: Voice | None = None,
+    wave: Sequence[float] | None = None,
+    seed: int | None = 1,
 ) -> dict[str, np.ndarray[Any, np.dtype[np.float64]]]:
     """The signals inside while frames are rendered: `Synthesizer.signals` by a synthesizer of their own.
 
     Parameters are those of `render`.
     """
-    utterance = _utterance(frames, sample_freq, settings)
-    return Synthesizer(utterance.sample_freq, seed=seed, **settings).signals(utterance.frames)
+    given = _given(frames, sample_freq, voice)
+    synthesizer = Synthesizer(
+        given.sample_freq,
+        tract=tract,
+        volume=volume,
+        output_gain=output_gain,
+        voice=given.voice,
+        wave=wave,
+        seed=seed,
+    )
+    return synthesizer.signals(given.frames)
