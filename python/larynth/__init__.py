@@ -8,6 +8,7 @@
 
 from .errors import Error, InputError
 from .utterances import Item, Utterance, frame_dtype, frames, frames_from_targets, items, read
+from .pictures import plot
 from .sound import Sound
 from .speech import say, say_frames, speakers
 from .synthesizer import Synthesizer, render, signals
@@ -28,6 +29,7 @@ __all__ = [
     "frames",
     "frames_from_targets",
     "items",
+    "plot",
     "read",
     "read_voice",
     "read_wave",

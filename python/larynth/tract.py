@@ -3,7 +3,7 @@
 
 from __future__ import annotations
 
-from typing import Any, NamedTuple, Sequence
+from typing import TYPE_CHECKING, Any, NamedTuple, Sequence
 
 import numpy as np
 
@@ -11,6 +11,9 @@ from . import _larynth
 from .errors import InputError
 from .utterances import Frames, as_frames
 from .inputs import frequency, numbers
+
+if TYPE_CHECKING:
+    from matplotlib.figure import Figure
 
 FloatArray = np.ndarray[Any, np.dtype[np.float64]]
 ComplexArray = np.ndarray[Any, np.dtype[np.complex128]]
@@ -22,6 +25,17 @@ class Response(NamedTuple):
     frequencies: FloatArray  #: Hz, shape (n,)
     cascade: ComplexArray  #: for voicing and aspiration, shape (n,)
     parallel: ComplexArray  #: for frication, shape (n,)
+
+    def plot(self) -> Figure:
+        """Draw the gains (dB) over the frequency (Hz).
+
+        Returns
+        -------
+        matplotlib.figure.Figure
+        """
+        from .pictures import plot_response
+
+        return plot_response(self.frequencies, {"cascade": self.cascade, "parallel": self.parallel})
 
 
 def response(
