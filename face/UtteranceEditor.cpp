@@ -104,7 +104,7 @@ const KlattUtterance& UtteranceEditor::Utterance() const noexcept { return imple
 void UtteranceEditor::SetFrame(std::size_t index, const KlattFrame& frame) {
     Implementation& edited = *implementation_;
     edited.RequireFrames(index, 1);
-    edited.RequireSound(frame);
+    InFrame(index, [&] { edited.RequireSound(frame); });
     edited.utterance.frames[index] = frame;
     edited.Outdate(index);
 }
@@ -112,7 +112,7 @@ void UtteranceEditor::SetFrame(std::size_t index, const KlattFrame& frame) {
 void UtteranceEditor::Insert(std::size_t index, std::span<const KlattFrame> frames) {
     Implementation& edited = *implementation_;
     edited.RequireFrames(index, 0);
-    for (const KlattFrame& frame : frames) edited.RequireSound(frame);
+    for (std::size_t i = 0; i < frames.size(); ++i) InFrame(i, [&] { edited.RequireSound(frames[i]); });
     auto& all = edited.utterance.frames;
     all.insert(all.begin() + static_cast<std::ptrdiff_t>(index), frames.begin(), frames.end());
     for (FrameMarker& marker : edited.utterance.markers) {

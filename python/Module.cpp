@@ -6,6 +6,7 @@ PYBIND11_MODULE(_larynth, module) {
     larynth::BindFrames(module);
     larynth::BindFiles(module);
     larynth::BindSections(module);
+    larynth::BindEditing(module);
     larynth::BindSynthesizing(module);
 #if LARYNTH_SPEECH
     larynth::BindSpeaking(module);

@@ -8,6 +8,7 @@
 namespace larynth {
 
 // Each adds its functions and classes.
+void BindEditing(pybind11::module_& module);
 void BindErrors(pybind11::module_& module);
 void BindFiles(pybind11::module_& module);
 void BindFrames(pybind11::module_& module);

@@ -7,8 +7,8 @@
 #include "python/Arrays.h"
 #include "python/Interrupts.h"
 #include "python/Module.h"
+#include "python/Settings.h"
 #include "python/Signals.h"
-#include "python/Voices.h"
 
 namespace larynth {
 namespace {
@@ -88,14 +88,8 @@ std::unique_ptr<SharedSynthesizer> MakeSynthesizer(double sampleFreq, bool isFil
                                                    double outputGain, const std::optional<PlainVoice>& voice,
                                                    const std::optional<Waveform>& wave,
                                                    std::optional<std::uint32_t> seed) {
-    SynthesizerSettings settings{.sampleFreq = sampleFreq,
-                                 .tract = isFilter ? TractForm::Filter : TractForm::Resonator,
-                                 .volume = volume,
-                                 .outputGain = outputGain,
-                                 .voice = SettingsOf(voice),
-                                 .wave = wave,
-                                 .seed = seed};
-    return std::make_unique<SharedSynthesizer>(settings);
+    return std::make_unique<SharedSynthesizer>(
+        MakeSettings(sampleFreq, isFilter, volume, outputGain, voice, wave, seed));
 }
 
 }  // namespace

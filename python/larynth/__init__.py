@@ -6,6 +6,7 @@
 >>> larynth.render(vowel).write("vowel.wav")
 """
 
+from .editor import Editor
 from .errors import Error, InputError
 from .utterances import Item, Utterance, frame_dtype, frames, frames_from_targets, items, read
 from .pictures import plot
@@ -16,6 +17,7 @@ from .tract import Response, response
 from .voice import Shelf, Voice, read_voice, read_wave
 
 __all__ = [
+    "Editor",
     "Error",
     "InputError",
     "Item",

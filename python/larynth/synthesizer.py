@@ -16,6 +16,27 @@ from .voice import Voice
 Samples = np.ndarray[Any, np.dtype[np.int16]]
 
 
+def plain_settings(
+    sample_freq: float,
+    tract: str,
+    volume: float,
+    output_gain: float,
+    voice: Voice | None,
+    wave: Sequence[float] | None,
+    seed: int | None,
+) -> _larynth.PlainSettings:
+    """What `Synthesizer` takes, looked at and as the extension module takes it."""
+    return (
+        frequency("sample_freq", sample_freq),
+        choice("tract", tract, ["resonator", "filter"]) == "filter",
+        number("volume", volume),
+        number("output_gain", output_gain),
+        voices.plain(voice),
+        None if wave is None else list(numbers("wave", wave)),
+        seed_or_none(seed),
+    )
+
+
 class Synthesizer:
     """A synthesizer, whose state runs on from one call to the next.
 
@@ -51,16 +72,9 @@ class Synthesizer:
         wave: Sequence[float] | None = None,
         seed: int | None = None,
     ) -> None:
-        self._sample_freq = frequency("sample_freq", sample_freq)
-        self._inner = _larynth.Synthesizer(
-            self._sample_freq,
-            choice("tract", tract, ["resonator", "filter"]) == "filter",
-            number("volume", volume),
-            number("output_gain", output_gain),
-            voices.plain(voice),
-            None if wave is None else list(numbers("wave", wave)),
-            seed_or_none(seed),
-        )
+        plain = plain_settings(sample_freq, tract, volume, output_gain, voice, wave, seed)
+        self._sample_freq = plain[0]
+        self._inner = _larynth.Synthesizer(*plain)
 
     @property
     def sample_freq(self) -> float:
@@ -141,7 +155,7 @@ class Synthesizer:
         return dict(zip(self._inner.signal_names(), self._inner.signals(as_frames(frames))))
 
 
-def _given(frames: Frames | Utterance, sample_freq: float | None, voice: Voice | None) -> Utterance:
+def as_utterance(frames: Frames | Utterance, sample_freq: float | None, voice: Voice | None) -> Utterance:
     """What is to be rendered; sample frequency and voice displace those of an utterance."""
     utterance = frames if isinstance(frames, Utterance) else Utterance(as_frames(frames))
     return Utterance(
@@ -195,7 +209,7 @@ def render(
     >>> larynth.render(larynth.read("table.csv")).write("sound.wav")
     >>> larynth.render({"AV": 900, "F0": np.linspace(90, 140, 100), "F1": 700, "BW1": 130, "AH": 0})
     """
-    given = _given(frames, sample_freq, voice)
+    given = as_utterance(frames, sample_freq, voice)
     placed = ordered_markers(given.markers if markers is None else markers, len(given.frames))
     synthesizer = Synthesizer(
         given.sample_freq,
@@ -226,7 +240,7 @@ def signals(
 
     Parameters are those of `render`.
     """
-    given = _given(frames, sample_freq, voice)
+    given = as_utterance(frames, sample_freq, voice)
     synthesizer = Synthesizer(
         given.sample_freq,
         tract=tract,

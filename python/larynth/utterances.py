@@ -78,6 +78,12 @@ def _values(name: str, value: Any) -> np.ndarray[Any, Any]:
     return array
 
 
+def _fitting(name: str, array: np.ndarray[Any, Any], count: int) -> np.ndarray[Any, Any]:
+    if array.ndim and array.size != count:
+        raise InputError(f"{name}: expected {count} values, one a frame, found {array.size}")
+    return array
+
+
 def frames(n: int | None = None, **values: Any) -> FrameArray:
     """Make an array of frames.
 
@@ -109,10 +115,13 @@ def frames(n: int | None = None, **values: Any) -> FrameArray:
     count = count if n is None else whole_number("n", n, MOST_LENGTH)
     made = np.repeat(_NEW_FRAME, count)
     for name, array in arrays.items():
-        if array.ndim and array.size != count:
-            raise InputError(f"{name}: expected {count} values, one a frame, found {array.size}")
-        made[name] = array
+        made[name] = _fitting(name, array, count)
     return made
+
+
+def values_of(name: str, value: Any, count: int) -> np.ndarray[Any, Any]:
+    """A number or an array that field `name` of so many frames can have."""
+    return _fitting(name, _values(name, value), count)
 
 
 def as_frames(given: Frames) -> FrameArray:
