@@ -12,6 +12,7 @@
 #include "host/command/Completion.h"
 #include "host/command/ExitStatus.h"
 #include "host/command/Listings.h"
+#include "host/command/PlotCommand.h"
 #include "host/command/RegistrationCommand.h"
 #include "host/command/RenderCommand.h"
 #include "input/BadInput.h"
@@ -66,6 +67,7 @@ void Run(int argc, char** argv) {
     program.add_subcommand("say", "Left out of this program")->allow_extras()->callback(refuse);
 #endif
     larynth::RenderCommand render(program);
+    larynth::AddPlotCommand(program);
     larynth::AddItemsCommand(program);
     larynth::AddRegistrationCommands(program);
     larynth::AddClassesCommand(program);

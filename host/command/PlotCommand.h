@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace larynth {
+
+/// Adds `larynth plot`, which has the Python package draw: the process becomes the interpreter. Raises
+/// BadInput where there is none.
+void AddPlotCommand(CLI::App& program);
+
+}  // namespace larynth
