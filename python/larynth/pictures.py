@@ -3,7 +3,7 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING, Any, Sequence
 
 import numpy as np
 
@@ -11,6 +11,7 @@ from .errors import E_NOTIMPL, Error
 from .sound import Sound
 from .synthesizer import render, signals
 from .utterances import FrameArray, Frames, Utterance, as_frames
+from .voice import Voice
 
 if TYPE_CHECKING:
     from matplotlib.axes import Axes
@@ -110,7 +111,17 @@ def draw_tracks(axes: Axes, frames: FrameArray, sample_freq: float) -> None:
     pitch.legend(handles=lines, loc="upper right", fontsize=7)
 
 
-def plot(what: Sound | Utterance | Frames, *, sample_freq: float | None = None, seed: int | None = 1, **settings: Any) -> Figure:
+def plot(
+    what: Sound | Utterance | Frames,
+    *,
+    sample_freq: float | None = None,
+    tract: str = "resonator",
+    volume: float = 1.0,
+    output_gain: float = 1.0,
+    voice: Voice | None = None,
+    wave: Sequence[float] | None = None,
+    seed: int | None = 1,
+) -> Figure:
     """Draw a sound: waveform, wide-band spectrogram and markers; of frames also the voicing source with the instants at
     which the glottis closes, and F0 and formants over the spectrogram.
 
@@ -118,7 +129,7 @@ def plot(what: Sound | Utterance | Frames, *, sample_freq: float | None = None, 
     ----------
     what : Sound, Utterance, array of `frame_dtype`, shape (n,), or mapping from names to numbers or arrays
         What is no sound is rendered.
-    sample_freq, seed, **settings
+    sample_freq, tract, volume, output_gain, voice, wave, seed
         As of `render`, for frames.
 
     Returns
@@ -139,17 +150,26 @@ def plot(what: Sound | Utterance | Frames, *, sample_freq: float | None = None, 
     """
     if isinstance(what, Sound):
         figure = new_figure(10, 5)
-        wave, spectrum = figure.subplots(2, 1, sharex=True, height_ratios=[1, 2.5])
-        panels, sound = [wave, spectrum], what
+        wave_axes, spectrum = figure.subplots(2, 1, sharex=True, height_ratios=[1, 2.5])
+        panels, sound = [wave_axes, spectrum], what
     else:
-        sound = render(what, sample_freq=sample_freq, seed=seed, **settings)
-        voicing = signals(what, sample_freq=sound.sample_freq, seed=seed, **settings)["voicing"]
+        settings: dict[str, Any] = {
+            "sample_freq": sample_freq,
+            "tract": tract,
+            "volume": volume,
+            "output_gain": output_gain,
+            "voice": voice,
+            "wave": wave,
+            "seed": seed,
+        }
+        sound = render(what, **settings)
+        voicing = signals(what, **settings)["voicing"]
         figure = new_figure(10, 6.5)
-        wave, source, spectrum = figure.subplots(3, 1, sharex=True, height_ratios=[1, 0.8, 2.7])
-        panels = [wave, source, spectrum]
+        wave_axes, source, spectrum = figure.subplots(3, 1, sharex=True, height_ratios=[1, 0.8, 2.7])
+        panels = [wave_axes, source, spectrum]
         draw_source(source, voicing, sound.sample_freq)
         draw_tracks(spectrum, as_frames(what.frames if isinstance(what, Utterance) else what), sound.sample_freq)
-    draw_wave(wave, sound)
+    draw_wave(wave_axes, sound)
     draw_spectrogram(spectrum, sound)
     draw_markers(panels, sound)
     return figure
