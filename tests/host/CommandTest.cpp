@@ -63,7 +63,7 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
     std::filesystem::create_directory(folder_.Path("d.wav"));
     const std::string render = "larynth render t.csv -o ", toWav = render + "o.wav ";
     const std::tuple<int, std::string, std::string> rows[] = {
-        {2, "larynth", "render, items, register, unregister, classes or completion"},
+        {2, "larynth", "render, plot, items, register, unregister, classes or completion"},
         {2, "larynth render t.csv", "output"},
         {2, "larynth render t.csv u.csv -o o.wav", "expected a folder for several inputs, found o.wav"},
         {2, "larynth render t.csv ./t.csv -o n/", "t.csv and ./t.csv would both become n/t.wav"},
