@@ -42,16 +42,24 @@ function(larynth_room target)
 endfunction()
 
 # A component module: a shared object that exports what module.version lists and nothing else, and uses its own resources
-# whatever other modules the process has in its global scope (-Bsymbolic). Nobody in it calls the entry points, so one of
-# them is asked for by name.
-function(larynth_module target)
+# whatever other modules the process has in its global scope (-Bsymbolic). Nobody in it calls the entry points, so two of
+# them are asked for by name. Of an embedded runtime it is a part: what every module defines bears its name there.
+#   larynth_module(larynth_companion LarynthCompanion CompanionClasses.cpp …)
+function(larynth_module target name)
+  if(LARYNTH_RUNTIME STREQUAL embedded)
+    larynth_room(${target} ${ARGN} ${PROJECT_SOURCE_DIR}/module/EntryPoints.cpp)
+    target_compile_definitions(${target} PRIVATE ClassTable=${name}ClassTable HasTypeLibrary=${name}HasTypeLibrary
+      DllGetClassObject=${name}GetClassObject DllCanUnloadNow=${name}CanUnloadNow)
+    return()
+  endif()
   add_library(${target} MODULE ${ARGN})
   larynth_configure(${target})
   set(version_script ${PROJECT_SOURCE_DIR}/module/module.version)
-  target_link_options(${target} PRIVATE ${LARYNTH_NO_UNDEFINED} -Wl,-Bsymbolic -Wl,-u,DllGetClassObject
-    -Wl,--version-script=${version_script})
+  target_link_options(${target} PRIVATE ${LARYNTH_NO_UNDEFINED} -Wl,-Bsymbolic
+    -Wl,-u,DllGetClassObject -Wl,-u,DllRegisterServer -Wl,--version-script=${version_script})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
+    OUTPUT_NAME ${name}
     LINK_DEPENDS ${version_script}
     LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}/larynth)
 endfunction()

@@ -7,15 +7,14 @@
 #include <cctype>
 #include <cmath>
 #include <cstdint>
-#include <exception>
 #include <filesystem>
 #include <limits>
-#include <memory>
-#include <sndfile.h>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
+#include "host/audio/Encoder.h"
+#include "input/BadInput.h"
 #include "input/Text.h"
 
 namespace larynth {
@@ -67,81 +66,6 @@ void RequireSound(const OutputFile& output, AudioFormat format, std::uint64_t sa
 
 }  // namespace
 
-/// Samples on their way through libsndfile into an output.
-class Encoder {
-  public:
-    /// Without output the bytes go nowhere.
-    Encoder(OutputFile* output, AudioFormat format, int headerRate) : output_(output) {
-        SF_VIRTUAL_IO callbacks{Length, Seek, Read, Write, Tell};
-        SF_INFO info{};
-        info.samplerate = headerRate;
-        info.channels = 1;
-        info.format = (format == AudioFormat::Wav ? SF_FORMAT_WAV : SF_FORMAT_FLAC) | SF_FORMAT_PCM_16;
-        file_.reset(sf_open_virtual(&callbacks, SFM_WRITE, &info, this));
-        if (!file_) Fail(sf_strerror(nullptr));
-    }
-
-    void Append(std::span<const short> samples) {
-        const auto count = static_cast<sf_count_t>(samples.size());
-        if (sf_write_short(file_.get(), samples.data(), count) != count || failure_) {
-            Fail(sf_strerror(file_.get()));
-        }
-    }
-
-    void Finish() {
-        const int error = sf_close(file_.release());
-        if (error != SF_ERR_NO_ERROR || failure_) Fail(sf_error_number(error));
-    }
-
-  private:
-    static Encoder& Of(void* user) { return *static_cast<Encoder*>(user); }
-    static sf_count_t Length(void* user) { return Of(user).length_; }
-    static sf_count_t Tell(void* user) { return Of(user).position_; }
-    static sf_count_t Read(void*, sf_count_t, void*) { return 0; }  // nobody reads a file that is written
-
-    static sf_count_t Seek(sf_count_t offset, int whence, void* user) {
-        Encoder& encoder = Of(user);
-        const sf_count_t from = whence == SEEK_SET   ? 0
-                                : whence == SEEK_CUR ? encoder.position_
-                                                     : encoder.length_;
-        const sf_count_t target = std::max<sf_count_t>(0, from + offset);
-        const bool moves = target != encoder.position_;
-        encoder.Do([&](OutputFile& output) {
-            if (moves) output.Seek(static_cast<std::uint64_t>(target));
-        });
-        encoder.position_ = target;
-        return target;
-    }
-
-    static sf_count_t Write(const void* data, sf_count_t count, void* user) {
-        Encoder& encoder = Of(user);
-        encoder.Do([&](OutputFile& output) {
-            output.Write({static_cast<const char*>(data), static_cast<std::size_t>(count)});
-        });
-        encoder.position_ += count;
-        encoder.length_ = std::max(encoder.length_, encoder.position_);
-        return encoder.failure_ ? 0 : count;
-    }
-
-    // libsndfile is C: exceptions go around it.
-    template <class Deed>
-    void Do(Deed deed) noexcept try {
-        if (output_ != nullptr && !failure_) deed(*output_);
-    } catch (...) {
-        failure_ = std::current_exception();
-    }
-
-    [[noreturn]] void Fail(const char* message) const {
-        if (failure_) std::rethrow_exception(failure_);
-        throw std::runtime_error(message);
-    }
-
-    OutputFile* output_;
-    sf_count_t position_ = 0, length_ = 0;
-    std::exception_ptr failure_;
-    std::unique_ptr<SNDFILE, decltype(&sf_close)> file_{nullptr, &sf_close};
-};
-
 void LabelFile::Add(std::uint64_t sample, std::string text) {
     Finish(sample);
     start_ = sample;
@@ -178,6 +102,8 @@ int HeaderRate(AudioFormat format, double sampleFreq) {
         Encoder trial(nullptr, format, static_cast<int>(rate));
         trial.Append(std::array<short, 1>{});
         trial.Finish();
+    } catch (const BadInput&) {
+        throw;  // not the frequency is to blame
     } catch (const std::runtime_error& error) {
         throw BadInput(refusal + ": " + error.what());
     }

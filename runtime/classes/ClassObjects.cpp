@@ -2,11 +2,20 @@
 #include "runtime/classes/ClassObjects.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include <larynth/ComPtr.h>
 
 namespace larynth {
+
+std::string ClassText(REFCLSID id) {
+    char text[39];
+    const auto& last = id.Data4;
+    std::snprintf(text, sizeof(text), "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", id.Data1,
+                  id.Data2, id.Data3, last[0], last[1], last[2], last[3], last[4], last[5], last[6], last[7]);
+    return text;
+}
 
 struct ClassObjects::Entry {
     CLSID classId;

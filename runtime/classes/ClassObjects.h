@@ -4,11 +4,15 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <vector>
 
 #include <larynth/Interface.h>
 
 namespace larynth {
+
+/// A class identifier as the store and messages spell it: upper-case hexadecimal digits in braces.
+std::string ClassText(REFCLSID id);
 
 /// The class objects that the process offers by itself. No lock is held while one of them is called, and none
 /// is taken while there are none.

@@ -50,14 +50,6 @@ std::string EndOfBelow(std::string_view key) { return std::string(key) + ']'; }
 
 }  // namespace
 
-std::string ClassText(REFCLSID id) {
-    char text[39];
-    const auto& last = id.Data4;
-    std::snprintf(text, sizeof(text), "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", id.Data1,
-                  id.Data2, id.Data3, last[0], last[1], last[2], last[3], last[4], last[5], last[6], last[7]);
-    return text;
-}
-
 void RegistrationStore::Begin() {
     if (inTransaction_) throw Failure(E_FAIL, "a transaction within a transaction");
     if (!joint_) return BeginAlone();

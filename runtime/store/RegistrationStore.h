@@ -12,9 +12,6 @@
 
 namespace larynth {
 
-/// A class identifier as the store and messages spell it: upper-case hexadecimal digits in braces.
-std::string ClassText(REFCLSID id);
-
 /// The registration store as a tree of keys with values, named as ILarynthRegistry says. SQLite keeps it
 /// whole whatever happens and lets one writer at a time in; nothing else knows of SQLite.
 ///

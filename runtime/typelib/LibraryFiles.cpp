@@ -14,6 +14,7 @@
 #include <larynth/TypeLibrary.h>
 
 #include "runtime/Failure.h"
+#include "runtime/classes/ClassObjects.h"
 #include "runtime/classes/LoadedModule.h"
 #include "runtime/store/RegistrationStore.h"
 #include "runtime/typelib/TypeLibrary.h"
