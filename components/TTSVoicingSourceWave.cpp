@@ -31,7 +31,9 @@ std::optional<std::string_view> Readable(LPCSTR name) {
     for (std::size_t left = kBlock - reinterpret_cast<std::uintptr_t>(name) % kBlock; length <= kBlock;) {
         if (IsBadReadPtr(name + length, 1) != FALSE) return std::nullopt;
         const void* const end = std::memchr(name + length, '\0', left);
-        if (end != nullptr) return std::string_view(name, static_cast<const char*>(end));
+        if (end != nullptr) {
+            return std::string_view(name, static_cast<std::size_t>(static_cast<const char*>(end) - name));
+        }
         length += std::exchange(left, kBlock);
     }
     return std::string_view(name, length);

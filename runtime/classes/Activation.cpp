@@ -11,13 +11,18 @@ namespace larynth {
 
 namespace {
 
-constinit NeverDestroyed<ClassObjects> classObjects;
+/// Those of the process. A constant until one is offered, wherever the standard library has an empty vector of
+/// constants; elsewhere the first look-up makes it.
+NeverDestroyed<ClassObjects>& OwnClassObjects() noexcept {
+    static NeverDestroyed<ClassObjects> classObjects;
+    return classObjects;
+}
 
 HRESULT GetClassObject(REFCLSID rclsid, DWORD context, REFIID riid, void** ppv) {
     if ((context & CLSCTX_INPROC_SERVER) == 0) {
         return Fail(E_INVALIDARG, "a class serves in its own process only: CLSCTX_INPROC_SERVER");
     }
-    HRESULT hr = classObjects->Get(rclsid, riid, ppv);
+    HRESULT hr = OwnClassObjects()->Get(rclsid, riid, ppv);
     if (hr == CLASS_E_CLASSNOTAVAILABLE) hr = GetModuleClassObject(rclsid, riid, ppv);
     if (SUCCEEDED(hr)) return hr;
     if (hr == CLASS_E_CLASSNOTAVAILABLE) {
@@ -64,14 +69,14 @@ HRESULT LARYNTH_CALL CoRegisterClassObject(REFCLSID rclsid, IUnknown* pUnk, DWOR
         return larynth::Fail(E_INVALIDARG, "only CLSCTX_INPROC_SERVER with REGCLS_MULTIPLEUSE is possible");
     }
     return larynth::Contained([&] {
-        *lpdwRegister = larynth::classObjects->Add(rclsid, pUnk);
+        *lpdwRegister = larynth::OwnClassObjects()->Add(rclsid, pUnk);
         return S_OK;
     });
 }
 
 HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister) {
     return larynth::Contained([&] {
-        if (larynth::classObjects->Remove(dwRegister)) return S_OK;
+        if (larynth::OwnClassObjects()->Remove(dwRegister)) return S_OK;
         return larynth::Fail(CO_E_OBJNOTREG, "no class object is registered under the number %u", dwRegister);
     });
 }
