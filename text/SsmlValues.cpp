@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
+#include "engine/Exponential.h"
 #include "input/Text.h"
 
 namespace larynth {
@@ -68,7 +70,9 @@ std::optional<double> RateFactor(std::string_view value) {
     return measure->isRelative ? 1.0 + number : number;
 }
 
-double Semitones(double count) { return std::exp2(count / 12.0); }
+constexpr double kLnOfTwelfthOctave = std::numbers::ln2 / 12.0, kLnOfDecibel = std::numbers::ln10 / 20.0;
+
+double Semitones(double count) { return Exponential(count * kLnOfTwelfthOctave); }
 
 std::optional<double> PitchFactor(std::string_view value, double meanPitch, const Prosody& around) {
     const auto measure = ParseMeasure(value);
@@ -92,7 +96,7 @@ std::optional<double> VolumeFactor(std::string_view value, const Prosody& around
     if (const auto label = FindLabel(kVolumes, value)) return label;
     const auto measure = ParseMeasure(value);
     if (!measure) return std::nullopt;
-    if (measure->unit == "dB") return std::pow(10.0, measure->value / 20.0);
+    if (measure->unit == "dB") return Exponential(measure->value * kLnOfDecibel);
     if (measure->unit != "%" && !measure->unit.empty()) return std::nullopt;
     if (measure->isRelative) return 1.0 + measure->value / 100.0;
     return measure->value / 100.0 / std::max(around.volume, 0.01);
