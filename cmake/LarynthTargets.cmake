@@ -26,13 +26,19 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang AND CMAKE_CXX_FLAGS MATCHES "-fsanitize="
   set(LARYNTH_NO_UNDEFINED)
 endif()
 
+# Whether there are shared objects, which a room can become a part of.
+set(LARYNTH_SHARED ON)
+if(LARYNTH_RUNTIME STREQUAL embedded)
+  set(LARYNTH_SHARED OFF)
+endif()
+
 function(larynth_configure target)
   target_link_libraries(${target} PRIVATE larynth_options larynth_warnings)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
-    POSITION_INDEPENDENT_CODE ON)
+    POSITION_INDEPENDENT_CODE ${LARYNTH_SHARED})
 endfunction()
 
 # A room: a folder's sources as one static library. Each module links a copy of its own.
