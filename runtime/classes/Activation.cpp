@@ -11,8 +11,8 @@ namespace larynth {
 
 namespace {
 
-/// Those of the process. A constant until one is offered, wherever the standard library has an empty vector of
-/// constants; elsewhere the first look-up makes it.
+/// Those of the process. A constant until one is offered, wherever the standard library has an empty vector
+/// of constants; elsewhere the first look-up makes it.
 NeverDestroyed<ClassObjects>& OwnClassObjects() noexcept {
     static NeverDestroyed<ClassObjects> classObjects;
     return classObjects;
