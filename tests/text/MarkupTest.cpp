@@ -84,7 +84,7 @@ TEST(Markup, ChangesProsodyByFactors) {
              Row{"rate='x-fast' volume='soft'", {2.0, 1.0, 1.0, 0.5}},
              {"rate='50%' pitch='+10%'", {0.5, 1.1, 1.0, 1.0}},
              {"rate='+20%' range='-50%'", {1.2, 1.0, 0.5, 1.0}},
-             {"pitch='+12st' volume='+20dB'", {1.0, 2.0, 1.0, 10.0}},
+             {"pitch='+12st' volume='-20dB'", {1.0, 2.0, 1.0, 0.1}},
              {"pitch='220Hz' volume='30'", {1.0, 2.0, 1.0, 0.3}},
              {"pitch='-55Hz' range='x-high'", {1.0, 0.5, 1.8, 1.0}},
              {"volume='silent' rate='0%'", {0.1, 1.0, 1.0, 0.0}},
