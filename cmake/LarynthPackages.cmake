@@ -70,6 +70,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
 larynth_package(Command larynth sound "${same_runtime}" "formant speech synthesizer - command"
   "The command larynth speaks English text and turns tables of frames into sound
 files. Manual pages and completion for bash and zsh are included.")
+set(CPACK_DEBIAN_COMMAND_PACKAGE_SUGGESTS python3-larynth)  # for larynth plot
 larynth_package(Development liblarynth-dev libdevel "${same_runtime}" "formant speech synthesizer - development files"
   "Headers, CMake and pkg-config files and the type library, for programs that use
 Larynth and for components of one's own.")
