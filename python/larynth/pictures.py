@@ -49,15 +49,17 @@ def spectrogram(samples: np.ndarray[Any, Any], sample_freq: float) -> tuple[Floa
 
 
 def pulses(voicing: FloatArray, sample_freq: float) -> np.ndarray[Any, np.dtype[np.int64]]:
-    """Samples at which the glottis closes: the flow's slope is steepest there."""
-    if len(voicing) < 3:
+    """Samples at which the glottis closes: the flow's slope is steepest there, in each run of samples that is deep."""
+    if not len(voicing):
         return np.zeros(0, np.int64)
     block = max(1, round(0.02 * sample_freq))
     deepest = np.minimum.reduceat(voicing, np.arange(0, len(voicing), block))
     around = np.minimum(deepest, np.minimum(np.append(deepest[1:], 0), np.insert(deepest[:-1], 0, 0)))
-    middle, before, after = voicing[1:-1], voicing[:-2], voicing[2:]
-    is_deep = middle < 0.3 * np.repeat(around, block)[1 : len(voicing) - 1]
-    return np.flatnonzero(is_deep & (middle <= before) & (middle < after)) + 1
+    is_deep = voicing < 0.3 * np.repeat(around, block)[: len(voicing)]
+    starts, ends = np.flatnonzero(np.diff(is_deep, prepend=False, append=False)).reshape(-1, 2).T
+    is_apart = starts[1:] - ends[:-1] > 0.0005 * sample_freq  # flutter pauses at a frame's first sample, which may split a run
+    runs = zip(starts[np.append(True, is_apart)[: len(starts)]], ends[np.append(is_apart, True)[: len(ends)]])
+    return np.array([start + voicing[start:end].argmin() for start, end in runs], np.int64)
 
 
 def draw_wave(axes: Axes, sound: Sound) -> None:

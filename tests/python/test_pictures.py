@@ -48,6 +48,12 @@ def test_tracks_pulses_and_markers_stand_where_the_frames_have_them():
     assert [axes.get_ylabel() for axes in figure.get_axes()] == ["sample", "voicing source", "frequency (Hz)", "F0 (Hz)"]
 
 
+def test_a_pulse_has_one_closure_where_flutter_moves_it():
+    voicing = larynth.signals(larynth.frames(150, **VOWEL, F0=110, FL=0.06, FLT=6.25))["voicing"]
+    periods = np.diff(pictures.pulses(voicing, 11025)) / 11025
+    assert len(periods) > 150 and np.allclose(1 / periods, 110, rtol=0.08)
+
+
 def test_spectrograms_show_a_tone_where_it_is():
     tone = np.sin(2 * np.pi * 1000 * np.arange(8000) / 8000) * 10000
     times, frequencies, levels = pictures.spectrogram(tone.astype(np.int16), 8000.0)
