@@ -33,9 +33,9 @@ MOST_FILE_LENGTH = 1_000_000
 class Item(NamedTuple):
     """What there is to know about an item of a frame."""
 
-    name: str
+    name: str  #: as in tables, "F1"
     unit: str  #: "Hz", "dB", "10us" or "factor"
-    meaning: str
+    meaning: str  #: a part of a sentence
     initial: float  #: in a new frame
 
 
