@@ -60,8 +60,6 @@ class Runner:
         return {path: path.stat().st_mtime_ns for path in self.work.rglob("*") if path.suffix in SHOWN}
 
     def value(self, value: Any) -> str:
-        if isinstance(value, list | tuple):
-            return "".join(map(self.value, value))
         if isinstance(value, larynth.Sound):
             value.write(self.work / "shown.wav")
             return self.file(self.work / "shown.wav")

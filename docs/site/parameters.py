@@ -268,7 +268,7 @@ def build(table_path: pathlib.Path, folder: pathlib.Path, media: pathlib.Path) -
     for name, page in pages.items():
         frames = [frame_of(page, table, value) for value in page.values]
         make_sounds(page, frames, media)
-        figure = Figure(figsize=(8, 3.6), layout="constrained")
+        figure = Figure(figsize=(7, 3.6), layout="constrained")
         DRAW[page.picture](figure, page, frames)
         figure.savefig(folder / f"{name}.svg")
         (folder / f"{name}.md").write_text(text_of(page, table))

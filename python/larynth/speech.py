@@ -44,6 +44,7 @@ def say_frames(
     Parameters
     ----------
     text : str
+        What is said.
     form : {"text", "arpabet", "ipa", "ssml"}
         What the text is: English, phones as "HH AH0 L OW1 | W ER1 L D ." or "həˈloʊ ˈwɜːld.", or English in
         Speech Synthesis Markup Language.

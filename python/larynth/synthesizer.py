@@ -54,6 +54,7 @@ class Synthesizer:
     output_gain : float
         Linear factor on the sum of cascade and parallel branch.
     voice : Voice, optional
+        Else the standard one.
     wave : sequence of float, optional
         Open phase of one excitation period, of a wave-table source in place of any other, also a voice's.
     seed : int, optional
@@ -122,6 +123,7 @@ class Synthesizer:
         Parameters
         ----------
         frames : array of `frame_dtype`, shape (n,), or mapping
+            A contiguous array is read where it lies.
         size : int
             Frames of a chunk, from 1.
 
@@ -141,6 +143,7 @@ class Synthesizer:
         Parameters
         ----------
         frames : array of `frame_dtype`, shape (n,), or mapping
+            A contiguous array is read where it lies.
 
         Returns
         -------

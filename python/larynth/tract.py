@@ -46,6 +46,7 @@ def response(
     Parameters
     ----------
     frame : one frame of `frame_dtype`, or mapping from names to numbers
+        What is not named in a mapping is as in a new frame.
     frequencies : sequence of float, shape (n,), optional
         Hz; else 513 from 0 to half the sample frequency.
     sample_freq : float

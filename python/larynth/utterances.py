@@ -143,11 +143,13 @@ class Utterance:
     Attributes
     ----------
     frames : ndarray, shape (n,), dtype `frame_dtype`
+        One after the other.
     sample_freq : float
         Hz.
     markers : list of (int, str)
         The frame in front of which a text stands, in ascending order; n is the end.
     voice : Voice, optional
+        Else the standard one.
     """
 
     frames: FrameArray
@@ -175,6 +177,7 @@ def read(
     Parameters
     ----------
     path : str or path
+        The file.
     form : {"table", "targets"}
         A line a frame, or targets between which the frames lie.
     frame_len : int, optional
