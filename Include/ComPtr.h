@@ -76,7 +76,7 @@ class ComPtr {
         return SUCCEEDED(hr) && held_ == nullptr ? E_FAIL : hr;
     }
 
-    T* Get() const noexcept { return held_; }
+    T* Get() const noexcept { return held_; }  ///< Null when nothing is held; no reference for the caller.
     T* operator->() const noexcept { return held_; }
     explicit operator bool() const noexcept { return held_ != nullptr; }
 
@@ -88,9 +88,12 @@ class ComPtr {
         Release();
         return &held_;
     }
+    /// As Put, for calls that write any interface.
     void** PutVoid() noexcept { return reinterpret_cast<void**>(Put()); }
+    /// As Put, for calls that write the interface as IUnknown.
     IUnknown** PutUnknown() noexcept { return reinterpret_cast<IUnknown**>(Put()); }
 
+    /// The identifier of T.
     static constexpr REFIID Id() noexcept { return larynth::InterfaceId<T>::value; }
 
   private:

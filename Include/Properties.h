@@ -22,11 +22,16 @@ inline constexpr LONG kPropertyTypeDouble = 6;
 struct LARYNTH_INTERFACE(IACLPropertyIndex, "1e527ff9-160e-47a4-89f1-c7e23916e1df") : IUnknown {
     /// Drops surplus dimensions; new ones have size 0 and index 0. E_FAIL for a negative or immense count.
     virtual HRESULT LARYNTH_CALL SetDimensionCount(int nCount /*in*/) = 0;
+    /// 0 in a new index.
     virtual HRESULT LARYNTH_CALL GetDimensionCount(int* pnCount /*out*/) = 0;
+    /// Elements along a dimension.
     virtual HRESULT LARYNTH_CALL SetSize(int nDimension /*in*/, int nSize /*in*/) = 0;
+    /// Which element along a dimension is meant, from 0.
     virtual HRESULT LARYNTH_CALL SetIndex(int nDimension /*in*/, int nIndex /*in*/) = 0;
     virtual HRESULT LARYNTH_CALL SetName(int nDimension /*in*/, LPCSTR sName /*in*/) = 0;  ///< Copied.
+    /// Elements along a dimension.
     virtual HRESULT LARYNTH_CALL GetSize(int nDimension /*in*/, int* pnSize /*out*/) = 0;
+    /// Which element along a dimension is meant, from 0.
     virtual HRESULT LARYNTH_CALL GetIndex(int nDimension /*in*/, int* pnIndex /*out*/) = 0;
     /// Characters, without the terminating zero.
     virtual HRESULT LARYNTH_CALL GetNameLength(int nDimension /*in*/, int* pnLength /*out*/) = 0;

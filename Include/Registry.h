@@ -30,6 +30,7 @@ struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614
     /// The empty name is the default value's. E_FAIL outside a transaction.
     virtual HRESULT LARYNTH_CALL SetValue(LPCSTR sKey /*in*/, LPCSTR sName /*in*/, LPCSTR sValue /*in*/) = 0;
 
+    /// The empty name is the default value's.
     virtual HRESULT LARYNTH_CALL GetValue(LPCSTR sKey /*in*/, LPCSTR sName /*in*/,
                                           LPCSTR* psValue /*out*/) = 0;
     /// Keys directly below, and named values: a default value does not count.
@@ -61,6 +62,7 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenSystemRegistry(ILarynthRegis
 /// itself, E_POINTER, the store's code or the module's own, and S_FALSE when something could not be taken
 /// out; LarynthLastError() then says more.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthRegisterModule(LPCSTR sPath);
+/// The contrary; see LarynthRegisterModule.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthUnregisterModule(LPCSTR sPath);
 
 /// A registry in memory with what the module would write into the store; nothing is stored. Codes as for

@@ -38,9 +38,10 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL CoRevokeClassObject(DWORD dwRegister);
 /// tell when its own last release has returned, no other thread may be inside one.
 LARYNTH_RUNTIME_API void LARYNTH_CALL CoFreeUnusedLibraries();
 
-/// True when any of the `nBytes` bytes at `pMemory` cannot be read (written). Exact, and nothing is changed.
+/// True when any of the `nBytes` bytes at `pMemory` cannot be read. Exact, and nothing is changed.
 /// Zero bytes are always accessible.
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadReadPtr(const void* pMemory, std::size_t nBytes);
+/// The same for bytes that cannot be written.
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadWritePtr(void* pMemory, std::size_t nBytes);
 
 /// Loads a module so that its classes are found in this process. A relative path is taken from the working

@@ -35,7 +35,7 @@ namespace larynth {
 /// What failed, as a sentence, and its status code.
 class LARYNTH_SPEECH_API Error : public std::runtime_error {
   public:
-    Error(HRESULT status, const std::string& what);
+    Error(HRESULT status, const std::string& what);  ///< A failing status, and a sentence.
     ~Error() override;
     HRESULT Status() const noexcept { return status_; }  ///< Negative.
 
@@ -47,7 +47,7 @@ class LARYNTH_SPEECH_API Error : public std::runtime_error {
 /// place, "FILE:LINE:COLUMN: expected …".
 class LARYNTH_SPEECH_API InputError : public Error {
   public:
-    explicit InputError(const std::string& what);
+    explicit InputError(const std::string& what);  ///< No text file is to blame.
     InputError(const std::string& what, std::string file, std::int64_t line, std::int64_t column);
     ~InputError() override;
 
@@ -87,8 +87,8 @@ struct LARYNTH_SPEECH_API KlattFrame {
     double AF = 1.0;    ///< Amplitude of frication.
     double AB = 0.0;    ///< Gain of the parallel branch's bypass.
 
-    // The cascade: frequency (Hz), bandwidth (Hz) and gain of the nasal pole, of formants 1 to 5 and of the
-    // nasal zero.
+    /// @name The cascade: frequency (Hz), bandwidth (Hz) and gain of nasal pole, formants 1 to 5, nasal zero
+    /// @{
     double FNP = 300.0, BWNP = 90.0, GNP = 1.0;
     double F1 = 0.0, BW1 = 0.0, G1 = 1.0;
     double F2 = 0.0, BW2 = 0.0, G2 = 1.0;
@@ -96,8 +96,10 @@ struct LARYNTH_SPEECH_API KlattFrame {
     double F4 = 0.0, BW4 = 0.0, G4 = 1.0;
     double F5 = 0.0, BW5 = 0.0, G5 = 1.0;
     double FNZ = 300.0, BWNZ = 90.0, GNZ = 1.0;
+    /// @}
 
-    // The parallel branch: frequency (Hz), bandwidth (Hz) and gain of its resonators 0 to 6.
+    /// @name The parallel branch: frequency (Hz), bandwidth (Hz) and gain of resonators 0 to 6
+    /// @{
     double PF0 = 0.0, PBW0 = 0.0, PG0 = 1.0;
     double PF1 = 0.0, PBW1 = 0.0, PG1 = 1.0;
     double PF2 = 0.0, PBW2 = 200.0, PG2 = 0.0;
@@ -105,10 +107,11 @@ struct LARYNTH_SPEECH_API KlattFrame {
     double PF4 = 0.0, PBW4 = 350.0, PG4 = 0.0;
     double PF5 = 0.0, PBW5 = 200.0, PG5 = 0.0;
     double PF6 = 4900.0, PBW6 = 1500.0, PG6 = 0.0;
+    /// @}
 
     /// An item by its name. Raises InputError, which suggests the nearest name, for a name that no item has.
     double& operator[](std::string_view name);
-    double operator[](std::string_view name) const;
+    double operator[](std::string_view name) const;  ///< Likewise.
 
     bool operator==(const KlattFrame&) const = default;
 };
@@ -116,12 +119,12 @@ struct LARYNTH_SPEECH_API KlattFrame {
 /// What there is to know about an item.
 struct FrameItem {
     std::string_view name;
-    std::string_view unit;     ///< "Hz", "dB", "10us" or "factor".
-    std::string_view meaning;  ///< A sentence's part.
-    double KlattFrame::*value;
+    std::string_view unit;      ///< "Hz", "dB", "10us" or "factor".
+    std::string_view meaning;   ///< A sentence's part.
+    double KlattFrame::*value;  ///< Where a frame has it.
 };
 
-inline constexpr std::size_t kFrameItems = 52;
+inline constexpr std::size_t kFrameItems = 52;  ///< Their number.
 
 /// The items in the order of a packet's indices; constant for the process's life.
 LARYNTH_SPEECH_API std::span<const FrameItem, kFrameItems> FrameItems() noexcept;
@@ -153,18 +156,21 @@ struct VoiceSettings {
     Waveform wave{};  ///< Empty: the voice has no source of its own.
 };
 
-/// Reads a voice from a JSON file, or from a file's text (`fileName` then serves messages); every key may be
-/// absent. InputError for the first thing that is wrong and for a file that cannot be read.
+/// Reads a voice from a JSON file; every key may be absent. InputError for the first thing that is wrong and
+/// for a file that cannot be read.
 LARYNTH_SPEECH_API VoiceSettings ReadVoice(const std::string& path);
+/// The same from a file's text; `fileName` serves messages.
 LARYNTH_SPEECH_API VoiceSettings ParseVoice(const std::string& text, const std::string& fileName);
 
 /// Reads a waveform: one number a line, blank lines ignored. InputError as for a voice.
 LARYNTH_SPEECH_API Waveform ReadWaveform(const std::string& path);
+/// The same from a file that is open; `fileName` serves messages.
 LARYNTH_SPEECH_API Waveform ParseWaveform(std::istream& input, const std::string& fileName);
 
-/// A wave-table source, or a voice, for a synthesizer of sample frequency `sampleFreq` (Hz). The caller owns
-/// the object. Error when a component refuses its values.
+/// A wave-table source for a synthesizer of sample frequency `sampleFreq` (Hz). The caller owns the object.
+/// Error when a component refuses its values.
 LARYNTH_SPEECH_API ComPtr<ITTSVoicingSource> MakeWaveSource(const Waveform& wave, double sampleFreq);
+/// A voice, likewise.
 LARYNTH_SPEECH_API ComPtr<ITTSVoice> MakeVoice(const VoiceSettings& settings, double sampleFreq);
 
 /// Hz, of an utterance that says nothing else.
@@ -214,9 +220,9 @@ LARYNTH_SPEECH_API KlattUtterance FramesFromTargets(std::span<const Target> targ
                                                     const FrameDefaults& defaults = {});
 
 /// Reads targets: a line each, time,item,value or time,item,value,linear|cosine; blank lines, lines that
-/// begin with '#', and a first line whose first field is "time" are skipped. `fileName` serves messages.
-/// InputError with line and column.
+/// begin with '#', and a first line whose first field is "time" are skipped. InputError with line and column.
 LARYNTH_SPEECH_API std::vector<Target> ReadTargets(const std::string& path);
+/// The same from a file that is open; `fileName` serves messages.
 LARYNTH_SPEECH_API std::vector<Target> ReadTargets(std::istream& input, const std::string& fileName);
 
 /// The two forms of a file of frames: a line each, or targets between which they lie.
@@ -244,7 +250,7 @@ class LARYNTH_SPEECH_API FrameReader {
     /// first thing that is wrong, with its place.
     bool Next();
 
-    // Of the frame that Next moved to; the references hold until the next call of it.
+    /// The frame that Next moved to; this reference and the next hold until the next call of it.
     const KlattFrame& Frame() const noexcept;
     const std::string& Marker() const noexcept;  ///< In front of the frame; empty: none.
     double SampleFreq() const noexcept;          ///< Hz; the same for all frames, also behind the last one.
@@ -259,6 +265,7 @@ class LARYNTH_SPEECH_API FrameReader {
 /// All frames of a file, as FrameReader gives them.
 LARYNTH_SPEECH_API KlattUtterance ReadUtterance(const std::string& path, FrameForm form = FrameForm::Table,
                                                 const FrameDefaults& defaults = {});
+/// The same from a file that is open; `fileName` serves messages.
 LARYNTH_SPEECH_API KlattUtterance ReadUtterance(std::istream& input, const std::string& fileName,
                                                 FrameForm form = FrameForm::Table,
                                                 const FrameDefaults& defaults = {});
@@ -311,15 +318,15 @@ class LARYNTH_SPEECH_API Synthesizer {
 
     double SampleFreq() const noexcept;  ///< Hz.
 
-    // From the next sample on:
-    void SetVolume(double factor);
-    void SetOutputGain(double factor);
-    /// With its source, which displaces any other; nothing takes the voice away and brings back the standard
-    /// source.
+    void SetVolume(double factor);      ///< Linear, applied last, from the next sample on.
+    void SetOutputGain(double factor);  ///< Linear, on the sum of both tracts, from the next sample on.
+    /// From the next sample on, with its source, which displaces any other; nothing takes the voice away and
+    /// brings back the standard source.
     void SetVoice(const std::optional<VoiceSettings>& voice);
 
-    std::vector<std::int16_t> Render(const KlattFrame& frame);
-    std::vector<std::int16_t> Render(std::span<const KlattFrame> frames);
+    std::vector<std::int16_t> Render(const KlattFrame& frame);             ///< Samples of a frame.
+    std::vector<std::int16_t> Render(std::span<const KlattFrame> frames);  ///< Of frames, in order.
+    /// Hands the samples over frame by frame.
     void Render(std::span<const KlattFrame> frames, const SampleSink& sink);
     /// With the markers where they came out; its voice, if it has one, is set before.
     Sound Render(const KlattUtterance& utterance);

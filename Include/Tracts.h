@@ -9,7 +9,9 @@ struct LARYNTH_INTERFACE(ITTSVocalTract, "9280ba2e-1534-43fd-b357-71b237d047c9")
     /// E_FAIL for a packet without the form's values. The resonator form stops at a failing packet call and
     /// returns its code; sections set before keep their new coefficients.
     virtual HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams /*in*/, REFIID riid /*in*/) = 0;
+    /// Advances by one sample, whose input is given; null is allowed.
     virtual HRESULT LARYNTH_CALL CalculateNext(double dInputValue /*in*/, double* pdValue /*out*/) = 0;
+    /// The last sample again, without advancing.
     virtual HRESULT LARYNTH_CALL GetOutputValue(double* pdValue /*out*/) = 0;
 };
 
@@ -32,6 +34,8 @@ struct LARYNTH_INTERFACE(ITTSVocalTractF, "98daa4bf-7559-4f89-b3fb-95ee22432045"
 struct LARYNTH_INTERFACE(ITTSParallelTract, "b6d9f6f4-5cdc-48b9-9a64-00c790010259") : IUnknown {
     /// E_FAIL for a packet without parallel values; a failing resonator call's code otherwise.
     virtual HRESULT LARYNTH_CALL SetParams(IUnknown* pIParams /*in*/, REFIID riid /*in*/) = 0;
+    /// Advances by one sample, whose input is given; null is allowed.
     virtual HRESULT LARYNTH_CALL CalculateNext(double dInputValue /*in*/, double* pdValue /*out*/) = 0;
+    /// The last sample again, without advancing.
     virtual HRESULT LARYNTH_CALL GetOutputValue(double* pdValue /*out*/) = 0;
 };

@@ -4,7 +4,9 @@
 
 #include <larynth/Runtime.h>
 
+/// A file cannot be read, or carries no type library.
 inline constexpr HRESULT TYPE_E_CANTLOADLIBRARY = static_cast<HRESULT>(0x80029C4A);
+/// What a file carries is no valid type library.
 inline constexpr HRESULT TYPE_E_INVDATAREAD = static_cast<HRESULT>(0x80028018);
 
 /// Kinds of type.
@@ -19,6 +21,7 @@ inline constexpr LONG PARAMFLAG_OUT = 2;
 /// The interface that a class is used by when nothing else is asked for.
 inline constexpr LONG IMPLTYPEFLAG_DEFAULT = 1;
 
+/// About a library.
 struct LarynthLibraryInfo {
     LPCSTR Name;
     LPCSTR HelpString;  ///< Empty when there is none.
@@ -29,6 +32,7 @@ struct LarynthLibraryInfo {
     int TypesCount;
 };
 
+/// About an interface or a class.
 struct LarynthTypeInfo {
     LONG Kind;  ///< TKIND_…; other numbers are kinds that this system does not use.
     LPCSTR Name;
@@ -39,6 +43,7 @@ struct LarynthTypeInfo {
     int InterfacesCount;  ///< A class's interfaces; 0 for other types.
 };
 
+/// About a method.
 struct LarynthFunctionInfo {
     LPCSTR Name;
     int Slot;           ///< In the method table, the first method of IUnknown being 0.
@@ -46,12 +51,14 @@ struct LarynthFunctionInfo {
     int ParametersCount;
 };
 
+/// About a parameter.
 struct LarynthParameterInfo {
     LPCSTR Name;
     LPCSTR Type;     ///< Spelled as a return type.
     LONG Direction;  ///< PARAMFLAG_…
 };
 
+/// About an interface of a class.
 struct LarynthImplementedInfo {
     LPCSTR Name;
     GUID Id;     ///< GUID_NULL when there is none.
@@ -62,11 +69,14 @@ struct LarynthImplementedInfo {
 /// and are valid as long as it lives. Indices count from 0 in the library's order; E_FAIL for one outside,
 /// E_POINTER for a bad out-pointer, nothing changed.
 struct LARYNTH_INTERFACE(ILarynthTypeLibrary, "7f1c52de-90b4-4c06-a5a8-6a1a7c2f9b35") : IUnknown {
+    /// About the library itself.
     virtual HRESULT LARYNTH_CALL GetLibrary(LarynthLibraryInfo* pInfo /*out*/) = 0;
+    /// An interface or a class.
     virtual HRESULT LARYNTH_CALL GetType(int nType /*in*/, LarynthTypeInfo* pInfo /*out*/) = 0;
     /// A method that the interface adds to its base.
     virtual HRESULT LARYNTH_CALL GetFunction(int nType /*in*/, int nFunction /*in*/,
                                              LarynthFunctionInfo* pInfo /*out*/) = 0;
+    /// A parameter of such a method.
     virtual HRESULT LARYNTH_CALL GetParameter(int nType /*in*/, int nFunction /*in*/, int nParameter /*in*/,
                                               LarynthParameterInfo* pInfo /*out*/) = 0;
     /// An interface of a class.

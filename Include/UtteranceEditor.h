@@ -25,7 +25,7 @@ class LARYNTH_SPEECH_API UtteranceEditor {
     UtteranceEditor& operator=(UtteranceEditor&&) noexcept;
     ~UtteranceEditor();
 
-    const KlattUtterance& Utterance() const noexcept;
+    const KlattUtterance& Utterance() const noexcept;  ///< As it is now.
 
     /// `index` from 0. InputError, as from the two below, for an index outside and for a frame that cannot be
     /// rendered.

@@ -6,6 +6,7 @@
 
 #include <larynth/Interface.h>
 
+/// A voice, and the source that it may bring. Reserved methods are not called by this system.
 struct LARYNTH_INTERFACE(ITTSVoice, "27f82f94-6709-4347-bf02-83a32bc318aa") : IUnknown {
     virtual HRESULT LARYNTH_CALL Reserved3() = 0;
     virtual HRESULT LARYNTH_CALL Reserved4() = 0;
@@ -19,6 +20,7 @@ struct LARYNTH_INTERFACE(ITTSVoice, "27f82f94-6709-4347-bf02-83a32bc318aa") : IU
     virtual HRESULT LARYNTH_CALL GetVoicingSource(REFIID riid /*in*/, IUnknown** ppSource /*out*/) = 0;
 };
 
+/// What a voice changes about source and output. Reserved methods are not called by this system.
 struct LARYNTH_INTERFACE(ITTSVoiceSourceParams, "90237de7-232a-49de-bed4-32292ed99a49") : IUnknown {
     virtual HRESULT LARYNTH_CALL Reserved3() = 0;
     virtual HRESULT LARYNTH_CALL Reserved4() = 0;
@@ -62,10 +64,14 @@ struct LARYNTH_INTERFACE(ITTSVoiceSettings, "9e450909-a8d1-4dea-9ddf-c65e144b208
     /// Held with a reference; null removes it. E_NOINTERFACE, nothing changed, when it is no
     /// ITTSVoicingSource.
     virtual HRESULT LARYNTH_CALL SetVoicingSource(IUnknown* pSource /*in*/) = 0;
+    /// Coefficient a of y[n] − a·y[n−1]; 0 turns it off.
     virtual HRESULT LARYNTH_CALL SetPreEmphasis(double dValue /*in*/) = 0;
+    /// Open quotient for a wave-table source.
     virtual HRESULT LARYNTH_CALL SetOpenQuotient(double dValue /*in*/) = 0;
+    /// The filter that raises low frequencies, as ITTSVoiceFilterParams has it.
     virtual HRESULT LARYNTH_CALL SetLowFilter(double dF /*in*/, double dG /*in*/, double dP3 /*in*/,
                                               double dP4 /*in*/) = 0;
+    /// The filter that raises high frequencies, as ITTSVoiceFilterParams has it.
     virtual HRESULT LARYNTH_CALL SetHighFilter(double dF /*in*/, double dG /*in*/, double dP3 /*in*/,
                                                double dP4 /*in*/) = 0;
 };
