@@ -9,7 +9,6 @@ from __future__ import annotations
 import ast
 import contextlib
 import io
-import os
 import pathlib
 import re
 import shutil
@@ -85,5 +84,4 @@ def run(page: pathlib.Path, work: pathlib.Path, media: pathlib.Path) -> str:
     shutil.rmtree(work, ignore_errors=True)
     for folder in (work, media):
         folder.mkdir(parents=True, exist_ok=True)
-    os.environ.setdefault("LARYNTH_REGISTRY", str(work / "registry.db"))
     return BLOCK.sub(Runner(page, work, media).run, page.read_text())
