@@ -20,6 +20,7 @@ suppress_warnings = ["myst.header"]  # a page that a table makes may leave a lev
 html_theme = "furo"
 html_static_path = [str(ROOT / "docs/site/static")]
 html_css_files = ["site.css"]
+html_js_files = ["theme.js"]
 html_extra_path = [str(ROOT / "build/docs/media")]
 html_copy_source = False
 html_show_sphinx = False
