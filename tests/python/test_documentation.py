@@ -11,6 +11,7 @@ DOCS = pathlib.Path(__file__).parent.parent.parent / "docs"
 sys.path.insert(0, str(DOCS / "site"))
 import examples
 import parameters
+import table
 
 
 @pytest.mark.skipif(not hasattr(larynth._larynth, "speak"), reason="speech from text was left out")
@@ -21,6 +22,6 @@ def test_the_tutorial_runs(tmp_path, monkeypatch):
 
 
 def test_each_item_has_a_page():
-    pages, table = parameters.read(DOCS / "parameters.toml")
+    pages, rows = table.read(DOCS / "parameters.toml")
     assert len(pages) == 52 and sorted(sum(parameters.GROUPS.values(), [])) == sorted(pages)
-    assert all("{n}" not in parameters.text_of(page, table) for page in pages.values())
+    assert all("{n}" not in parameters.text_of(page, rows) for page in pages.values())
