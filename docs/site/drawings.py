@@ -63,6 +63,7 @@ def draw_response(figure: Figure, page: Page, frames: list[Values]) -> None:
 
 def draw_signal(figure: Figure, page: Page, frames: list[Values]) -> None:
     """The wave in the middle of each sound, one below the other, and the spectra."""
+    figure.get_layout_engine().set(wspace=0.1)  # of the width: the label between the panels belongs to the right one
     name, title = ("tilted_voicing", "source") if page.picture == "source" else ("sum", "sound")
     grid = figure.add_gridspec(3, 2)
     beside = figure.add_subplot(grid[:, 1])
