@@ -3,11 +3,25 @@
 ///
 /// Widths are those of the platform of origin on every platform: HRESULT and LONG have 32 bits, GUID has
 /// 16 bytes aligned to 4. Where that platform's own component headers exist, this header is the one that
-/// includes them instead.
+/// includes them instead. Their macros stay defined for headers that come later, so that interface, small,
+/// near, far, IN and OUT are no names here.
 #pragma once
 
-#include <bit>
 #include <cstdint>
+
+#ifdef _WIN32
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <objbase.h>
+
+/// Stands where a calling convention is written: every interface method, every override, every entry point.
+#define LARYNTH_CALL STDMETHODCALLTYPE
+
+#else
+
+#include <bit>
 
 using LONG = std::int32_t;
 using ULONG = std::uint32_t;
@@ -91,3 +105,5 @@ inline constexpr HRESULT DISP_E_EXCEPTION = static_cast<HRESULT>(0x80020009);
 constexpr bool SUCCEEDED(HRESULT hr) noexcept { return hr >= 0; }
 /// Whether a status code says failure.
 constexpr bool FAILED(HRESULT hr) noexcept { return hr < 0; }
+
+#endif

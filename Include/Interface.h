@@ -68,6 +68,20 @@ consteval GUID ParseGuid(const char (&text)[37]) {
 /// Declares the identifier CLSID_<Name> of a creatable class.
 #define LARYNTH_CLASS(Name, Text) inline constexpr CLSID CLSID_##Name = larynth::ParseGuid(Text)
 
+#ifdef _WIN32
+
+// The system declares both.
+template <>
+struct larynth::InterfaceId<IUnknown> {
+    static constexpr const IID& value = IID_IUnknown;
+};
+template <>
+struct larynth::InterfaceId<IClassFactory> {
+    static constexpr const IID& value = IID_IClassFactory;
+};
+
+#else
+
 /// The base of every interface. An object is destroyed by the release of its last reference.
 struct LARYNTH_INTERFACE(IUnknown, "00000000-0000-0000-c000-000000000046") {
     /// Writes the object's `riid` interface with a reference for the caller; E_NOINTERFACE and null when the
@@ -86,3 +100,5 @@ struct LARYNTH_INTERFACE(IClassFactory, "00000001-0000-0000-c000-000000000046") 
     /// Holds the module in memory (true) or gives that hold back (false).
     virtual HRESULT LARYNTH_CALL LockServer(BOOL fLock /*in*/) = 0;
 };
+
+#endif

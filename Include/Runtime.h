@@ -4,9 +4,18 @@
 ///
 /// A class is looked up among the class objects that the process registered, then among the modules that are
 /// loaded in the process, then in the registration store.
+///
+/// On Windows the system's own runtime and registry do that, and what is declared here is what they do not
+/// have.
 #pragma once
 
 #include <larynth/Interface.h>
+
+#ifdef _WIN32
+
+#define LARYNTH_RUNTIME_API extern "C"
+
+#else
 
 #define LARYNTH_RUNTIME_API extern "C" __attribute__((visibility("default")))
 
@@ -43,6 +52,8 @@ LARYNTH_RUNTIME_API void LARYNTH_CALL CoFreeUnusedLibraries();
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadReadPtr(const void* pMemory, std::size_t nBytes);
 /// The same for bytes that cannot be written.
 LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadWritePtr(void* pMemory, std::size_t nBytes);
+
+#endif
 
 /// Loads a module so that its classes are found in this process. A relative path is taken from the working
 /// folder, and refused in a process that runs with more rights than its caller; nothing is looked for along

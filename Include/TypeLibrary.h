@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 /// A type library: the description of a module's interfaces and classes that is no C++ and needs none.
+/// Windows has interfaces of its own to read one by.
 #pragma once
 
 #include <larynth/Runtime.h>
+
+#ifndef _WIN32
 
 /// A file cannot be read, or carries no type library.
 inline constexpr HRESULT TYPE_E_CANTLOADLIBRARY = static_cast<HRESULT>(0x80029C4A);
@@ -89,6 +92,8 @@ struct LARYNTH_INTERFACE(ILarynthTypeLibrary, "7f1c52de-90b4-4c06-a5a8-6a1a7c2f9
 /// carries is no valid library, E_POINTER; LarynthLastError() then says why.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthLoadTypeLibrary(LPCSTR sFile,
                                                                 ILarynthTypeLibrary** ppLibrary);
+
+#endif
 
 /// Writes into the user's registration store where a module's type library is: the one that the module
 /// carries or, when it carries none that can be read, the file of the same name with the extension ".tlb"

@@ -9,11 +9,11 @@
 #include "com/OutPointer.h"
 #include "module/ClassTable.h"
 
-HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+HRESULT LARYNTH_CALL DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     const auto table = larynth::ClassTable();
     const auto entry = std::ranges::find(table, rclsid, &larynth::ClassEntry::Id);
     if (entry != table.end()) return entry->Factory.QueryInterface(riid, ppv);
     return FAILED(larynth::Put(ppv, nullptr)) ? E_POINTER : CLASS_E_CLASSNOTAVAILABLE;
 }
 
-HRESULT DllCanUnloadNow() { return larynth::ModuleLock::Count() == 0 ? S_OK : S_FALSE; }
+HRESULT LARYNTH_CALL DllCanUnloadNow() { return larynth::ModuleLock::Count() == 0 ? S_OK : S_FALSE; }

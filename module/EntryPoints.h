@@ -4,7 +4,11 @@
 
 #include <larynth/Interface.h>
 
+#ifdef _WIN32
+#define LARYNTH_MODULE_API extern "C"
+#else
 #define LARYNTH_MODULE_API extern "C" __attribute__((visibility("default")))
+#endif
 
 /// The class object of `rclsid` as `riid` (IUnknown or IClassFactory), with a reference for the caller.
 /// E_POINTER, CLASS_E_CLASSNOTAVAILABLE, E_OUTOFMEMORY, E_NOINTERFACE.

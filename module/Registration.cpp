@@ -43,7 +43,7 @@ HRESULT Run(const ClassEntry& entry, ScriptMode mode) noexcept {
 
 }  // namespace larynth
 
-HRESULT DllRegisterServer() {
+HRESULT LARYNTH_CALL DllRegisterServer() {
     for (const larynth::ClassEntry& entry : larynth::ClassTable()) {
         const HRESULT hr = larynth::Run(entry, &larynth::Registrar::Register);
         if (FAILED(hr)) return hr;  // the classes before it stay
@@ -52,7 +52,7 @@ HRESULT DllRegisterServer() {
     return larynth::Guarded([] { return LarynthRegisterTypeLibrary(larynth::OwnPath().c_str()); });
 }
 
-HRESULT DllUnregisterServer() {
+HRESULT LARYNTH_CALL DllUnregisterServer() {
     for (const larynth::ClassEntry& entry : larynth::ClassTable()) {
         static_cast<void>(larynth::Run(entry, &larynth::Registrar::Unregister));
     }

@@ -19,7 +19,7 @@ namespace larynth {
 
 namespace {
 
-bool Answers(IUnknown* object, auto interface) { return decltype(interface){}.TryQuery(object); }
+bool Answers(IUnknown* object, auto wanted) { return decltype(wanted){}.TryQuery(object); }
 
 /// Passes a voice's open quotient on, where there is a voice that has one.
 template <class Source>

@@ -6,7 +6,7 @@
 
 #include <larynth/Base.h>
 
-#include "runtime/classes/OwnModule.h"
+#include "runtime/classes/ResourceTable.h"
 
 namespace larynth {
 

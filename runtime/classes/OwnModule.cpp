@@ -5,6 +5,8 @@
 #include <dlfcn.h>
 #include <memory>
 
+#include "runtime/classes/ResourceTable.h"
+
 namespace larynth {
 
 std::optional<std::span<const std::byte>> OwnResource(LPCSTR type, LONG number) noexcept {
