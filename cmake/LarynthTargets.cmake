@@ -32,9 +32,9 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang AND CMAKE_CXX_FLAGS MATCHES "-fsanitize="
   set(LARYNTH_NO_UNDEFINED)
 endif()
 
-# Whether there are shared objects, which a room can become a part of.
+# Whether there are shared objects, which a room can become a part of by being compiled for that.
 set(LARYNTH_SHARED ON)
-if(LARYNTH_RUNTIME STREQUAL embedded)
+if(NOT LARYNTH_RUNTIME STREQUAL posix)
   set(LARYNTH_SHARED OFF)
 endif()
 
@@ -93,6 +93,11 @@ function(larynth_test target)
   add_test(NAME ${target} COMMAND ${target} --gtest_brief=1)
   set_tests_properties(${target} PROPERTIES
     ENVIRONMENT LARYNTH_REGISTRY=${CMAKE_CURRENT_BINARY_DIR}/none/registry.db)
+  if(LARYNTH_RUNTIME STREQUAL windows)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/windows/Apartment.cpp)
+    target_link_libraries(${target} PRIVATE larynth_interfaces ole32)
+    set_tests_properties(${target} PROPERTIES SKIP_RETURN_CODE 77)
+  endif()
   if(arg_THREADS)
     set_tests_properties(${target} PROPERTIES LABELS threads)
     add_dependencies(larynth_thread_tests ${target})

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What every creatable class promises as a component, and every module as a module, checked on both as built.
 #include <algorithm>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <ostream>
 #include <string>
@@ -16,6 +15,7 @@
 #include "tests/support/Code.h"
 #include "tests/support/ForwardingOuter.h"
 #include "tests/support/InThreads.h"
+#include "tests/support/LoadedModule.h"
 
 namespace {
 
@@ -24,28 +24,21 @@ using larynth::ForwardingOuter;
 /// A component module of the build, loaded through the runtime; its entry points for direct calls.
 struct ModuleUnderTest {
     explicit ModuleUnderTest(const char* path) {
-        EXPECT_EQ(Code(LarynthLoadModule(path)), "S_OK") << LarynthLastError();
-        void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
-        GetClassObject = reinterpret_cast<decltype(GetClassObject)>(dlsym(handle, "DllGetClassObject"));
-        CanUnload = reinterpret_cast<decltype(CanUnload)>(dlsym(handle, "DllCanUnloadNow"));
-        dlclose(handle);  // the runtime holds it
+        EXPECT_TRUE(LoadForClasses(path)) << path;
+        GetClassObject = reinterpret_cast<decltype(GetClassObject)>(EntryOf(path, "DllGetClassObject"));
+        CanUnload = reinterpret_cast<decltype(CanUnload)>(EntryOf(path, "DllCanUnloadNow"));
     }
 
-    HRESULT (*GetClassObject)(REFCLSID rclsid, REFIID riid, void** ppv);
-    HRESULT (*CanUnload)();
+    HRESULT(LARYNTH_CALL* GetClassObject)(REFCLSID rclsid, REFIID riid, void** ppv);
+    HRESULT(LARYNTH_CALL* CanUnload)();
 };
-
-bool InMemory(const char* path) {
-    void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
-    return handle != nullptr && dlclose(handle) == 0;
-}
 
 using NamedInterface = std::pair<std::string_view, IID>;
 
 // clang-format off
 #define NAMED(Interface) NamedInterface{#Interface, IID_##Interface}
 /// Every interface that an object could be asked for, except IUnknown.
-constexpr NamedInterface kInterfaces[] = {
+const NamedInterface kInterfaces[] = {
     NAMED(IClassFactory), NAMED(ILarynthParams), NAMED(ILarynthVoiceParams), NAMED(ILarynthAspirationParams),
     NAMED(ILarynthFricationParams), NAMED(ILarynthVocalTractParams), NAMED(ILarynthParallelTractParams),
     NAMED(ILarynthVocalTractFilterParams), NAMED(ITTSDoublePacket), NAMED(ITTSTruKlattParams),

@@ -56,7 +56,7 @@ class Script {
         return Step("QueryInterface", found != queryCodes_.end() ? found->second : S_OK);
     }
 
-    long Times(const std::string& call) const { return std::ranges::count(calls, call); }
+    std::ptrdiff_t Times(const std::string& call) const { return std::ranges::count(calls, call); }
 
     static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80041234);  ///< Of the call that fails.
 
