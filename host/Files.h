@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <csignal>
 #include <cstdint>
 #include <istream>
-#include <optional>
+#include <memory>
 #include <span>
 #include <streambuf>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace larynth {
+
+class HeldSignals;
 
 /// Whether two names lead to one regular file, which need not exist yet: through links, or as a standard
 /// stream under its name in /dev. Devices, pipes and sockets are never the same: each use of one is a file of
@@ -50,24 +50,10 @@ class InputFile : private std::streambuf {
     std::string name_;
     int descriptor_;
     int copy_ = -1;           // gets what is read; -1: the descriptor can be read again
-    off_t start_;             // below 0: can be read once only
+    std::int64_t start_;      // below 0: can be read once only
     std::uint64_t read_ = 0;  // bytes, up to the buffer's end
     std::vector<char> buffer_;
     std::istream stream_{this};
-};
-
-/// Holds back, as long as it exists, the signals that would end the program.
-class HeldSignals {
-  public:
-    HeldSignals();
-    HeldSignals(const HeldSignals&) = delete;
-    HeldSignals& operator=(const HeldSignals&) = delete;
-    ~HeldSignals();
-
-    static bool IsOneWaiting();
-
-  private:
-    sigset_t before_;
 };
 
 /// A file that comes into being as a whole or not at all.
@@ -117,7 +103,7 @@ class OutputFile {
     std::string target_;     // symbolic links resolved; empty: written directly
     std::string temporary_;  // hidden name in the target's folder; empty: none
     std::vector<char> buffer_;
-    std::optional<HeldSignals> heldSignals_;  // while the file that is written has a name
+    std::unique_ptr<HeldSignals> heldSignals_;  // while the file that is written has a name
     int descriptor_ = -1;
     int device_ = -1;         // gets the bytes of a file in which positions change; -1: none
     bool tookPlace_ = false;  // and can leave it again

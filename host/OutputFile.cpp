@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/Files.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -13,7 +12,8 @@
 #include <unistd.h>
 #include <utility>
 
-#include "input/BadInput.h"
+#include "host/Descriptors.h"
+#include "host/Files.h"
 
 namespace larynth {
 namespace {
@@ -53,7 +53,7 @@ std::string DescriptorPath(int descriptor) { return "/proc/self/fd/" + std::to_s
 /// A file without a name that can get one in the folder, or -1 where the system has no such files.
 int OpenUnnamed(const fs::path& folder) {
     constexpr int kOwnerAlone = 0600;
-    const int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwnerAlone);
+    const int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | kFileFlags, kOwnerAlone);
     if (descriptor >= 0 && access(DescriptorPath(descriptor).c_str(), F_OK) != 0) {
         close(descriptor);
         return -1;
@@ -61,7 +61,8 @@ int OpenUnnamed(const fs::path& folder) {
     return descriptor;
 }
 
-/// A file for the time of its use alone; -1 and errno where none can be had.
+}  // namespace
+
 int OpenScratch() {
     std::error_code error;
     fs::path folder = fs::temp_directory_path(error);
@@ -69,28 +70,10 @@ int OpenScratch() {
     const int unnamed = OpenUnnamed(folder);
     if (unnamed >= 0) return unnamed;
     std::string pattern = folder / "larynth-XXXXXX";
-    const int descriptor = mkostemp(pattern.data(), O_CLOEXEC);
+    const int descriptor = mkostemp(pattern.data(), kFileFlags);
     if (descriptor >= 0) unlink(pattern.c_str());
     return descriptor;
 }
-
-int OpenToRead(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor >= 0) return descriptor;
-    throw BadInput(path + ": cannot be opened: " + std::generic_category().message(errno));
-}
-
-bool WriteAll(int descriptor, std::span<const char> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-}  // namespace
 
 bool IsSameFile(const std::string& one, const std::string& other) {
     struct stat first {
@@ -101,78 +84,19 @@ bool IsSameFile(const std::string& one, const std::string& other) {
     return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-InputFile::InputFile(const std::string& path, Use use) : InputFile(path, OpenToRead(path), use) {}
+/// Holds back, as long as it exists, the signals that would end the program.
+class HeldSignals {
+  public:
+    HeldSignals();
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals();
 
-InputFile::InputFile(std::string name, int descriptor, Use use)
-    : name_(std::move(name)),
-      descriptor_(descriptor),
-      start_(lseek(descriptor, 0, SEEK_CUR)),
-      buffer_(kBufferSize) {
-    stream_.exceptions(std::ios::badbit);  // lets through what reading raises
-    if (start_ >= 0 || use == Use::Once) return;
-    copy_ = OpenScratch();
-    if (copy_ >= 0) return;
-    const int reason = errno;
-    if (descriptor_ > STDERR_FILENO) close(descriptor_);
-    throw std::system_error(reason, std::generic_category(), name_ + ": cannot be copied");
-}
+    static bool IsOneWaiting();
 
-InputFile::~InputFile() {
-    for (const int descriptor : {descriptor_, copy_}) {
-        if (descriptor > STDERR_FILENO) close(descriptor);
-    }
-}
-
-InputFile InputFile::FromArgument(const std::string& path, Use use) {
-    if (path == "-") return {"<stdin>", STDIN_FILENO, use};
-    return InputFile(path, use);
-}
-
-InputFile::int_type InputFile::underflow() {
-    ssize_t count = 0;
-    do count = read(descriptor_, buffer_.data(), buffer_.size());
-    while (count < 0 && errno == EINTR);
-    if (count < 0) throw BadInput(name_ + ": cannot be read: " + std::generic_category().message(errno));
-    const auto bytes = std::span(buffer_).first(static_cast<std::size_t>(count));
-    if (copy_ >= 0 && start_ < 0 && !WriteAll(copy_, bytes)) {
-        throw std::system_error(errno, std::generic_category(), name_ + ": cannot be copied");
-    }
-    read_ += bytes.size();
-    setg(buffer_.data(), buffer_.data(), buffer_.data() + count);
-    return count == 0 ? traits_type::eof() : traits_type::to_int_type(buffer_[0]);
-}
-
-void InputFile::Rewind() {
-    if (start_ < 0) {
-        std::swap(descriptor_, copy_);
-        start_ = 0;
-    }
-    if (lseek(descriptor_, start_, SEEK_SET) < 0) throw BadInput(name_ + ": cannot be read twice");
-    read_ = 0;
-    setg(nullptr, nullptr, nullptr);
-    stream_.clear();
-}
-
-std::uint64_t InputFile::Size() const {
-    struct stat status {};
-    const bool isKnown = fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
-    return isKnown && start_ >= 0 && status.st_size > start_
-               ? static_cast<std::uint64_t>(status.st_size - start_)
-               : 0;
-}
-
-std::uint64_t InputFile::Consumed() const { return read_ - static_cast<std::uint64_t>(egptr() - gptr()); }
-
-std::string InputFile::ReadAll(std::size_t most) {
-    std::string bytes;
-    while (stream_ && bytes.size() <= most) {
-        std::array<char, 1 << 14> chunk;
-        stream_.read(chunk.data(), chunk.size());
-        bytes.append(chunk.data(), static_cast<std::size_t>(stream_.gcount()));
-    }
-    if (bytes.size() <= most) return bytes;
-    throw BadInput(name_ + ": expected at most " + std::to_string(most) + " bytes, found more");
-}
+  private:
+    sigset_t before_;
+};
 
 HeldSignals::HeldSignals() {
     const sigset_t held = EndingSignals();
@@ -203,7 +127,7 @@ OutputFile::OutputFile(const std::string& path, Access access) : name_(path) {
         TakeMode(exists, status.st_mode);
         return;
     }
-    descriptor_ = path == "-" ? STDOUT_FILENO : open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    descriptor_ = path == "-" ? STDOUT_FILENO : open(path.c_str(), O_WRONLY | kFileFlags);
     if (descriptor_ >= 0 && access == Access::Seeking) {
         device_ = descriptor_;
         descriptor_ = OpenScratch();
@@ -225,8 +149,8 @@ void OutputFile::OpenBesides() {
     descriptor_ = OpenUnnamed(target.parent_path());
     if (descriptor_ >= 0) return;
     std::string pattern = (target.parent_path() / ".larynth-XXXXXX").string();
-    heldSignals_.emplace();
-    descriptor_ = mkostemp(pattern.data(), O_CLOEXEC);
+    heldSignals_ = std::make_unique<HeldSignals>();
+    descriptor_ = mkostemp(pattern.data(), kFileFlags);
     if (descriptor_ < 0) Fail("cannot be created");
     temporary_ = std::move(pattern);
 }
@@ -350,12 +274,6 @@ void OutputFile::RemoveTemporary() noexcept {
 
 void OutputFile::Fail(const char* what) const {
     throw std::system_error(errno, std::generic_category(), Name() + ": " + what);
-}
-
-void WriteToStandardOutput(const std::string& text) {
-    OutputFile output("-");
-    output.Write(text);
-    output.Commit();
 }
 
 }  // namespace larynth
