@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include <larynth/Speech.h>
@@ -22,6 +23,13 @@
 
 namespace {
 
+#ifdef _WIN32
+
+// Line ends are what they are.
+void PrepareProcess() { setmode(STDIN_FILENO, O_BINARY); }
+
+#else
+
 // A reader that went away and a full quota are failed writes like others, not ends of the program; and no
 // file that is opened later may pass for a standard stream that was closed.
 void PrepareProcess() {
@@ -31,6 +39,8 @@ void PrepareProcess() {
         if (fcntl(stream, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDONLY));
     }
 }
+
+#endif
 
 // For help or the version.
 void Answer(const CLI::App& program, const CLI::ParseError& request) {
@@ -70,7 +80,9 @@ void Run(int argc, char** argv) {
     larynth::AddPlotCommand(program);
     larynth::AddItemsCommand(program);
     larynth::AddRegistrationCommands(program);
+#ifndef _WIN32
     larynth::AddClassesCommand(program);
+#endif
     larynth::AddCompletionCommand(program);
     try {
         program.parse(argc, argv);  // and does what was asked for
