@@ -15,6 +15,9 @@
 /// Codes: REGDB_E_KEYMISSING where a key or value is not there, REGDB_E_READREGDB and REGDB_E_WRITEREGDB when
 /// the store fails, is damaged or is one that others can change (LarynthLastError() says why), E_INVALIDARG
 /// for a malformed path, E_POINTER, E_OUTOFMEMORY. Who reads waits a second at most for another process.
+///
+/// On Windows it is the system's registry, which has no transactions: what is written is there at once, Begin
+/// and Commit do nothing, and Rollback gives E_NOTIMPL.
 struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614") : IUnknown {
     /// Waits up to a minute for other writers and checks that the store is whole: nothing is ever written to
     /// a damaged one. E_FAIL within a transaction.
@@ -50,12 +53,6 @@ struct LARYNTH_INTERFACE(ILarynthRegistry, "0b6e4f9a-3c1d-4a57-9d3e-52f7a0c9e614
 /// E_POINTER.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenRegistry(ILarynthRegistry** ppRegistry);
 
-/// A view of the store that all users share, larynth/registry.db in the system's folder of state (usually
-/// /var/lib), in which a class is looked up when the user's store does not know it. It is used under the same
-/// conditions. Where $LARYNTH_REGISTRY is set, that store alone counts: there the view is empty and cannot be
-/// written. The caller owns the reference. E_POINTER.
-LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenSystemRegistry(ILarynthRegistry** ppRegistry);
-
 /// Loads a module (the path as for LarynthLoadModule) and has it write its classes into the user's store
 /// (takes them out again): all that it writes, in one transaction, or where it fails nothing. Unregistering
 /// creates no store. CO_E_DLLNOTFOUND when it cannot be loaded, CO_E_ERRORINDLL when it does not register
@@ -65,6 +62,16 @@ LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthRegisterModule(LPCSTR sPath);
 /// The contrary; see LarynthRegisterModule.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthUnregisterModule(LPCSTR sPath);
 
+#ifndef _WIN32
+
+/// A view of the store that all users share, larynth/registry.db in the system's folder of state (usually
+/// /var/lib), in which a class is looked up when the user's store does not know it. It is used under the same
+/// conditions. Where $LARYNTH_REGISTRY is set, that store alone counts: there the view is empty and cannot be
+/// written. The caller owns the reference. E_POINTER.
+LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthOpenSystemRegistry(ILarynthRegistry** ppRegistry);
+
 /// A registry in memory with what the module would write into the store; nothing is stored. Codes as for
 /// LarynthRegisterModule. The caller owns the reference.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthDescribeModule(LPCSTR sPath, ILarynthRegistry** ppRegistry);
+
+#endif

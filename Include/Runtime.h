@@ -58,7 +58,8 @@ LARYNTH_RUNTIME_API BOOL LARYNTH_CALL IsBadWritePtr(void* pMemory, std::size_t n
 /// Loads a module so that its classes are found in this process. A relative path is taken from the working
 /// folder, and refused in a process that runs with more rights than its caller; nothing is looked for along
 /// the loader's path. CO_E_DLLNOTFOUND when it cannot be loaded, CO_E_ERRORINDLL when it is no component
-/// module; LarynthLastError() then says why.
+/// module; LarynthLastError() then says why. On Windows the classes that its registry scripts name are found
+/// in the calling thread's apartment or, where it has none, in that of all threads that have none.
 LARYNTH_RUNTIME_API HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath);
 
 /// What the calling thread's last failed runtime call had to say, for a person; never null, valid until its
