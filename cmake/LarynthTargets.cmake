@@ -53,9 +53,10 @@ function(larynth_room target)
   larynth_configure(${target})
 endfunction()
 
-# A component module: a shared object that exports what module.version (on Windows module.def) lists and nothing else, and uses its own resources
-# whatever other modules the process has in its global scope (-Bsymbolic). Nobody in it calls the entry points, so two of
-# them are asked for by name. Of an embedded runtime it is a part: what every module defines bears its name there.
+# A component module: a shared object that exports what module.version (on Windows module.def) lists and nothing else, and
+# uses its own resources whatever other modules the process has in its global scope (-Bsymbolic). Nobody in it calls the
+# entry points, so two of them are asked for by name. Of an embedded runtime it is a part: what every module defines bears
+# its name there.
 #   larynth_module(larynth_companion LarynthCompanion CompanionClasses.cpp …)
 function(larynth_module target name)
   if(LARYNTH_RUNTIME STREQUAL embedded)

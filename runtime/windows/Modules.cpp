@@ -46,24 +46,29 @@ HRESULT Call(LPCSTR path, LPCSTR entryPoint) {
     });
 }
 
-/// What a module's registry scripts name are its classes.
-BOOL CALLBACK OfferClassesOf(HMODULE module, LPCSTR type, LPSTR number, LONG_PTR getClassObject) {
-    constexpr std::size_t kLength = 38;  // of an identifier with its braces
-    const HRSRC script = FindResourceA(module, number, type);
-    const HGLOBAL loaded = LoadResource(module, script);
-    const std::string_view text(static_cast<const char*>(LockResource(loaded)),
-                                SizeofResource(module, script));
-    for (std::size_t at = 0; (at = text.find('{', at)) + kLength <= text.size(); ++at) {
-        CLSID id;
+/// The first class identifier in a registry script; all zero where there is none.
+CLSID ClassIn(std::string_view script) {
+    constexpr std::size_t kLength = 38;  // with its braces
+    CLSID id = GUID_NULL;
+    for (std::size_t at = script.find('{'); at != script.npos; at = script.find('{', at + 1)) {
+        if (SUCCEEDED(CLSIDFromString(Wide(script.substr(at, kLength)).c_str(), &id))) break;
+    }
+    return id;
+}
+
+/// What a module's registry scripts name are its classes, as far as it has them.
+BOOL CALLBACK OfferClassOf(HMODULE module, LPCSTR type, LPSTR number, LONG_PTR getClassObject) {
+    const HRESULT hr = Contained([&] {
+        const HRSRC script = FindResourceA(module, number, type);
+        const void* const text = LockResource(LoadResource(module, script));
+        const CLSID id = ClassIn({static_cast<const char*>(text), SizeofResource(module, script)});
+        const auto entry = reinterpret_cast<ClassObjectEntry>(getClassObject);
         ComPtr<IUnknown> object;
         DWORD registered = 0;
-        if (FAILED(CLSIDFromString(Wide(text.substr(at, kLength)).c_str(), &id))) continue;
-        if (FAILED(reinterpret_cast<ClassObjectEntry>(getClassObject)(id, IID_IUnknown, object.PutVoid())))
-            break;
-        CoRegisterClassObject(id, object.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registered);
-        break;
-    }
-    return TRUE;
+        if (FAILED(entry(id, IID_IUnknown, object.PutVoid()))) return S_OK;
+        return CoRegisterClassObject(id, object.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registered);
+    });
+    return SUCCEEDED(hr) ? TRUE : FALSE;
 }
 
 }  // namespace
@@ -79,8 +84,9 @@ HRESULT LARYNTH_CALL LarynthLoadModule(LPCSTR sPath) {
             return CoIncrementMTAUsage(&cookie);
         }();
         if (FAILED(apartment)) throw larynth::Failure(apartment, "no apartment");
-        EnumResourceNamesA(module, "REGISTRY", larynth::OfferClassesOf, reinterpret_cast<LONG_PTR>(entry));
-        return S_OK;
+        const auto context = reinterpret_cast<LONG_PTR>(entry);
+        if (EnumResourceNamesA(module, "REGISTRY", larynth::OfferClassOf, context) != FALSE) return S_OK;
+        throw larynth::Failure(CO_E_ERRORINDLL, std::string(sPath) + ": its classes cannot be offered");
     });
 }
 

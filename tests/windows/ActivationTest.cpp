@@ -86,6 +86,7 @@ TEST(Activation, FindsClassesByNameAndUnloadsWhatIsUnused) {
     EXPECT_TRUE(inMemory());
     object.Release();
     EXPECT_FALSE(inMemory());
+    EXPECT_NE(GetModuleHandleA("LarynthRuntime.dll"), nullptr) << "the state of the noise stays";
     EXPECT_EQ(Code(object.Create(CLSID_Larynth)), "S_OK") << "and loads it again";
 }
 
