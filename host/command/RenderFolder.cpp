@@ -7,14 +7,19 @@
 #include <filesystem>
 #include <map>
 #include <stdexcept>
-#include <sys/wait.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "host/command/ExitStatus.h"
 #include "host/command/Terminal.h"
 #include "input/BadInput.h"
 #include "input/Text.h"
+
+#ifdef _WIN32
+#include <larynth/Runtime.h>
+#else
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace larynth {
 namespace {
@@ -22,7 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string PathIn(const std::string& folder, const std::string& input, const std::string& extension) {
-    return fs::path(folder) / fs::path(input).stem().concat(extension);
+    return (fs::path(folder) / fs::path(input).stem().concat(extension)).string();
 }
 
 std::vector<RenderJob> JobsOf(const RenderFolder& folder, const std::vector<std::string>& inputs) {
@@ -85,6 +90,19 @@ class Processes {
     std::size_t counts_[kBadInput + 1] = {};
 };
 
+#ifdef _WIN32
+
+// A process has no copies here: one job after the other, each with the noise that a new process begins with.
+void Processes::Start(const std::function<void()>& work) {
+    LarynthSeedNoise(1);
+    ++counts_[StatusOf(work)];
+    bar_.Show(++done_);
+}
+
+void Processes::WaitForOne() {}
+
+#else
+
 void Processes::Start(const std::function<void()>& work) {
     if (running_ == most_) WaitForOne();
     const pid_t process = fork();
@@ -106,6 +124,8 @@ void Processes::WaitForOne() {
     --running_;
     bar_.Show(++done_);
 }
+
+#endif
 
 std::string Counted(std::size_t count, const char* what) { return std::to_string(count) + what; }
 
