@@ -32,7 +32,7 @@ sys.exit(main(sys.argv[2:]))
 
 std::string PackageFolder() {
     const std::filesystem::path modules = std::filesystem::path(ModulePaths().front()).parent_path();
-    return (modules.parent_path() / LARYNTH_PYTHON_FROM_LIB).lexically_normal();
+    return (modules.parent_path() / LARYNTH_PYTHON_FROM_LIB).lexically_normal().string();
 }
 
 /// The options of the command line that are handed on as they are.
