@@ -5,8 +5,6 @@
 #include <cerrno>
 #include <unistd.h>
 
-#include "host/Files.h"
-
 namespace larynth {
 
 bool WriteAll(int descriptor, std::span<const char> bytes) {
@@ -18,12 +16,6 @@ bool WriteAll(int descriptor, std::span<const char> bytes) {
         bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return true;
-}
-
-void WriteToStandardOutput(const std::string& text) {
-    OutputFile output("-");
-    output.Write(text);
-    output.Commit();
 }
 
 }  // namespace larynth

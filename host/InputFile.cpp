@@ -13,8 +13,6 @@
 namespace larynth {
 namespace {
 
-constexpr std::size_t kBufferSize = 1 << 16;
-
 int OpenToRead(const std::string& path) {
     const int descriptor = open(path.c_str(), O_RDONLY | kFileFlags);
     if (descriptor >= 0) return descriptor;

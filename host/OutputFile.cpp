@@ -20,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBufferSize = 1 << 16;
 constexpr std::array kEndingSignals{SIGHUP, SIGINT, SIGQUIT, SIGTERM};
 
 sigset_t EndingSignals() {
@@ -160,20 +159,6 @@ void OutputFile::TakeMode(bool replaces, unsigned mode) {
     static_cast<void>(fchmod(descriptor_, replaces ? (mode & 0777U) : (0666U & ~CurrentUmask())) == 0);
 }
 
-void OutputFile::Write(std::span<const char> bytes) {
-    if (buffer_.size() + bytes.size() > kBufferSize) Flush();
-    if (bytes.size() <= kBufferSize) {
-        buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
-    } else if (!WriteAll(descriptor_, bytes)) {
-        Fail("cannot be written");
-    }
-}
-
-void OutputFile::Seek(std::uint64_t position) {
-    Flush();
-    if (lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) < 0) Fail("cannot be written");
-}
-
 void OutputFile::Flush() {
     if (heldSignals_ && HeldSignals::IsOneWaiting()) {
         errno = EINTR;  // the signal ends the program as soon as the file is removed
@@ -192,19 +177,6 @@ void OutputFile::Finish() {
         const int closing = std::exchange(descriptor_, -1);
         if (close(closing) != 0) Fail("cannot be written");
     }
-}
-
-void OutputFile::CopyToDevice() {
-    off_t position = 0;
-    ssize_t count = 0;
-    buffer_.resize(kBufferSize);
-    while ((count = pread(descriptor_, buffer_.data(), buffer_.size(), position)) > 0) {
-        if (!WriteAll(device_, std::span(buffer_).first(static_cast<std::size_t>(count)))) {
-            Fail("cannot be written");
-        }
-        position += count;
-    }
-    if (count < 0) Fail("cannot be written");
 }
 
 void OutputFile::Commit(const std::vector<OutputFile*>& files) {
@@ -265,15 +237,6 @@ void OutputFile::LeavePlace() noexcept {
     } else {
         renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE);
     }
-}
-
-void OutputFile::RemoveTemporary() noexcept {
-    if (!temporary_.empty()) unlink(temporary_.c_str());
-    temporary_.clear();
-}
-
-void OutputFile::Fail(const char* what) const {
-    throw std::system_error(errno, std::generic_category(), Name() + ": " + what);
 }
 
 }  // namespace larynth

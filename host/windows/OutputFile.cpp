@@ -23,7 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBufferSize = 1 << 16;
 constexpr int kToWrite = O_RDWR | kFileFlags;
 
 /// A new file beside `target`, or in a folder that ends with a separator.
@@ -107,20 +106,6 @@ void OutputFile::OpenBesides() {
     Fail("cannot be created");
 }
 
-void OutputFile::Write(std::span<const char> bytes) {
-    if (buffer_.size() + bytes.size() > kBufferSize) Flush();
-    if (bytes.size() <= kBufferSize) {
-        buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
-    } else if (!WriteAll(descriptor_, bytes)) {
-        Fail("cannot be written");
-    }
-}
-
-void OutputFile::Seek(std::uint64_t position) {
-    Flush();
-    if (lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) < 0) Fail("cannot be written");
-}
-
 void OutputFile::Flush() {
     if (!WriteAll(descriptor_, buffer_)) Fail("cannot be written");
     buffer_.clear();
@@ -133,16 +118,6 @@ void OutputFile::Finish() {
     if (descriptor_ <= STDERR_FILENO) return;
     const int closing = std::exchange(descriptor_, -1);
     if (close(closing) != 0) Fail("cannot be written");
-}
-
-void OutputFile::CopyToDevice() {
-    Seek(0);
-    int count = 0;
-    buffer_.resize(kBufferSize);
-    while ((count = read(descriptor_, buffer_.data(), static_cast<unsigned>(kBufferSize))) > 0) {
-        if (!WriteAll(device_, std::span(buffer_).first(static_cast<std::size_t>(count)))) count = -1;
-    }
-    if (count < 0) Fail("cannot be written");
 }
 
 void OutputFile::Commit(const std::vector<OutputFile*>& files) {
@@ -177,15 +152,6 @@ void OutputFile::LeavePlace() noexcept {
     unlink(target_.c_str());
     if (!temporary_.empty()) Rename(temporary_, target_);
     temporary_.clear();
-}
-
-void OutputFile::RemoveTemporary() noexcept {
-    if (!temporary_.empty()) unlink(temporary_.c_str());
-    temporary_.clear();
-}
-
-void OutputFile::Fail(const char* what) const {
-    throw std::system_error(errno, std::generic_category(), Name() + ": " + what);
 }
 
 }  // namespace larynth
