@@ -285,8 +285,8 @@ struct LARYNTH_SPEECH_API Sound {
     /// Writes .wav, .flac or .raw (little-endian samples without header), by the path's extension, and the
     /// markers to `labelPath` unless that is empty: start, end (seconds), text, separated by tabs. Files
     /// appear whole, both or none; "-" is raw samples on standard output. A header has the nearest whole
-    /// sample frequency. InputError for another extension and a frequency that the format cannot have, Error
-    /// for what cannot be written.
+    /// sample frequency. InputError for another extension, a frequency that the format cannot have, and one
+    /// file for both; Error for what cannot be written.
     void Write(const std::string& path, const std::string& labelPath = "") const;
 };
 

@@ -27,8 +27,9 @@ class LARYNTH_SPEECH_API UtteranceEditor {
 
     const KlattUtterance& Utterance() const noexcept;  ///< As it is now.
 
-    /// `index` from 0. InputError, as from the two below, for an index outside and for a frame that cannot be
-    /// rendered.
+    /// Puts frames in the place of as many, from `index` (from 0) on. InputError, as from the two below, for
+    /// frames outside, and for one that cannot be rendered, with its number among `frames`.
+    void SetFrames(std::size_t index, std::span<const KlattFrame> frames);
     void SetFrame(std::size_t index, const KlattFrame& frame);
     /// Puts `frames` in front of frame `index`; the number of frames stands for the end. Markers in front of
     /// that frame stay in front of it.

@@ -26,12 +26,17 @@ decltype(auto) Translated(Work work) try {
     throw Error(E_FAIL, error.what());
 }
 
-/// The same as `work`, but bad input says in which frame it is.
+/// Does `work`; a failure says in which frame it is.
 template <class Work>
-void InFrame(std::size_t number, Work work) try {
-    work();
-} catch (const InputError& error) {
-    throw InputError("frame " + std::to_string(number) + ": " + error.what());
+void InFrame(std::size_t number, Work work) {
+    const auto place = [number] { return "frame " + std::to_string(number) + ": "; };
+    try {
+        work();
+    } catch (const InputError& error) {
+        throw InputError(place() + error.what());
+    } catch (const Error& error) {
+        throw Error(error.Status(), place() + error.what());
+    }
 }
 
 }  // namespace larynth

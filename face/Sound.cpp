@@ -10,6 +10,9 @@ namespace {
 void WriteFiles(const Sound& sound, const std::string& path, const std::string& labelPath) {
     const std::optional<AudioFormat> format = AudioFormatOf(path);
     if (!format) throw BadInput("expected a name in .wav, .flac or .raw, found " + Quoted(path));
+    if (!labelPath.empty() && IsSameFile(path, labelPath)) {
+        throw BadInput("expected another file for the labels than for the sound, found " + Quoted(labelPath));
+    }
     OutputFile output(path, AudioFile::AccessFor(*format));
     AudioFile audio(output, *format, HeaderRate(*format, sound.sampleFreq), sound.samples.size());
     audio.Append(sound.samples);

@@ -165,6 +165,7 @@ std::vector<Target> ReadTargets(const std::string& path) {
 KlattUtterance FramesFromTargets(std::span<const Target> targets, const FrameDefaults& defaults) {
     TargetFrames frames(targets, defaults, "");
     KlattUtterance utterance{frames.SampleFreq(), {}, {}, {}};
+    utterance.frames.reserve(frames.Count());  // what is absurdly long fails here
     while (frames.Next()) utterance.frames.push_back(frames.Frame());
     return utterance;
 }

@@ -16,6 +16,10 @@ class TargetFrames final : public FrameReader::Implementation {
 
     bool Next() override;
     double SampleFreq() const noexcept override { return sampleFreq_; }
+    /// Frames in all.
+    std::size_t Count() const noexcept {
+        return static_cast<std::size_t>((length_ + frameLen_ - 1) / frameLen_);
+    }
     std::string Place() const override { return name_ + ": frame " + std::to_string(number_); }
 
   private:

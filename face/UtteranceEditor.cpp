@@ -26,8 +26,8 @@ class UtteranceEditor::Implementation {
   public:
     Implementation(KlattUtterance utterance, const SynthesizerSettings& settings);
 
-    /// Raises InputError for a frame that cannot be rendered.
-    void RequireSound(const KlattFrame& frame) const { synthesizer_.MakePacket(frame); }
+    /// Raises InputError for frames that cannot be rendered.
+    void RequireSound(std::span<const KlattFrame> frames) const;
     /// Raises InputError unless there are so many frames from `index` on.
     void RequireFrames(std::size_t index, std::size_t count) const;
     /// The frames from `index` on are to be rendered again.
@@ -54,6 +54,12 @@ UtteranceEditor::Implementation::Implementation(KlattUtterance edited, const Syn
     if (utterance.voice) synthesizer_.SetVoice(utterance.voice);
     Require(state_.QueryFrom(synthesizer_.Process()), "reach a synthesizer's state");
     Save(0);
+}
+
+void UtteranceEditor::Implementation::RequireSound(std::span<const KlattFrame> frames) const {
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        InFrame(i, [&] { synthesizer_.MakePacket(frames[i]); });
+    }
 }
 
 void UtteranceEditor::Implementation::RequireFrames(std::size_t index, std::size_t count) const {
@@ -101,20 +107,27 @@ UtteranceEditor::~UtteranceEditor() = default;
 
 const KlattUtterance& UtteranceEditor::Utterance() const noexcept { return implementation_->utterance; }
 
-void UtteranceEditor::SetFrame(std::size_t index, const KlattFrame& frame) {
+void UtteranceEditor::SetFrames(std::size_t index, std::span<const KlattFrame> frames) {
     Implementation& edited = *implementation_;
-    edited.RequireFrames(index, 1);
-    InFrame(index, [&] { edited.RequireSound(frame); });
-    edited.utterance.frames[index] = frame;
+    edited.RequireFrames(index, frames.size());
+    edited.RequireSound(frames);
+    const auto first = edited.utterance.frames.begin() + static_cast<std::ptrdiff_t>(index);
+    const std::vector<KlattFrame> given(frames.begin(), frames.end());  // perhaps of this utterance
+    std::ranges::copy(given, first);
     edited.Outdate(index);
+}
+
+void UtteranceEditor::SetFrame(std::size_t index, const KlattFrame& frame) {
+    SetFrames(index, std::span(&frame, 1));
 }
 
 void UtteranceEditor::Insert(std::size_t index, std::span<const KlattFrame> frames) {
     Implementation& edited = *implementation_;
     edited.RequireFrames(index, 0);
-    for (std::size_t i = 0; i < frames.size(); ++i) InFrame(i, [&] { edited.RequireSound(frames[i]); });
+    edited.RequireSound(frames);
     auto& all = edited.utterance.frames;
-    all.insert(all.begin() + static_cast<std::ptrdiff_t>(index), frames.begin(), frames.end());
+    const std::vector<KlattFrame> given(frames.begin(), frames.end());  // perhaps of this utterance
+    all.insert(all.begin() + static_cast<std::ptrdiff_t>(index), given.begin(), given.end());
     for (FrameMarker& marker : edited.utterance.markers) {
         if (marker.frame >= index) marker.frame += frames.size();
     }

@@ -41,9 +41,7 @@ class SharedEditor {
         return ArrayOf(InTurn(copy), FrameDtype());
     }
     void SetFrames(std::size_t first, const py::array& frames) {
-        InTurn([&, span = FramesIn(frames)] {
-            for (const KlattFrame& frame : span) editor_.SetFrame(first++, frame);
-        });
+        InTurn([&, span = FramesIn(frames)] { editor_.SetFrames(first, span); });
     }
     void Insert(std::size_t index, const py::array& frames) {
         InTurn([&, span = FramesIn(frames)] { editor_.Insert(index, span); });

@@ -134,7 +134,8 @@ std::string ZshCase(const CLI::App& command) {
     std::string text = "    " + command.get_name() + ") _arguments -S";
     for (const CLI::Option* option : OptionsOf(command)) text += " \\\n        " + ZshOption(*option);
     for (const CLI::Option* option : PositionalsOf(command)) {
-        text += " \\\n        '*'" + ZshValue(*option);
+        text += option->get_items_expected_max() > 1 ? " \\\n        '*'" : " \\\n        1";
+        text += ZshValue(*option);
     }
     return text + " ;;\n";
 }

@@ -8,7 +8,7 @@ class App;
 namespace larynth {
 
 /// Adds `larynth plot`, which has the Python package draw: the process becomes the interpreter. Raises
-/// BadInput where there is none.
+/// std::system_error where there is none.
 void AddPlotCommand(CLI::App& program);
 
 }  // namespace larynth

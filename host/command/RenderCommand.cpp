@@ -193,6 +193,10 @@ void RenderCommand::RenderAll() const {
     folder.output = output_;
     folder.labels = labels_;
     if (folder.extension.empty()) folder.extension = ".wav";
+    static_cast<void>(ReadSettings(kDefaultSampleFreq));  // what is wrong with its files is said once
+    for (const auto& file : {voiceFile_, waveFile_}) {
+        if (file) folder.settings.push_back(*file);
+    }
     if (folder.processes == 0) folder.processes = std::max(1U, std::thread::hardware_concurrency());
     RenderIntoFolder(folder, inputs_, [this](const RenderJob& job) { RenderOne(job, false); });
 }

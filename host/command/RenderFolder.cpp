@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "host/command/RenderFolder.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
-#include "host/command/ExitStatus.h"
+#include "host/command/Processes.h"
 #include "host/command/Terminal.h"
 #include "input/BadInput.h"
 #include "input/Text.h"
-
-#ifdef _WIN32
-#include <larynth/Runtime.h>
-#else
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace larynth {
 namespace {
@@ -35,6 +28,7 @@ std::vector<RenderJob> JobsOf(const RenderFolder& folder, const std::vector<std:
     for (const std::string& input : inputs) {
         if (input == "-") throw BadInput("expected files for an output folder, found - (standard input)");
         jobs.push_back({input, PathIn(folder.output, input, folder.extension)});
+        if (folder.labels == "-") throw BadInput("--labels: expected a folder, found -");
         if (!folder.labels.empty()) jobs.back().labels = PathIn(folder.labels, input, ".txt");
     }
     return jobs;
@@ -42,7 +36,11 @@ std::vector<RenderJob> JobsOf(const RenderFolder& folder, const std::vector<std:
 
 /// Every file has one use: nothing is read that another job writes, nothing is written twice.
 void RequireOwnFiles(const std::vector<RenderJob>& jobs) {
-    const auto key = [](const std::string& path) { return fs::weakly_canonical(path).string(); };
+    const auto key = [](const std::string& path) {
+        std::error_code unknown;
+        const fs::path resolved = fs::weakly_canonical(path, unknown);
+        return unknown ? fs::absolute(path).string() : resolved.string();
+    };
     std::map<std::string, std::string> inputs, makers;
     for (const RenderJob& job : jobs) inputs.emplace(key(job.input), job.input);
     for (const RenderJob& job : jobs) {
@@ -61,71 +59,35 @@ void MakeFolder(const std::string& path) {
     if (error) throw std::system_error(error, path + ": cannot be made");
 }
 
-bool IsMade(const RenderJob& job) {
-    std::error_code noOutput, noInput;
-    const auto made = fs::last_write_time(job.output, noOutput);
-    const auto written = fs::last_write_time(job.input, noInput);
-    if (noOutput || noInput || made < written) return false;
-    return job.labels.empty() || fs::exists(job.labels);
-}
-
-/// Runs jobs side by side and counts how they ended.
-class Processes {
-  public:
-    Processes(std::size_t most, std::size_t jobs) : most_(most), bar_(ProgressBar::IsWanted() ? jobs : 0) {}
-
-    void Skip() { bar_.Show(++done_); }
-    void Start(const std::function<void()>& work);
-    void WaitForAll() {
-        while (running_ != 0) WaitForOne();
+/// The youngest of the files from which a sound is made; nothing where one is missing.
+std::optional<fs::file_time_type> AgeOf(const std::vector<std::string>& files) {
+    auto youngest = fs::file_time_type::min();
+    for (const std::string& file : files) {
+        std::error_code error;
+        youngest = std::max(youngest, fs::last_write_time(file, error));
+        if (error) return std::nullopt;
     }
-    std::size_t Count(ExitStatus status) const { return counts_[status]; }
-
-  private:
-    void WaitForOne();
-
-    std::size_t most_;
-    ProgressBar bar_;
-    std::size_t running_ = 0, done_ = 0;
-    std::size_t counts_[kBadInput + 1] = {};
-};
-
-#ifdef _WIN32
-
-// A process has no copies here: one job after the other, each with the noise that a new process begins with.
-void Processes::Start(const std::function<void()>& work) {
-    LarynthSeedNoise(1);
-    ++counts_[StatusOf(work)];
-    bar_.Show(++done_);
+    return youngest;
 }
 
-void Processes::WaitForOne() {}
+bool IsMade(const RenderJob& job, const RenderFolder& folder) {
+    std::vector<std::string> sources = folder.settings;
+    sources.push_back(job.input);
+    const auto age = AgeOf(sources);
+    const auto isFresh = [&](const std::string& path) {
+        std::error_code error;
+        return fs::is_regular_file(path, error) && age && fs::last_write_time(path, error) >= *age && !error;
+    };
+    return isFresh(job.output) && (job.labels.empty() || isFresh(job.labels));
+}
 
-#else
-
-void Processes::Start(const std::function<void()>& work) {
-    if (running_ == most_) WaitForOne();
-    const pid_t process = fork();
-    if (process < 0) throw std::system_error(errno, std::generic_category(), "cannot start a process");
-    if (process == 0) {
-        const ExitStatus status = StatusOf(work);
-        std::fflush(nullptr);
-        _exit(status);
+void RequireFile(const std::string& input) {
+    std::error_code error;  // what is missing is told by who opens it
+    const fs::file_status status = fs::status(input, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        throw BadInput(input + ": expected a regular file");
     }
-    ++running_;
 }
-
-void Processes::WaitForOne() {
-    int status = 0;
-    if (wait(&status) < 0)
-        throw std::system_error(errno, std::generic_category(), "cannot wait for a process");
-    const bool isBadInput = WIFEXITED(status) && WEXITSTATUS(status) == kBadInput;
-    ++counts_[status == 0 ? kDone : isBadInput ? kBadInput : kFailed];
-    --running_;
-    bar_.Show(++done_);
-}
-
-#endif
 
 std::string Counted(std::size_t count, const char* what) { return std::to_string(count) + what; }
 
@@ -142,10 +104,10 @@ void RenderIntoFolder(const RenderFolder& folder, const std::vector<std::string>
     {
         Processes processes(folder.processes, jobs.size());
         for (const RenderJob& job : jobs) {
-            if (!folder.force && IsMade(job)) {
+            if (!folder.force && IsMade(job, folder)) {
                 ++skipped, processes.Skip();
             } else {
-                processes.Start([&] { render(job); });
+                processes.Start(job.input, [&] { RequireFile(job.input), render(job); });
             }
         }
         processes.WaitForAll();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 /// Edited utterances, held against rendering everything.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <limits>
 #include <random>
@@ -66,6 +67,16 @@ TEST(UtteranceEditors, GiveTheSamplesOfRenderingEverything) {
             }
             if (i % 3 != 0) ExpectAsIfRenderedWhole(editor, settings);
         }
+        // At a kept state, where nothing has been rendered behind it; and of the utterance's own frames.
+        UtteranceEditor appended({.frames = random.Next(16)}, settings);
+        for (std::size_t end : {16U, 24U, 32U}) {
+            ExpectAsIfRenderedWhole(appended, settings);
+            const std::vector<KlattFrame> again(appended.Utterance().frames.begin(),
+                                                appended.Utterance().frames.begin() + 8);
+            appended.Insert(end, std::span(appended.Utterance().frames).first(8));
+            EXPECT_TRUE(std::ranges::equal(std::span(appended.Utterance().frames).last(8), again));
+        }
+        ExpectAsIfRenderedWhole(appended, settings);
         editor.Erase(0, editor.Utterance().frames.size());
         EXPECT_TRUE(editor.Samples().empty());
     }
@@ -79,6 +90,7 @@ TEST(UtteranceEditors, RefuseWhatCannotBeRenderedAndKeepWhatThereWas) {
     UtteranceEditor editor({.frames = random.Next(10), .markers = {{3, "x"}}}, settings);
     const std::vector<KlattFrame> wrongs{random.Next(), wrong};
     EXPECT_THROW(editor.SetFrame(3, wrong), InputError);
+    EXPECT_THROW(editor.SetFrames(3, wrongs), InputError);
     EXPECT_THROW(editor.Insert(0, wrongs), InputError);
     EXPECT_THROW(editor.SetFrame(10, random.Next()), InputError);
     EXPECT_THROW(editor.Erase(9, 2), InputError);

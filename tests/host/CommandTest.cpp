@@ -69,6 +69,8 @@ TEST_F(Command, AFailureHasItsStatusAndOneClearLineAndLeavesNothing) {
         {2, "larynth render t.csv ./t.csv -o n/", "t.csv and ./t.csv would both become n/t.wav"},
         {2, "larynth render t.csv p.raw -o . --format raw", "./p.raw: expected another file than an input"},
         {2, "larynth render t.csv - -o n", "expected files for an output folder, found -"},
+        {2, "larynth render t.csv -o n/ --labels -", "--labels: expected a folder, found -"},
+        {2, "larynth render t.csv -o n/ --voice none.json", "none.json: cannot be opened"},
         {2, toWav + "--force", "--force: expected a folder as --output, found o.wav"},
         {1, "larynth render t.csv -o t.csv/", "t.csv/: cannot be made: "},
         {2, render + "o.mp3", "expected - or a name in .wav, .flac or .raw, found o.mp3"},
@@ -249,8 +251,13 @@ TEST_F(Command, ManyInputsBecomeSoundsInAFolderAsEachAlone) {
     EXPECT_EQ(folder_.Read("out/u.raw"), "old\n");
     EXPECT_THAT(Run(all + " --force").err, HasSubstr("2 made, 0 skipped"));
     EXPECT_EQ(folder_.Read("out/u.raw"), folder_.Read("alone.raw"));
-    EXPECT_THAT(Run("mkdir out/t.wav; larynth render t.csv u.csv -o out --force", 1).err,
-                HasSubstr("out: 1 made, 0 skipped, 1 failed"));
+    EXPECT_THAT(
+        Run("mkdir out/t.wav; ln -s loop.csv loop.csv; larynth render t.csv u.csv loop.csv -o out", 1).err,
+        HasSubstr("out: 1 made, 0 skipped, 2 failed"));
+    EXPECT_THAT(Run("mkfifo p.csv; larynth render t.csv p.csv -o n", 2).err,
+                HasSubstr("p.csv: expected a regular file"));
+    Run("echo '{}' >v.json; larynth render t.csv -o v/ --voice v.json; sleep 0.02; touch v.json");
+    EXPECT_THAT(Run("larynth render t.csv -o v/ --voice v.json").err, HasSubstr("1 made"));
 }
 
 TEST_F(Command, SaysAfterWhichFrameTheSoundIsNotFinite) {
