@@ -79,6 +79,8 @@ if __name__ == "__main__":
     parser.add_argument("--count", type=int, default=10000, help="how many stimuli (default 10000)")
     parser.add_argument("--part", type=part, metavar="K/N", help="make part K of N, from 0, and no contents.csv")
     arguments = parser.parse_args()
+    if arguments.count < 1:
+        parser.error("--count: expected a number from 1")
     index, parts = arguments.part or (0, 1)
     rows = [make(number, arguments.folder) for number in range(index, arguments.count, parts)]
     if arguments.part is None:

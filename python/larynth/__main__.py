@@ -5,6 +5,7 @@ from __future__ import annotations
 
 import argparse
 import io
+import os
 import pathlib
 import sys
 from typing import NoReturn, Sequence
@@ -14,7 +15,7 @@ from .pictures import plot
 from .utterances import read
 from .voice import read_voice
 
-FAILED, BAD_INPUT = 1, 2
+FAILED, BAD_INPUT, INTERRUPTED = 1, 2, 130
 
 
 class Parser(argparse.ArgumentParser):
@@ -36,24 +37,49 @@ def parse(arguments: Sequence[str]) -> argparse.Namespace:
     return parser.parse_args(arguments)
 
 
+def require_other_file(output: pathlib.Path, *inputs: str | None) -> None:
+    for name in inputs:
+        if name is not None and output.exists() and pathlib.Path(name).exists() and output.samefile(name):
+            raise InputError(f"--output: expected another file than {name}")
+
+
+def write_whole(path: pathlib.Path, content: bytes) -> None:
+    """What was there stays where this fails."""
+    partial = path.with_name(f".{path.name}.{os.getpid()}")
+    try:
+        partial.write_bytes(content)
+        partial.replace(path)
+    finally:
+        partial.unlink(missing_ok=True)
+
+
 def draw(options: argparse.Namespace) -> None:
-    form = pathlib.Path(options.output).suffix.lower()
+    output = pathlib.Path(options.output)
+    form = output.suffix.lower()
     if form not in (".png", ".svg", ".pdf"):
-        raise InputError(f"--output: expected a name in .png, .svg or .pdf, found {options.output}")
+        raise InputError(f"--output: expected a name in .png, .svg or .pdf, found {output}")
+    require_other_file(output, options.input, options.voice)
     utterance = read(options.input, options.form, frame_len=options.frame_len, sample_freq=options.sample_freq)
     voice = None if options.voice is None else read_voice(options.voice)
     picture = io.BytesIO()
     plot(utterance, seed=options.seed, voice=voice).savefig(picture, format=form[1:], dpi=120)
-    pathlib.Path(options.output).write_bytes(picture.getvalue())  # in one go: nothing is left of a half one
+    try:
+        write_whole(output, picture.getvalue())
+    except OSError as error:
+        raise Error(f"{output}: cannot be written: {error.strerror}") from error
 
 
 def main(arguments: Sequence[str]) -> int:
     try:
         draw(parse(arguments))
         return 0
-    except (Error, OSError) as error:
-        message = f"{error.filename}: {error.strerror}" if isinstance(error, OSError) else error
-        print(f"larynth: {message}", file=sys.stderr)
+    except MemoryError:
+        print("larynth: out of memory", file=sys.stderr)
+        return FAILED
+    except KeyboardInterrupt:
+        return INTERRUPTED
+    except Error as error:
+        print(f"larynth: {str(error).encode(errors='backslashreplace').decode()}", file=sys.stderr)
         return BAD_INPUT if isinstance(error, InputError) else FAILED
 
 

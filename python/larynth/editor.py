@@ -3,7 +3,7 @@
 
 from __future__ import annotations
 
-from typing import Any, Sequence
+from typing import Any, Iterator, NoReturn, Sequence
 
 from . import _larynth
 from .errors import InputError
@@ -56,15 +56,22 @@ class Editor:
     def __len__(self) -> int:
         return len(self._inner)
 
+    def __iter__(self) -> Iterator[FrameArray]:
+        return (self[index] for index in range(len(self)))
+
+    def __copy__(self) -> NoReturn:
+        raise TypeError("an Editor is not copied: make another one of its frames")
+
     def _place(self, where: int | slice) -> tuple[int, int]:
         if isinstance(where, slice):
             start, stop, step = where.indices(len(self))
             if step != 1:
                 raise InputError(f"frames: expected a slice without a step, found {where}")
             return start, max(start, stop)
-        index = where + len(self) if where < 0 else where
-        if not 0 <= index < len(self):
-            raise InputError(f"frame: expected one of {len(self)} frames, found {where}")
+        try:
+            index = range(len(self))[where]
+        except (IndexError, TypeError):
+            raise InputError(f"frame: expected one of {len(self)} frames, found {where!r}") from None
         return index, index + 1
 
     def __getitem__(self, where: int | slice) -> FrameArray:

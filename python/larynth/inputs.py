@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What is asked of arguments, in one place: each function gives its argument back, or raises InputError."""
+"""What is asked of arguments, in one place: functions give what was asked for, or raise InputError."""
 
 from __future__ import annotations
 
@@ -25,7 +25,7 @@ def number(name: str, value: Any) -> float:
         try:
             if math.isfinite(value):
                 return float(value)
-        except TypeError:
+        except (TypeError, OverflowError):
             pass
     raise refuse(name, "a finite number", value)
 
@@ -69,9 +69,24 @@ def seed_or_none(seed: int | None) -> int | None:
     return None if seed is None else whole_number("seed", seed, 2**32 - 1)
 
 
-def ordered_markers(markers: Markers, frame_count: int) -> list[tuple[int, str]]:
-    """Markers of an utterance: frames in ascending order, up to the end."""
-    checked = [(whole_number("marker", frame, frame_count), str(text)) for frame, text in markers]
+def path_bytes(path: Path) -> bytes:
+    """As the system has it: names of files need not be UTF-8."""
+    return os.fsencode(path)
+
+
+def text_of(name: str, value: Any) -> str:
+    if isinstance(value, str) and not any("\ud800" <= c <= "\udfff" for c in value):
+        return value
+    raise refuse(name, "a text", value)
+
+
+def ordered_markers(markers: Markers, count: int) -> list[tuple[int, str]]:
+    """Markers in ascending order, up to the end."""
+    try:
+        pairs = [(place, text) for place, text in markers]
+    except (TypeError, ValueError):
+        raise refuse("markers", "pairs of a place and a text", markers) from None
+    checked = [(whole_number("marker", place, count), text_of("marker", text)) for place, text in pairs]
     if any(before > after for (before, _), (after, _) in zip(checked, checked[1:])):
-        raise InputError("markers: expected frames in ascending order")
+        raise InputError("markers: expected places in ascending order")
     return checked

@@ -9,8 +9,8 @@ import numpy as np
 
 from .errors import E_NOTIMPL, Error
 from .sound import Sound
-from .synthesizer import render, signals
-from .utterances import FrameArray, Frames, Utterance, as_frames
+from .synthesizer import Synthesizer, as_utterance, render
+from .utterances import FrameArray, Frames, Utterance
 from .voice import Voice
 
 if TYPE_CHECKING:
@@ -113,6 +113,14 @@ def draw_tracks(axes: Axes, frames: FrameArray, sample_freq: float) -> None:
     pitch.legend(handles=lines, loc="upper right", fontsize=7)
 
 
+def voicing_of(utterance: Utterance, **settings: Any) -> FloatArray:
+    """The source's signal, piece by piece: all signals of an hour do not fit into memory."""
+    synthesizer = Synthesizer(utterance.sample_freq, **settings)
+    starts = range(0, len(utterance.frames), 100)
+    pieces = [synthesizer.signals(utterance.frames[start : start + 100])["voicing"].copy() for start in starts]
+    return np.concatenate([np.zeros(0), *pieces])
+
+
 def plot(
     what: Sound | Utterance | Frames,
     *,
@@ -155,22 +163,22 @@ def plot(
         wave_axes, spectrum = figure.subplots(2, 1, sharex=True, height_ratios=[1, 2.5])
         panels, sound = [wave_axes, spectrum], what
     else:
+        utterance = as_utterance(what, sample_freq, voice)
         settings: dict[str, Any] = {
-            "sample_freq": sample_freq,
             "tract": tract,
             "volume": volume,
             "output_gain": output_gain,
-            "voice": voice,
+            "voice": utterance.voice,
             "wave": wave,
             "seed": seed,
         }
-        sound = render(what, **settings)
-        voicing = signals(what, **settings)["voicing"]
+        sound = render(utterance, **settings)
+        voicing = voicing_of(utterance, **settings)
         figure = new_figure(10, 6.5)
         wave_axes, source, spectrum = figure.subplots(3, 1, sharex=True, height_ratios=[1, 0.8, 2.7])
         panels = [wave_axes, source, spectrum]
         draw_source(source, voicing, sound.sample_freq)
-        draw_tracks(spectrum, as_frames(what.frames if isinstance(what, Utterance) else what), sound.sample_freq)
+        draw_tracks(spectrum, utterance.frames, sound.sample_freq)
     draw_wave(wave_axes, sound)
     draw_spectrogram(spectrum, sound)
     draw_markers(panels, sound)

@@ -5,7 +5,6 @@ from __future__ import annotations
 
 import base64
 import io
-import os
 import wave
 from dataclasses import dataclass, field
 from typing import Any, Sequence
@@ -13,7 +12,7 @@ from typing import Any, Sequence
 import numpy as np
 
 from . import _larynth
-from .inputs import Path, number, refuse
+from .inputs import Path, frequency, ordered_markers, path_bytes, refuse
 
 
 @dataclass(eq=False, repr=False)
@@ -33,6 +32,12 @@ class Sound:
     samples: np.ndarray[Any, np.dtype[np.int16]]
     sample_freq: float = 11025.0
     markers: Sequence[tuple[int, str]] = field(default_factory=list)
+
+    def __post_init__(self) -> None:
+        self.samples = np.asarray(self.samples)
+        if self.samples.dtype != np.int16 or self.samples.ndim != 1:
+            raise refuse("samples", "int16 in one dimension", f"{self.samples.dtype} of shape {self.samples.shape}")
+        self.sample_freq = frequency("sample_freq", self.sample_freq)
 
     @property
     def duration(self) -> float:
@@ -57,12 +62,9 @@ class Sound:
         Error
             For what cannot be written.
         """
-        samples = np.asarray(self.samples)
-        if samples.dtype != np.int16 or samples.ndim != 1:
-            raise refuse("samples", "int16 in one dimension", f"{samples.dtype} of shape {samples.shape}")
-        label_path = "" if labels is None else os.fspath(labels)
-        frequency = number("sample_freq", self.sample_freq)
-        _larynth.write(os.fspath(path), label_path, frequency, samples, list(self.markers))
+        label_path = b"" if labels is None else path_bytes(labels)
+        markers = ordered_markers(self.markers, len(self.samples))
+        _larynth.write(path_bytes(path), label_path, self.sample_freq, self.samples, markers)
 
     def __repr__(self) -> str:
         return f"<Sound: {self.duration:.3f} s, {len(self.samples)} samples at {self.sample_freq:g} Hz>"

@@ -3,11 +3,10 @@
 
 from __future__ import annotations
 
-import os
 
 from . import _larynth
 from .errors import E_NOTIMPL, Error
-from .inputs import Path, number_from
+from .inputs import Path, number_from, path_bytes, text_of
 from .sound import Sound
 from .synthesizer import render
 from .utterances import Utterance
@@ -78,11 +77,11 @@ def say_frames(
     _require_speech()
     return Utterance(
         *_larynth.speak(
-            text,
+            text_of("text", text),
             form,
-            "" if lexicon is None else os.fspath(lexicon),
-            "" if phone_table is None else os.fspath(phone_table),
-            os.fspath(voice),
+            b"" if lexicon is None else path_bytes(lexicon),
+            b"" if phone_table is None else path_bytes(phone_table),
+            path_bytes(voice),
             number_from("rate", rate, 80, 600),
             number_from("pitch", pitch, 0.25, 4),
             number_from("range", range, 0, 4),

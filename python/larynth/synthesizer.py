@@ -8,6 +8,7 @@ from typing import Any, Iterator, Sequence
 import numpy as np
 
 from . import _larynth, voice as voices
+from .errors import Error
 from .utterances import MOST_LENGTH, Frames, Utterance, as_frames
 from .inputs import Markers, choice, frequency, number, numbers, ordered_markers, seed_or_none, whole_number
 from .sound import Sound
@@ -135,7 +136,12 @@ class Synthesizer:
         array = as_frames(frames)
         step = whole_number("size", size, MOST_LENGTH, lowest=1)
         for start in range(0, len(array), step):
-            yield self._inner.render(array[start : start + step])
+            try:
+                chunk = self._inner.render(array[start : start + step])
+            except Error as error:
+                error.args = (f"chunk that begins with frame {start}: {error}",)
+                raise
+            yield chunk
 
     def signals(self, frames: Frames) -> dict[str, np.ndarray[Any, np.dtype[np.float64]]]:
         """Render frames and give the signals inside.

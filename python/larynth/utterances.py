@@ -3,7 +3,6 @@
 
 from __future__ import annotations
 
-import os
 from collections.abc import Mapping
 from dataclasses import dataclass, field
 from typing import Any, Iterable, NamedTuple, Sequence
@@ -12,7 +11,7 @@ import numpy as np
 
 from . import _larynth
 from .errors import InputError
-from .inputs import Path, choice, frequency, number, refuse, whole_number
+from .inputs import Path, choice, frequency, number, path_bytes, refuse, whole_number
 from .voice import Voice
 
 FrameArray = np.ndarray[Any, np.dtype[np.void]]
@@ -61,8 +60,13 @@ _NEW_FRAME = _new_frame()
 def _values(name: str, value: Any) -> np.ndarray[Any, Any]:
     """A scalar or a one-dimensional array that field `name` of frames can have."""
     if name != "length":
+        if name.lower() in ("len", "length", "framelen", "frame_len"):
+            raise InputError(f'expected the name of an item, found "{name}"; samples of a frame are "length"')
         _larynth.require_item(name)
-    array = np.asarray(value)
+    try:
+        array = np.asarray(value)
+    except ValueError:
+        raise InputError(f"{name}: expected a number or an array in one dimension, found {value!r}") from None
     if array.dtype.kind not in "iuf":
         raise InputError(f"{name}: expected numbers, found {array.dtype} {value!r}")
     if array.ndim > 1:
@@ -128,6 +132,8 @@ def as_frames(given: Frames) -> FrameArray:
     """Frames as rendering reads them: an array of them that is contiguous comes back as it is."""
     if isinstance(given, Mapping):
         return frames(**given)
+    if isinstance(given, Utterance):
+        raise InputError("frames: expected an array of larynth.frame_dtype or a mapping, found an Utterance: pass its .frames")
     array = np.asarray(given)
     if array.dtype != frame_dtype:
         raise InputError(f"frames: expected an array of larynth.frame_dtype or a mapping, found {array.dtype}")
@@ -191,7 +197,7 @@ def read(
         With file, line and column, for the first thing that is wrong.
     """
     is_targets = choice("form", form, ["table", "targets"]) == "targets"
-    return Utterance(*_larynth.read(os.fspath(path), is_targets, *_defaults(frame_len, sample_freq)))
+    return Utterance(*_larynth.read(path_bytes(path), is_targets, *_defaults(frame_len, sample_freq)))
 
 
 def frames_from_targets(

@@ -3,12 +3,13 @@
 
 from __future__ import annotations
 
-import os
 from dataclasses import dataclass, field
 from typing import Sequence
 
+import numpy as np
+
 from . import _larynth
-from .inputs import Path, number, numbers
+from .inputs import Path, number, numbers, path_bytes, refuse
 
 
 @dataclass
@@ -62,19 +63,23 @@ def read_voice(path: Path) -> Voice:
     InputError
         With file, line and column, for the first thing that is wrong.
     """
-    pre_emphasis, open_quotient, low, high, wave = _larynth.read_voice(os.fspath(path))
+    pre_emphasis, open_quotient, low, high, wave = _larynth.read_voice(path_bytes(path))
     return Voice(pre_emphasis, open_quotient, Shelf(*low), Shelf(*high), wave)
 
 
 def read_wave(path: Path) -> list[float]:
     """Read the open phase of an excitation period: one number a line, blank lines ignored."""
-    return _larynth.read_waveform(os.fspath(path))
+    return _larynth.read_waveform(path_bytes(path))
 
 
 def plain(voice: Voice | None) -> _larynth.PlainVoice | None:
     """The voice as the extension module takes it."""
     if voice is None:
         return None
+    if not isinstance(voice, Voice):
+        raise refuse("voice", "a larynth.Voice", voice)
+    if not isinstance(voice.low_shelf, Shelf) or not isinstance(voice.high_shelf, Shelf):
+        raise refuse("voice", "a larynth.Shelf as low_shelf and as high_shelf", voice)
     shelves = {
         name: [number(f"voice.{name}.{key}", value) for key, value in vars(shelf).items()]
         for name, shelf in (("low_shelf", voice.low_shelf), ("high_shelf", voice.high_shelf))
@@ -84,5 +89,5 @@ def plain(voice: Voice | None) -> _larynth.PlainVoice | None:
         number("voice.open_quotient", voice.open_quotient),
         shelves["low_shelf"],
         shelves["high_shelf"],
-        list(numbers("voice.wave", voice.wave)) if len(voice.wave) else [],
+        list(numbers("voice.wave", voice.wave)) if np.size(voice.wave) else [],
     )

@@ -21,11 +21,17 @@ def test_edits_sound_as_if_all_were_rendered():
     assert np.array_equal(editor.samples(47), whole.samples[-7:])
 
 
+WRONG = larynth.frames(50)
+WRONG["F3"][9] = np.nan
+
+
 @pytest.mark.parametrize(
     "edit, message",
     [
         (lambda e: e.change(3, F11=1), "the nearest is F1"),
         (lambda e: e.change(slice(0, 3), F1=[1, 2]), "F1: expected 3 values, one a frame, found 2"),
+        (lambda e: e.change(1.5, F1=1), "frame: expected one of 50 frames, found 1.5"),
+        (lambda e: e.__setitem__(slice(0, 50), WRONG), "frame 9: F3: expected a finite number, found nan"),
         (lambda e: e.change(50, F1=1), "frame: expected one of 50 frames, found 50"),
         (lambda e: e.change(slice(0, 9, 2), F1=1), "expected a slice without a step"),
         (lambda e: e.__setitem__(slice(0, 2), FRAMES), "frames: expected 2, found 50"),
@@ -37,4 +43,4 @@ def test_a_refused_edit_changes_nothing(edit, message):
     with pytest.raises(larynth.InputError) as caught:
         edit(editor)
     assert message in str(caught.value)
-    assert np.array_equal(editor.samples(), larynth.render(FRAMES).samples)
+    assert np.array_equal(editor.samples(), larynth.render(FRAMES).samples) and len(list(editor)) == 50

@@ -5,6 +5,8 @@ import pytest
 
 NAN = float("nan")
 FRAMES = larynth.frames(9, AV=1)
+NAN_LATER = FRAMES.copy()
+NAN_LATER["F2"][7] = NAN
 
 
 @pytest.mark.parametrize(
@@ -20,7 +22,7 @@ FRAMES = larynth.frames(9, AV=1)
         (lambda: larynth.frames(-1), "n: expected a whole number from 0"),
         (lambda: larynth.render(np.zeros(3)), "frames: expected an array of larynth.frame_dtype or a mapping"),
         (lambda: larynth.render(FRAMES.reshape(3, 3)), "found shape (3, 3)"),
-        (lambda: larynth.render(FRAMES, markers=[(4, "b"), (2, "a")]), "markers: expected frames in ascending order"),
+        (lambda: larynth.render(FRAMES, markers=[(4, "b"), (2, "a")]), "markers: expected places in ascending order"),
         (lambda: larynth.render(FRAMES, markers=[(10, "a")]), "marker: expected a whole number from 0 to 9, found 10"),
         (lambda: larynth.render(FRAMES, sample_freq=0), "sample_freq: expected a number above 0"),
         (lambda: larynth.render(FRAMES, volume=NAN), "volume: expected a finite number, found nan"),
@@ -28,6 +30,19 @@ FRAMES = larynth.frames(9, AV=1)
         (lambda: larynth.render(FRAMES, tract="ring"), "tract: expected resonator or filter, found 'ring'"),
         (lambda: larynth.render(FRAMES, wave=[]), "wave: expected finite numbers in one dimension"),
         (lambda: larynth.render(FRAMES, voice=larynth.Voice(low_shelf=larynth.Shelf(G=NAN))), "voice.low_shelf.G"),
+        (lambda: larynth.frames(FrameLen=3), 'found "FrameLen"; samples of a frame are "length"'),
+        (lambda: larynth.frames(F1=[[1], [1, 2]]), "F1: expected a number or an array in one dimension"),
+        (lambda: larynth.render(FRAMES, volume=10**400), "volume: expected a finite number"),
+        (lambda: larynth.render(FRAMES, voice="woman"), "voice: expected a larynth.Voice, found 'woman'"),
+        (lambda: larynth.render(FRAMES, voice=larynth.Voice(low_shelf=None)), "voice: expected a larynth.Shelf"),
+        (lambda: larynth.render(FRAMES, markers=[(5,)]), "markers: expected pairs of a place and a text"),
+        (lambda: larynth.render(FRAMES, markers=[(5, "\ud800")]), "marker: expected a text"),
+        (lambda: larynth.Synthesizer().render(larynth.Utterance(FRAMES)), "found an Utterance: pass its .frames"),
+        (lambda: list(larynth.Synthesizer().chunks(NAN_LATER, 2)), "chunk that begins with frame 6: frame 1: F2"),
+        (lambda: larynth.Sound(np.zeros(3, "i2"), 0), "sample_freq: expected a number above 0, found 0"),
+        (lambda: larynth.Sound(np.zeros(3, "i2"), markers=[(-1, "a")]).write("x.wav"), "marker: expected a whole number"),
+        (lambda: larynth.Sound(np.zeros(3, "i2")).write("x.wav", "./x.wav"), "expected another file for the labels"),
+        (lambda: larynth.read(b"none\xff".decode(errors="surrogateescape")), "cannot be opened"),
         (lambda: larynth.response(FRAMES), "frame: expected one frame, found 9"),
         (lambda: larynth.frames_from_targets([(0, "F1")]), "target 1: expected time, item, value"),
         (lambda: larynth.frames_from_targets([(0, "F1", 3, "step")]), "target 1: expected linear or cosine"),

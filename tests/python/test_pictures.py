@@ -76,7 +76,8 @@ def test_sounds_and_responses_are_drawn(tmp_path):
         ("targets.csv --input targets -o p.svg --sample-freq 16000 --frame-len 50", 0, ""),
         ("table.csv -o p.jpg", 2, "larynth: --output: expected a name in .png, .svg or .pdf, found p.jpg\n"),
         ("bad.csv -o p.png", 2, 'larynth: bad.csv:1:1: expected the name of an item, SampleFreq, FrameLen or Marker, found "Fx"\n'),
-        ("table.csv -o none/p.png", 1, "larynth: none/p.png: No such file or directory\n"),
+        ("table.csv -o none/p.png", 1, "larynth: none/p.png: cannot be written: No such file or directory\n"),
+        ("old.png -o old.png", 2, "larynth: --output: expected another file than old.png\n"),
         ("table.csv -o p.png --seed x", 2, "larynth: argument --seed: invalid int value: 'x'\n"),
     ],
 )
@@ -84,8 +85,10 @@ def test_the_command_draws(arguments, status, message, tmp_path):
     (tmp_path / "table.csv").write_text("F1,BW1,AV,FrameLen\n500,60,700,200\n,,,\n")
     (tmp_path / "targets.csv").write_text("0,AV,700\n0.1,AV,700\n")
     (tmp_path / "bad.csv").write_text("Fx\n")
+    (tmp_path / "old.png").write_text("F1\n500\n")
     (tmp_path / "v.json").write_text("{}")
     command = [os.environ["LARYNTH_COMMAND"], "plot", *arguments.split()]
     result = subprocess.run(command, cwd=tmp_path, capture_output=True, text=True)
     assert (result.returncode, result.stderr) == (status, message)
-    assert any(path.suffix in (".png", ".svg") for path in tmp_path.iterdir()) == (status == 0)
+    assert len(list(tmp_path.iterdir())) == 5 + (status == 0)
+    assert (tmp_path / "old.png").read_text() == "F1\n500\n"
