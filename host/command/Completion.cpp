@@ -14,7 +14,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// What can stand for a value; neither for numbers and names of one's own.
+/// What can stand for a value; neither for numbers.
 struct Values {
     std::string words;  // with blanks between them
     bool files = false;
@@ -25,8 +25,10 @@ Values ValuesOf(const CLI::Option& option) {
     if (type.find('|') == type.npos) return {"", type == "FILE"};
     Values values;
     for (const std::string& word : CLI::detail::split(type, '|')) {
-        if (word == "FILE") values.files = true;
-        if (word == "FILE" || word == "NAME") continue;
+        if (word == "FILE") {
+            values.files = true;
+            continue;
+        }
         values.words += (values.words.empty() ? "" : " ") + word.substr(0, word.find("FILE"));
     }
     return values;

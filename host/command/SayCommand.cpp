@@ -94,7 +94,7 @@ void SayCommand::AddOutputOptions() {
 
 void SayCommand::AddVoiceOptions() {
     command_->add_option("--voice", voice_, "Who speaks: one that --voices lists, or a file of your own")
-        ->type_name("NAME|FILE")
+        ->type_name(CLI::detail::join(Speaker::Names(), "|") + "|FILE")
         ->check(RefuseNoName);
     AddFactor(*command_, "--rate", settings_.rate, SpeechSettings::kSlowest, SpeechSettings::kFastest,
               "Words a minute (default 175)");

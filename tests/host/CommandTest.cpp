@@ -365,6 +365,7 @@ TEST_F(Command, BashCompletesWhatTheCommandHas) {
         {"render --s", "--sample-freq --seed --source"},
         {"render --verbose t", "t.csv"},
         {"render --tract ''", "resonator filter"},
+        {"plot --input ''", "table targets"},
         {"render --source ''", "standard wave:"},
         {"render t.csv -o t", "t.csv"},
         {"render --seed ''", ""},
