@@ -246,7 +246,7 @@ TEST_F(Command, ManyInputsBecomeSoundsInAFolderAsEachAlone) {
     EXPECT_THAT(Run(all + " bad.csv", 2).err,
                 MatchesRegex("larynth: bad.csv:1:1: .*\nlarynth: out/: 2 made, 0 skipped, 1 failed.*\n"));
     EXPECT_EQ(folder_.Read("out/u.raw"), folder_.Read("alone.raw"));
-    Run("echo old >out/u.raw");
+    Run("echo old >out/u.raw && touch out/gone.raw labels/gone.txt");
     EXPECT_THAT(Run(all + " gone.csv", 2).err, HasSubstr("1 made, 1 skipped, 1 failed"));
     EXPECT_EQ(folder_.Read("out/u.raw"), "old\n");
     EXPECT_THAT(Run(all + " --force").err, HasSubstr("2 made, 0 skipped"));
